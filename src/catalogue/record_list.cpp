@@ -1,0 +1,94 @@
+#include "catalogue/record_list.h"
+
+#include <algorithm>
+
+#include "platform/runtime_error.h"
+
+namespace veldrin::catalogue {
+
+bool SelBookmarkList::Contains(int bookmark) const {
+  return std::binary_search(Sorted.begin(), Sorted.end(), bookmark);
+}
+
+bool SelBookmarkList::Add(int bookmark) {
+  const auto place = std::lower_bound(Sorted.begin(), Sorted.end(), bookmark);
+  if (place != Sorted.end() && *place == bookmark) return false;
+  Sorted.insert(place, bookmark);
+  Bookmarks.push_back(bookmark);
+  Q_EMIT Changed();
+  return true;
+}
+
+void SelBookmarkList::Remove(int index) {
+  Sorted.erase(std::lower_bound(Sorted.begin(), Sorted.end(), (*this)[index]));
+  Bookmarks.erase(Bookmarks.begin() + index);
+  Q_EMIT Changed();
+}
+
+void SelBookmarkList::Clear() {
+  if (Bookmarks.empty()) return;
+  Bookmarks.clear();
+  Sorted.clear();
+  Q_EMIT Changed();
+}
+
+RecordList::~RecordList() = default;
+
+void RecordList::Refresh() {
+  TheRecordset.reset();
+  SelBookmarks.Clear();
+  try {
+    if (!TheDatabase) TheDatabase = Engine.OpenDatabase(DatabaseName);
+    TheRecordset = TheDatabase->OpenRecordset(RecordSource);
+    TheRecordset->RecordCount();  // Reads the keys, and so raises what is wrong with the source.
+  } catch (const platform::RuntimeError&) {
+    TheRecordset.reset();
+    Q_EMIT Refreshed();
+    throw;
+  }
+  Q_EMIT Refreshed();
+  Q_EMIT Reposition();
+}
+
+platform::Recordset& RecordList::Recordset() const {
+  if (!TheRecordset)
+    throw platform::RuntimeError(platform::errObjectNotSet, QStringLiteral("Object variable not set."));
+  return *TheRecordset;
+}
+
+void RecordList::SetAbsolutePosition(int position) {
+  Recordset().SetAbsolutePosition(position);
+  Q_EMIT Reposition();
+}
+
+void RecordList::MoveFirst() {
+  Recordset().MoveFirst();
+  Q_EMIT Reposition();
+}
+
+void RecordList::MoveLast() {
+  Recordset().MoveLast();
+  Q_EMIT Reposition();
+}
+
+void RecordList::MoveNext() {
+  Recordset().MoveNext();
+  Q_EMIT Reposition();
+}
+
+void RecordList::MovePrevious() {
+  Recordset().MovePrevious();
+  Q_EMIT Reposition();
+}
+
+void RecordList::FindFirst(const QString& criteria) {
+  Recordset().FindFirst(criteria);
+  if (!Recordset().NoMatch()) Q_EMIT Reposition();
+}
+
+void RecordList::SetBookmark(int bookmark) {
+  Recordset().SetBookmark(bookmark);
+  Q_EMIT Reposition();
+}
+
+}  // namespace veldrin::catalogue

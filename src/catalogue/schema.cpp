@@ -1,0 +1,163 @@
+#include "catalogue/schema.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QFile>
+#include <QFileInfo>
+#include <cstdio>
+
+#include "platform/file_copy.h"
+#include "platform/msg_box.h"
+#include "platform/runtime_error.h"
+
+namespace veldrin::catalogue {
+
+namespace {
+
+using platform::Field;
+using platform::Index;
+using platform::RuntimeError;
+using platform::TableDef;
+
+QString TemplateName() { return QStringLiteral("TmpPhotos.mdb"); }
+
+// The system's temporary directory is open to everyone: a link or a directory that someone else put there
+// could lead the working copy to where others read and change it.
+void RequireOwnDirectory(QString directory) {
+  // With its separator at the end the name of a link would stand for what the link leads to.
+  while (directory.size() > 1 && directory.endsWith(QLatin1Char('/'))) directory.chop(1);
+  struct stat status {};
+  if (::lstat(QFile::encodeName(directory).constData(), &status) != 0) {
+    throw RuntimeError(platform::errPathNotFound, QStringLiteral("Path not found: %1").arg(directory));
+  }
+  if (!S_ISDIR(status.st_mode) || status.st_uid != ::geteuid()) {
+    throw RuntimeError(platform::errPermissionDenied, QStringLiteral("Permission denied: %1").arg(directory));
+  }
+}
+
+// Whole or not at all; a file that is there is replaced, whatever its permissions.
+void CopyOver(const QString& source, const QString& target) {
+  const QString part = target + QStringLiteral(".part");
+  QFile::remove(part);
+  const platform::FileCopy copy(source, part);
+  // A copy that a crash left behind may have left the log of a change that was under way: it is not of this
+  // file.
+  QFile::remove(target + QStringLiteral("-journal"));
+  if (std::rename(QFile::encodeName(part).constData(), QFile::encodeName(target).constData()) != 0) {
+    QFile::remove(part);
+    throw RuntimeError(platform::errPathFileAccess, QStringLiteral("Path/File access error: %1").arg(target));
+  }
+}
+
+TableDef LinkedTable(const QString& name, const QString& file) {
+  TableDef table;
+  table.Name = name;
+  table.Connect = QStringLiteral(";DATABASE=") + file;
+  table.SourceTableName = name;
+  return table;
+}
+
+QVector<Index> PrimaryKey(const QStringList& fields) {
+  return {{QStringLiteral("PrimaryKey"), fields, true, true}};
+}
+
+void AppendLinks(platform::Database& db, const QString& file) {
+  db.Append(LinkedTable(QStringLiteral("tblPhotos"), file));
+  db.Append(LinkedTable(QStringLiteral("tblPhotoLinks"), file));
+  for (int level = 1; level <= LevelCount; ++level) db.Append(LinkedTable(LevelTable(level), file));
+}
+
+void AppendWorkingTables(platform::Database& db) {
+  const Field idNo{QStringLiteral("IDNo"), platform::dbText, 40};
+  const Field photoId{QStringLiteral("PhotoID"), platform::dbLong};
+  const Field imageType{QStringLiteral("ImageType"), platform::dbText, 3};
+  const Field lastModifyDate{QStringLiteral("LastModifyDate"), platform::dbDate};
+
+  TableDef actFolder;
+  actFolder.Name = QStringLiteral("ActFolder");
+  actFolder.Fields = {idNo, {QStringLiteral("Length"), platform::dbInteger}};
+  db.Append(actFolder);
+
+  TableDef actPhotoLinks;
+  actPhotoLinks.Name = QStringLiteral("ActPhotoLinks");
+  actPhotoLinks.Fields = {idNo, photoId};
+  actPhotoLinks.Indexes = PrimaryKey({idNo.Name, photoId.Name});
+  db.Append(actPhotoLinks);
+
+  // Nothing reads or writes this table: it belongs to the fixed shape of the working copy.
+  TableDef photos;
+  photos.Name = QStringLiteral("Photos");
+  photos.Fields = {photoId,
+                   imageType,
+                   {QStringLiteral("Title"), platform::dbText, 60},
+                   {QStringLiteral("CreateDate"), platform::dbDate},
+                   {QStringLiteral("MadeBy"), platform::dbText, 26},
+                   {QStringLiteral("Description"), platform::dbText, 255},
+                   lastModifyDate};
+  photos.Indexes = PrimaryKey({photoId.Name});
+  db.Append(photos);
+
+  TableDef checkPhotos;
+  checkPhotos.Name = QStringLiteral("CheckPhotos");
+  checkPhotos.Fields = {photoId, imageType, lastModifyDate};
+  checkPhotos.Indexes = PrimaryKey({photoId.Name});
+  db.Append(checkPhotos);
+}
+
+// The photos with a link whose key begins with the prefix in ActFolder, each once.
+QString QryPhotosSql() {
+  return QStringLiteral(
+             "SELECT DISTINCT tblPhotos.PhotoID, tblPhotos.ImageType, tblPhotos.Title, tblPhotos.CreateDate, "
+             "tblPhotos.MadeBy, tblPhotos.Description, tblPhotos.LastModifyDate ") +
+         QStringLiteral(
+             "FROM (tblPhotos INNER JOIN tblPhotoLinks ON tblPhotos.PhotoID = tblPhotoLinks.PhotoID) ") +
+         QStringLiteral(
+             "INNER JOIN ActFolder ON LEFT(tblPhotoLinks.IDNo, ActFolder.Length) = ActFolder.IDNo");
+}
+
+void FillWorkFile(const Paths& paths, platform::DBEngine& engine) {
+  // Closed at the end, also by an error.
+  const auto db = engine.OpenDatabase(paths.WorkFile);
+  AppendLinks(*db, paths.DatabaseFile);
+  AppendWorkingTables(*db);
+  db->CreateQueryDef(QStringLiteral("qryPhotos"), QryPhotosSql());
+  db->Execute(QStringLiteral("INSERT INTO ActFolder (IDNo, Length) VALUES('Default', 0)"));
+}
+
+}  // namespace
+
+QString LevelTable(int level) { return QStringLiteral("tblLevel%1").arg(level); }
+
+bool CreateWorkFile(Paths& paths, platform::DBEngine& engine, const QString& programPath) {
+  paths.WorkFile = TemplateName();
+  engine.DefaultType = platform::dbUseJet;
+  engine.DefaultUser = QStringLiteral("Veldrin");
+  engine.DefaultPassword = QStringLiteral("qzmvrtkle");
+  try {
+    RequireOwnDirectory(paths.TempDir);
+    CopyOver(programPath + QStringLiteral("/Database/") + TemplateName(), paths.TempDir + TemplateName());
+  } catch (const std::exception&) {
+    platform::MsgBox(nullptr, QStringLiteral("Unable to Connect to the Access Tables."));
+    return false;
+  }
+  paths.WorkFile = paths.TempDir + TemplateName();
+  return true;
+}
+
+bool OpenCatalogue(const Paths& paths, platform::DBEngine& engine) {
+  try {
+    FillWorkFile(paths, engine);
+  } catch (const std::exception&) {
+    platform::MsgBox(nullptr, QStringLiteral("Unable to Initialize User Tables."));
+    return false;
+  }
+  return true;
+}
+
+void DeleteWorkFile(const Paths& paths) {
+  // The bare name that stands there without a copy would be any file of that name in the current directory.
+  if (QFileInfo(paths.WorkFile).isAbsolute()) QFile::remove(paths.WorkFile);
+}
+
+}  // namespace veldrin::catalogue

@@ -1,0 +1,55 @@
+#include "folders/folder_browser.h"
+
+#include "platform/busy_pointer.h"
+#include "platform/msg_box.h"
+
+namespace veldrin::folders {
+
+using platform::Node;
+
+FolderBrowser::FolderBrowser(platform::TreeView& tvTreeView, QLineEdit& txtFldrSearch,
+                             catalogue::RecordSource& source, FolderViews& views)
+    : Tree(tvTreeView), Search(txtFldrSearch), Source(source), Views(views) {
+  connect(&Tree, &platform::TreeView::MouseDown, this, &FolderBrowser::tvTreeView_MouseDown);
+  connect(&Tree, &platform::TreeView::NodeClick, this, [this](Node* node) { tvTreeView_NodeClick(*node); });
+  connect(&Tree, &platform::TreeView::KeyUp, this, &FolderBrowser::tvTreeView_KeyUp);
+}
+
+void FolderBrowser::tvTreeView_NodeClick(const Node& node) {
+  if (node.Index() == LastNodeIndex) return;
+  const platform::BusyPointer busy;
+  Source.ClearQuery();
+  Source.SetRecordSource();
+  Views.ShowFolderRecords();
+  Views.SetFolderMenus();
+  Views.SetRecordMenus();
+}
+
+void FolderBrowser::tvTreeView_MouseDown(Qt::MouseButton button, const QPoint& point) {
+  if (Tree.SelectedItem() != nullptr) LastNodeIndex = Tree.SelectedItem()->Index();
+  if (button != Qt::RightButton) return;
+  Node* node = Tree.HitTest(point);
+  if (node == nullptr) return;
+  Tree.Select(node);
+  tvTreeView_NodeClick(*node);
+  Views.PopupFolderMenu();
+}
+
+void FolderBrowser::tvTreeView_KeyUp() {
+  if (Tree.SelectedItem() != nullptr) LastNodeIndex = Tree.SelectedItem()->Index();
+}
+
+void FolderBrowser::bttnGo_Click() {
+  const QString name = Search.text().toLower();
+  if (name.isEmpty()) return;
+  for (int i = 1; i <= Tree.Count(); ++i) {
+    Node* node = Tree.NodeAt(i);
+    if (node->Text().toLower() != name) continue;
+    Tree.Select(node);
+    return tvTreeView_NodeClick(*node);
+  }
+  platform::MsgBox(&Tree, QStringLiteral("The folder can't be found!"), platform::vbInformation,
+                   QStringLiteral("Folder Search"));
+}
+
+}  // namespace veldrin::folders

@@ -1,0 +1,28 @@
+// What of the Folder menu is enabled, as a pure function of the tree's and the clipboard's state.
+#pragma once
+
+namespace veldrin::folders {
+
+struct FolderMenuInput {
+  bool IsRoot = false;
+  bool IsUnorganized = false;
+  bool IsCut = false;          ///< the selected node is grey
+  bool FolderPending = false;  ///< a folder was cut or copied
+};
+
+struct FolderMenuState {
+  bool FolderAdd = false;
+  bool FolderRen = false;
+  bool FolderDel = false;
+  bool FolderCut = false;
+  bool FolderCopy = false;
+  bool FolderPaste = false;
+};
+
+constexpr FolderMenuState SetFolderMenus(const FolderMenuInput& input) {
+  const bool changeable = !input.IsRoot && !input.IsUnorganized && !input.IsCut;
+  const bool takesFolders = !input.IsUnorganized && !input.IsCut;
+  return {takesFolders, changeable, changeable, changeable, changeable, takesFolders && input.FolderPending};
+}
+
+}  // namespace veldrin::folders

@@ -1,0 +1,40 @@
+// The folders of the catalogue as nodes of the tree, and the making of a folder's row. The tree is filled
+// once and kept in step with the tables by hand.
+#pragma once
+
+#include <QString>
+
+#include "platform/dao/db_engine.h"
+#include "platform/tree_view.h"
+
+namespace veldrin::folders {
+
+/// Fills the empty tree: the root "Photos" with an empty key, and the folders of all levels below it. Selects
+/// the root. Raises the engine's errors.
+void LoadFolderTree(platform::TreeView& tree, platform::DBEngine& engine, const QString& workFile);
+
+/// Adds the folders below a node, which is selected, and theirs, down to the last level.
+void LoadChildFolders(platform::Database& database, platform::TreeView& tree, platform::Node& node);
+
+/// Adds a child "New Folder" of the selected node and selects it. Writes no row.
+void AddFolderNode(platform::TreeView& tree);
+
+/// 0 for the root, 1 for a top-level folder.
+int GetNodeLevel(const platform::Node& node);
+
+/// Writes the row of a new folder below a parent and returns its key. The first folder below a parent brings
+/// the row of the parent's "!UNORGANIZED" with it. Raises the engine's errors, 3078 below the tenth level.
+QString AddFolderRecord(platform::DBEngine& engine, const QString& workFile, int level, const QString& name,
+                        const QString& parentKey);
+
+/// Whether the node is the pseudo-folder of its parent's own photos.
+bool IsUnorganized(const platform::Node& node);
+
+/// Whether a copy taken from `source` would be of no use at `target`, which shows those photos already: the
+/// root, a folder above the source, or the "!UNORGANIZED" of the source or of a folder above it.
+bool IsAboveFolder(const platform::Node& target, const platform::Node& source);
+
+/// The "!UNORGANIZED" child; null where there is none. The last child is never looked at.
+const platform::Node* FindUnorganizedChild(const platform::Node& node);
+
+}  // namespace veldrin::folders

@@ -1,0 +1,33 @@
+#include "platform/caption_label.h"
+
+#include <QPainter>
+#include <QStyle>
+
+namespace veldrin::platform {
+
+CaptionLabel::CaptionLabel(QWidget* parent) : QLabel(parent) { setTextFormat(Qt::PlainText); }
+
+void CaptionLabel::SetCaption(const QString& caption) {
+  setText(caption);
+  SetToolTip();
+}
+
+void CaptionLabel::resizeEvent(QResizeEvent* event) {
+  QLabel::resizeEvent(event);
+  SetToolTip();
+}
+
+void CaptionLabel::SetToolTip() {
+  const bool cut = fontMetrics().horizontalAdvance(text()) > contentsRect().width();
+  // As rich text the tool tip would show a title's "<" as markup.
+  setToolTip(cut ? QStringLiteral("<qt>%1</qt>").arg(text().toHtmlEscaped()) : QString());
+}
+
+void CaptionLabel::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
+  style()->drawItemText(&painter, contentsRect(), static_cast<int>(alignment()) | Qt::TextSingleLine,
+                        palette(), isEnabled(), shown, foregroundRole());
+}
+
+}  // namespace veldrin::platform

@@ -1,0 +1,310 @@
+#include "platform/dao/dynaset.h"
+
+#include <sqlite3.h>
+
+#include <QRegularExpression>
+#include <algorithm>
+
+#include "platform/dao/errors.h"
+#include "platform/runtime_error.h"
+#include "platform/sql_dialect.h"
+
+namespace veldrin::platform {
+
+namespace {
+
+using Option = QRegularExpression;
+
+// What another command or another machine deleted can't be written any more.
+void RequireRow(int changedRows) {
+  if (changedRows == 0) throw RuntimeError(errRecordDeleted, QStringLiteral("Record is deleted."));
+}
+
+// The numeric primary key of a table; empty when it has none or more than one column.
+QString KeyOf(Connection& connection, const QString& table) {
+  SQLite::Statement columns(connection.Sqlite(), "SELECT name, type, pk FROM pragma_table_info(?)");
+  columns.bind(1, table.toStdString());
+  QString key;
+  while (columns.executeStep()) {
+    if (columns.getColumn(2).getInt() == 0) continue;
+    const bool numeric = columns.getColumn(1).getString() == "INTEGER";
+    if (!key.isEmpty() || !numeric) return {};
+    key = QString::fromStdString(columns.getColumn(0).getString());
+  }
+  return key;
+}
+
+QString SelectKeys(const QString& table, const QString& key, const QString& from) {
+  return QStringLiteral("SELECT %1.%2 FROM %3").arg(table, key, from);
+}
+
+// "SELECT DISTINCT ... FROM (T INNER JOIN L ON T.k = L.k) INNER JOIN P ON <condition>", with k the key of T:
+// the rows of T that a row of L leads to. Being distinct is a matter of keys alone then, and without a
+// condition on T the keys can be read from L without looking at T.
+std::optional<KeySource> FromStoredJoin(Connection& connection, const QString& query, const QString& where) {
+  static const QRegularExpression shape(
+      QStringLiteral(
+          R"(^SELECT DISTINCT .+ FROM \((\w+) INNER JOIN (\w+) ON \1\.(\w+) = \2\.\3\) INNER JOIN (\w+) ON (.+)$)"),
+      Option::CaseInsensitiveOption);
+  const auto match = shape.match(query.simplified());
+  if (!match.hasMatch()) return std::nullopt;
+  const QString table = match.captured(1);
+  const QString links = match.captured(2);
+  const QString key = match.captured(3);
+  const QString parameter = match.captured(4);
+  if (KeyOf(connection, table).compare(key, Qt::CaseInsensitive) != 0) return std::nullopt;
+
+  // The one-row table comes first: CROSS JOIN makes SQLite keep the order, and the range on the links follows
+  // it.
+  const QString join = QStringLiteral("%1 CROSS JOIN %2").arg(parameter, links);
+  const QString linkedKeys =
+      SelectKeys(links, key, join + QStringLiteral(" WHERE ") + ToSqlite(match.captured(5)));
+  KeySource source;
+  source.Table = table;
+  source.Key = key;
+  // The links stand in a query of their own, so that a criterion's field names mean the table's alone.
+  source.FindSql =
+      SelectKeys(table, key, table) + QStringLiteral(" WHERE %1.%2 IN (%3) AND ").arg(table, key, linkedKeys);
+  if (!where.isEmpty()) source.FindSql += QStringLiteral("(%1) AND ").arg(ToSqlite(where));
+  source.Unchecked = where.isEmpty();
+  source.KeySql = where.isEmpty() ? linkedKeys : source.FindSql + QStringLiteral("1");
+  return source;
+}
+
+// A statement that gives keys: the hot path of a click on a folder, straight through SQLite's own interface.
+class KeyStatement {
+ public:
+  KeyStatement(sqlite3* db, const QString& sql) : Db(db) {
+    if (sqlite3_prepare_v2(db, sql.toUtf8().constData(), -1, &Statement, nullptr) != SQLITE_OK) {
+      throw FromSqlite(SQLite::Exception(db));
+    }
+  }
+  ~KeyStatement() { sqlite3_finalize(Statement); }
+  KeyStatement(const KeyStatement&) = delete;
+  KeyStatement& operator=(const KeyStatement&) = delete;
+
+  void SetRange(int first, int last) {
+    sqlite3_reset(Statement);
+    sqlite3_bind_int(Statement, 1, first);
+    sqlite3_bind_int(Statement, 2, last);
+  }
+
+  bool Step() {
+    const int result = sqlite3_step(Statement);
+    if (result == SQLITE_ROW) return true;
+    if (result != SQLITE_DONE) throw FromSqlite(SQLite::Exception(Db, result));
+    return false;
+  }
+
+  int Key() const { return sqlite3_column_int(Statement, 0); }
+
+ private:
+  sqlite3* Db;
+  sqlite3_stmt* Statement = nullptr;
+};
+
+}  // namespace
+
+std::optional<KeySource> FindKeySource(Connection& connection, const QString& sql) {
+  static const QRegularExpression shape(
+      QStringLiteral(R"(^(?:SELECT (?:(\w+)\.)?\* FROM )?(\w+)(?: WHERE (.+))?$)"),
+      Option::CaseInsensitiveOption | Option::DotMatchesEverythingOption);
+  const auto match = shape.match(sql.trimmed());
+  if (!match.hasMatch()) return std::nullopt;
+  const QString table = match.captured(2);
+  const QString where = match.captured(3);
+  const QString named = match.captured(1);
+  if (!named.isEmpty() && named.compare(table, Qt::CaseInsensitive) != 0) return std::nullopt;
+
+  const QString query = connection.QuerySql(table);
+  if (!query.isEmpty()) return FromStoredJoin(connection, query, where);
+  KeySource source;
+  source.Table = table;
+  source.Key = KeyOf(connection, table);
+  source.Unchecked = false;
+  const QString from = SelectKeys(table, source.Key, table);
+  source.KeySql = where.isEmpty() ? from : from + QStringLiteral(" WHERE ") + ToSqlite(where);
+  source.FindSql = from + QStringLiteral(" WHERE ");
+  if (!where.isEmpty()) source.FindSql += QStringLiteral("(%1) AND ").arg(ToSqlite(where));
+  return source;
+}
+
+Dynaset::Dynaset(std::shared_ptr<Connection> connection, KeySource source)
+    : TheConnection(std::move(connection)), Source(std::move(source)) {
+  WithSqliteErrors([&] { LoadColumns(); });
+}
+
+void Dynaset::LoadColumns() {
+  static const QRegularExpression textSize(QStringLiteral(R"(^TEXT\((\d+)\)$)"));
+  SQLite::Statement columns(TheConnection->Sqlite(), "SELECT name, type FROM pragma_table_info(?)");
+  columns.bind(1, Source.Table.toStdString());
+  while (columns.executeStep()) {
+    const QString type = QString::fromStdString(columns.getColumn(1).getString());
+    Names << QString::fromStdString(columns.getColumn(0).getString());
+    IsDate.push_back(type == QLatin1String("DATETIME"));
+    Sizes.push_back(textSize.match(type).captured(1).toInt());
+  }
+  if (Names.isEmpty()) {
+    throw RuntimeError(errNoSuchTable, QStringLiteral("no such table: %1").arg(Source.Table));
+  }
+}
+
+std::vector<int> Dynaset::ReadKeys(const QString& sqliteSql) const {
+  KeyStatement statement(TheConnection->Sqlite().getHandle(), sqliteSql);
+  std::vector<int> keys;
+  while (statement.Step()) keys.push_back(statement.Key());
+  return keys;
+}
+
+const std::vector<int>& Dynaset::Keys() const {
+  if (TheKeys) return *TheKeys;
+  if (Source.Key.isEmpty()) {
+    throw RuntimeError(errReadOnly, QStringLiteral("Rows of %1 can only be added.").arg(Source.Table));
+  }
+  std::vector<int> keys = ReadKeys(Source.KeySql);
+  if (!std::is_sorted(keys.begin(), keys.end())) std::sort(keys.begin(), keys.end());
+  keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
+  if (Source.Unchecked) RemoveKeysWithoutRow(keys);
+  keys.shrink_to_fit();
+  TheKeys = std::move(keys);
+  return *TheKeys;
+}
+
+// Keys that lie close together are read in one go from the table's key index; a key far from others costs a
+// go of its own.
+void Dynaset::RemoveKeysWithoutRow(std::vector<int>& keys) const {
+  constexpr int CloseTogether = 8;  // About as many keys are read in the time of one look-up.
+  const ReadTransaction transaction(*TheConnection);
+  KeyStatement rows(
+      TheConnection->Sqlite().getHandle(),
+      QStringLiteral("SELECT %1 FROM %2 WHERE %1 BETWEEN ? AND ? ORDER BY %1").arg(Source.Key, Source.Table));
+  auto kept = keys.begin();
+  for (auto first = keys.begin(); first != keys.end();) {
+    auto last = first + 1;
+    while (last != keys.end() && *last - *(last - 1) <= CloseTogether) ++last;
+    rows.SetRange(*first, *(last - 1));
+    while (rows.Step()) {
+      while (*first < rows.Key()) ++first;
+      if (*first == rows.Key()) *kept++ = *first++;
+    }
+    first = last;
+  }
+  keys.erase(kept, keys.end());
+}
+
+std::vector<std::vector<Value>> Dynaset::ReadRows(int first, int count) const {
+  const std::vector<int>& keys = Keys();
+  return WithSqliteErrors([&] {
+    const ReadTransaction transaction(*TheConnection);
+    SQLite::Statement& find = TheConnection->Prepared(
+        QStringLiteral("SELECT * FROM %1 WHERE %2 = ?").arg(Source.Table, Source.Key));
+    std::vector<std::vector<Value>> rows(static_cast<size_t>(count));
+    for (int i = 0; i < count; ++i) {
+      const StatementUse row(find);
+      row->bind(1, keys[static_cast<size_t>(first + i)]);
+      if (!row->executeStep()) continue;
+      for (int column = 0; column < Names.size(); ++column) {
+        rows[static_cast<size_t>(i)].push_back(ReadColumn(*row, column, IsDate[static_cast<size_t>(column)]));
+      }
+    }
+    return rows;
+  });
+}
+
+int Dynaset::PositionOf(int bookmark) const {
+  const auto at = std::lower_bound(Keys().begin(), Keys().end(), bookmark);
+  return at != Keys().end() && *at == bookmark ? static_cast<int>(at - Keys().begin()) : -1;
+}
+
+int Dynaset::FindPosition(const QString& criteria) const {
+  if (Keys().empty()) return -1;
+  std::vector<int> found = ReadKeys(Source.FindSql + QStringLiteral("(%1)").arg(ToSqlite(criteria)));
+  std::sort(found.begin(), found.end());
+  // A row that came after the list was read has a key, but no place in the list.
+  for (int key : found) {
+    if (const int position = PositionOf(key); position >= 0) return position;
+  }
+  return -1;
+}
+
+void Dynaset::AddNew() {
+  State = Writing::Added;
+  Changes.clear();
+}
+
+void Dynaset::Edit() {
+  RequireCurrent();
+  State = Writing::Edited;
+  Changes.clear();
+}
+
+void Dynaset::SetField(const QString& name, const Value& value) {
+  if (State == Writing::None)
+    throw RuntimeError(3020, QStringLiteral("Update or CancelUpdate without AddNew or Edit."));
+  const qsizetype column = Names.indexOf(name);
+  if (column < 0)
+    throw RuntimeError(errItemNotFound, QStringLiteral("Item not found in this collection: %1").arg(name));
+  const int size = Sizes[static_cast<size_t>(column)];
+  if (size > 0 && value.toString().toUcs4().size() > size) {
+    throw RuntimeError(
+        errFieldTooSmall,
+        QStringLiteral("The field is too small to accept the amount of data you attempted to add."));
+  }
+  Changes[static_cast<int>(column)] = value;
+}
+
+void Dynaset::Update() {
+  WithSqliteErrors([&] {
+    if (State == Writing::Added) Insert();
+    if (State == Writing::Edited && !Changes.empty()) Write();
+  });
+  State = Writing::None;
+  Moved();
+}
+
+// The values of a statement that writes. A field that was set twice has its last value.
+void Dynaset::BindChanges(SQLite::Statement& statement) const {
+  int index = 0;
+  for (const auto& [column, value] : Changes) BindValue(statement, ++index, value);
+}
+
+void Dynaset::Insert() {
+  QStringList names;
+  QStringList marks;
+  for (const auto& [column, value] : Changes) {
+    names << QuoteName(Names[column]);
+    marks << QStringLiteral("?");
+  }
+  const QString values = names.isEmpty()
+                             ? QStringLiteral("DEFAULT VALUES")
+                             : QStringLiteral("(%1) VALUES (%2)")
+                                   .arg(names.join(QLatin1Char(',')), marks.join(QLatin1Char(',')));
+  const StatementUse insert(
+      TheConnection->Prepared(QStringLiteral("INSERT INTO %1 %2").arg(Source.Table, values)));
+  BindChanges(*insert);
+  insert->exec();
+}
+
+void Dynaset::Write() {
+  QStringList sets;
+  for (const auto& [column, value] : Changes) sets << QuoteName(Names[column]) + QStringLiteral(" = ?");
+  const StatementUse update(
+      TheConnection->Prepared(QStringLiteral("UPDATE %1 SET %2 WHERE %3 = ?")
+                                  .arg(Source.Table, sets.join(QLatin1Char(',')), Source.Key)));
+  BindChanges(*update);
+  update->bind(static_cast<int>(Changes.size()) + 1, Bookmark());
+  RequireRow(update->exec());
+}
+
+void Dynaset::Delete() {
+  RequireCurrent();
+  WithSqliteErrors([&] {
+    const StatementUse remove(
+        TheConnection->Prepared(QStringLiteral("DELETE FROM %1 WHERE %2 = ?").arg(Source.Table, Source.Key)));
+    remove->bind(1, Bookmark());
+    RequireRow(remove->exec());
+  });
+  Moved();
+}
+
+}  // namespace veldrin::platform

@@ -1,0 +1,77 @@
+#include "platform/dao/recordset.h"
+
+#include "platform/runtime_error.h"
+
+namespace veldrin::platform {
+
+namespace {
+
+[[noreturn]] void RefuseWriting() {
+  throw RuntimeError(errReadOnly, QStringLiteral("Cannot update. Database or object is read-only."));
+}
+
+}  // namespace
+
+void Recordset::MoveTo(int position) {
+  Position = position;
+  Moved();
+}
+
+void Recordset::RequireCurrent() const {
+  if (AbsolutePosition() < 0) throw RuntimeError(errNoCurrentRecord, QStringLiteral("No current record."));
+}
+
+void Recordset::SetAbsolutePosition(int position) {
+  if (position < 0 || position >= RecordCount()) {
+    throw RuntimeError(errNoCurrentRecord, QStringLiteral("No current record."));
+  }
+  MoveTo(position);
+}
+
+void Recordset::MoveFirst() { SetAbsolutePosition(0); }
+
+void Recordset::MoveLast() { SetAbsolutePosition(RecordCount() - 1); }
+
+void Recordset::MoveNext() {
+  if (AtEOF()) RequireCurrent();
+  MoveTo(Position + 1);
+}
+
+void Recordset::MovePrevious() {
+  if (BOF()) RequireCurrent();
+  MoveTo(Position - 1);
+}
+
+int Recordset::Bookmark() const {
+  RequireCurrent();
+  return BookmarkAt(Position);
+}
+
+void Recordset::SetBookmark(int bookmark) { SetAbsolutePosition(PositionOf(bookmark)); }
+
+Value Recordset::Field(const QString& name) const {
+  RequireCurrent();
+  const qsizetype column = FieldNames().indexOf(name, 0);
+  if (column < 0) {
+    throw RuntimeError(errItemNotFound, QStringLiteral("Item not found in this collection: %1").arg(name));
+  }
+  if (CurrentRow.empty()) {
+    CurrentRow = ReadRows(Position, 1).front();
+    if (CurrentRow.empty()) throw RuntimeError(errRecordDeleted, QStringLiteral("Record is deleted."));
+  }
+  return CurrentRow[static_cast<size_t>(column)];
+}
+
+void Recordset::FindFirst(const QString& criteria) {
+  const int position = FindPosition(criteria);
+  TheNoMatch = position < 0;
+  if (!TheNoMatch) MoveTo(position);
+}
+
+void Recordset::AddNew() { RefuseWriting(); }
+void Recordset::Edit() { RefuseWriting(); }
+void Recordset::SetField(const QString&, const Value&) { RefuseWriting(); }
+void Recordset::Update() { RefuseWriting(); }
+void Recordset::Delete() { RefuseWriting(); }
+
+}  // namespace veldrin::platform

@@ -1,0 +1,79 @@
+// A list of rows with a current row.
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <vector>
+
+#include "platform/dao/value.h"
+
+namespace veldrin::platform {
+
+enum RecordsetType { dbOpenDynaset = 2, dbOpenSnapshot = 4 };
+
+/// The position runs from -1 (before the first row, BOF) to RecordCount (behind the last, EOF). A recordset
+/// opens on its first row. Moving and reading without a current row raises 3021.
+class Recordset {
+ public:
+  virtual ~Recordset() = default;
+
+  virtual int RecordCount() const = 0;
+  virtual QStringList FieldNames() const = 0;
+
+  bool BOF() const { return Position < 0 || RecordCount() == 0; }
+  // `EOF` is a macro of the C library.
+  bool AtEOF() const { return Position >= RecordCount(); }
+
+  /// 0 based; -1 without a current row.
+  int AbsolutePosition() const { return BOF() || AtEOF() ? -1 : Position; }
+  void SetAbsolutePosition(int position);
+
+  void MoveFirst();
+  void MoveLast();
+  void MoveNext();
+  void MovePrevious();
+
+  /// Identifies the current row for as long as the recordset is open.
+  int Bookmark() const;
+  void SetBookmark(int bookmark);
+
+  /// The current row's field; 3265 for a name that isn't there.
+  Value Field(const QString& name) const;
+
+  /// Moves to the first row that meets the criteria, the text of a WHERE clause, or sets NoMatch and stays.
+  void FindFirst(const QString& criteria);
+  bool NoMatch() const { return TheNoMatch; }
+
+  /// Writing: AddNew or Edit, then SetField, then Update. SetField raises 3163 for a text that is too long.
+  /// AddNew and Update leave the current row where it is. A snapshot raises 3027.
+  virtual void AddNew();
+  virtual void Edit();
+  virtual void SetField(const QString& name, const Value& value);
+  virtual void Update();
+  /// Deletes the current row, which stays current, as a row that can't be read, until the next move.
+  virtual void Delete();
+
+  /// Reads `count` rows from `first` on without moving; a row that has gone is an empty vector.
+  virtual std::vector<std::vector<Value>> ReadRows(int first, int count) const = 0;
+
+ protected:
+  virtual int BookmarkAt(int position) const { return position; }
+  /// The position of a bookmark; -1 when no row has it.
+  virtual int PositionOf(int bookmark) const { return bookmark; }
+  /// The position of the first row that meets the criteria; -1 when none does.
+  virtual int FindPosition(const QString& criteria) const = 0;
+  void RequireCurrent() const;
+  void ResetPosition() { Position = 0; }
+  int CurrentPosition() const { return Position; }
+  /// Called by every move, so that the current row is read afresh.
+  virtual void Moved() const { CurrentRow.clear(); }
+
+ private:
+  void MoveTo(int position);
+
+  int Position = 0;
+  bool TheNoMatch = false;
+  mutable std::vector<Value> CurrentRow;
+};
+
+}  // namespace veldrin::platform

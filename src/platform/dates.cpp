@@ -1,0 +1,79 @@
+#include "platform/dates.h"
+
+#include <QRegularExpression>
+
+namespace veldrin::platform {
+
+namespace {
+
+// Years of two digits lie between 1930 and 2029; Qt takes them for years of the twentieth century.
+constexpr int FirstShortYear = 1930;
+
+// The locale's short form with a year of four digits: what is shown is what is meant when it is read again.
+QString LongYearForm(const QLocale& locale) {
+  QString form = locale.dateFormat(QLocale::ShortFormat).simplified();
+  if (!form.contains(QLatin1String("yyyy"))) form.replace(QLatin1String("yy"), QLatin1String("yyyy"));
+  return form;
+}
+
+// The locale's short form with seconds.
+QString SecondsForm(const QLocale& locale) {
+  QString form = locale.timeFormat(QLocale::ShortFormat).simplified();
+  const qsizetype minutes = form.indexOf(QLatin1String("mm"));
+  if (minutes > 0 && !form.contains(QLatin1Char('s'))) {
+    form.insert(minutes + 2, form.mid(minutes - 1, 1) + QLatin1String("ss"));
+  }
+  return form;
+}
+
+std::optional<QDate> ParseDay(const QString& text, const QLocale& locale) {
+  // Days and months count with and without a leading zero.
+  static const QRegularExpression twoDigits(QStringLiteral("(?<![dM])(d|M)\\1(?!\\1)"));
+  const QString local = LongYearForm(locale).replace(twoDigits, QStringLiteral("\\1"));
+  for (const QString& form : {local, QStringLiteral("yyyy-M-d"), QStringLiteral("M/d/yyyy")}) {
+    const QDate day = locale.toDate(text, form);
+    if (day.isValid() && day.year() >= 100 && day.year() <= 9999) return day;
+  }
+  const QDate day = locale.toDate(text, QString(local).replace(QLatin1String("yyyy"), QLatin1String("yy")));
+  if (!day.isValid()) return std::nullopt;
+  return day.year() < FirstShortYear ? day.addYears(100) : day;
+}
+
+std::optional<QTime> ParseTime(const QString& text, const QLocale& locale) {
+  for (const QString& form : {QStringLiteral("H:mm:ss"), QStringLiteral("H:mm"), QStringLiteral("h:mm:ss AP"),
+                              QStringLiteral("h:mm AP")}) {
+    const QTime time = QLocale::c().toTime(text, form);
+    if (time.isValid()) return time;
+  }
+  for (const QString& form : {locale.timeFormat(QLocale::ShortFormat).simplified(), SecondsForm(locale)}) {
+    const QTime time = locale.toTime(text, form);
+    if (time.isValid()) return time;
+  }
+  return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<QDateTime> ParseDate(const QString& text, const QLocale& locale) {
+  const QString trimmed = text.simplified();
+  if (const auto day = ParseDay(trimmed, locale)) return QDateTime(*day, QTime(0, 0));
+  // A locale's date may hold blanks itself, so the time is looked for behind each of them.
+  for (qsizetype blank = trimmed.indexOf(QLatin1Char(' ')); blank > 0;
+       blank = trimmed.indexOf(QLatin1Char(' '), blank + 1)) {
+    const auto day = ParseDay(trimmed.left(blank), locale);
+    const auto time = ParseTime(trimmed.mid(blank + 1), locale);
+    if (day && time) return QDateTime(*day, *time);
+  }
+  return std::nullopt;
+}
+
+QString FormatDate(const QDateTime& date, const QLocale& locale) {
+  const QString day = locale.toString(date.date(), LongYearForm(locale));
+  const QTime time = date.time();
+  if (time == QTime(0, 0)) return day;
+  const QString form =
+      time.second() == 0 ? locale.timeFormat(QLocale::ShortFormat).simplified() : SecondsForm(locale);
+  return day + QLatin1Char(' ') + locale.toString(time, form);
+}
+
+}  // namespace veldrin::platform

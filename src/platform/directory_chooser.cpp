@@ -1,0 +1,50 @@
+#include "platform/directory_chooser.h"
+
+#include <QVBoxLayout>
+
+#include "platform/failure.h"
+#include "platform/msg_box.h"
+
+namespace veldrin::platform {
+
+DirectoryChooser::DirectoryChooser(QWidget* parent, DriveListBox::VolumeSource volumes)
+    : QWidget(parent), TheDrive(new DriveListBox(this, std::move(volumes))), TheDir(new DirListBox(this)) {
+  TheDrive->setObjectName(QStringLiteral("Drive1"));
+  TheDir->setObjectName(QStringLiteral("Dir1"));
+  // A volume's long label must not widen the whole chooser.
+  TheDrive->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(TheDrive);
+  layout->addWidget(TheDir);
+  TheDrive->ShowDrive(TheDir->Path());
+  connect(TheDrive, &DriveListBox::Change, this, &DirectoryChooser::Drive1_Change);
+  connect(TheDir, &DirListBox::Change, this, &DirectoryChooser::Dir1_Change);
+}
+
+void DirectoryChooser::SetPath(const QString& path) {
+  TheDrive->SetDrive(path);
+  TheDir->SetPath(path);
+}
+
+void DirectoryChooser::Drive1_Change() {
+  if (Restoring) return;
+  const QString earlier = TheDir->Path();
+  try {
+    TheDir->SetPath(TheDrive->Drive());
+  } catch (const RuntimeError& error) {
+    MsgBox(this, ErrorCodeText(error));
+    Restoring = true;
+    ResumeNext([&] { TheDrive->SetDrive(earlier); });
+    ResumeNext([&] { TheDir->SetPath(earlier); });
+    Restoring = false;
+  }
+}
+
+// A directory of another volume can be reached from directory to directory, too.
+void DirectoryChooser::Dir1_Change() {
+  TheDrive->ShowDrive(TheDir->Path());
+  Q_EMIT Change();
+}
+
+}  // namespace veldrin::platform

@@ -1,0 +1,33 @@
+// Copies of files that survive a crash: whole, flushed, and put in place under their name in one step.
+#pragma once
+
+#include <QString>
+
+namespace veldrin::platform {
+
+/// The copy of a regular file's bytes, written by the constructor and safe against a power cut after Flush. A
+/// file that stands under the target's name is replaced.
+class FileCopy {
+ public:
+  /// Raises 53 for a source that can't be opened or isn't a regular file, 61 where the disk is full, 75
+  /// otherwise; no target is left then.
+  FileCopy(const QString& source, const QString& target);
+  ~FileCopy();
+  FileCopy(const FileCopy&) = delete;
+  FileCopy& operator=(const FileCopy&) = delete;
+
+  /// Waits until the bytes are on the disk. Raises 61 or 75.
+  void Flush();
+
+ private:
+  QString Target;
+  int File = -1;
+};
+
+/// Makes renamings and new names in a directory safe against a power cut. Raises 76 or 75.
+void SyncDirectory(const QString& directory);
+
+/// Renames a file within a file system, never over one that exists: returns false then. Raises 53, 61 or 75.
+bool RenameToFree(const QString& from, const QString& to);
+
+}  // namespace veldrin::platform

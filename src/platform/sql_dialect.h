@@ -1,0 +1,36 @@
+// Turns the program's SQL texts into SQLite's. The program writes the dialect of the engine its catalogues
+// come from: #dates#, DateValue, Left, Like with * ? # [...], [names], DELETE over a join, texts compared
+// without regard to case.
+#pragma once
+
+#include <QString>
+#include <vector>
+
+namespace veldrin::platform {
+
+struct SqlToken {
+  enum TokenKind { Word, Number, Text, Date, Symbol };
+  TokenKind Kind;
+  QString Content;  ///< the content, without quotes, signs or brackets
+
+  bool Is(const char* word) const;
+};
+
+/// Raises 3075 for a text or a date that does not end and for anything behind the one statement.
+std::vector<SqlToken> TokenizeSql(const QString& sql);
+
+/// The tokens as SQLite reads them, without any of the translations below.
+QString JoinTokens(const std::vector<SqlToken>& tokens);
+
+/// `dropClashes`: rows that clash with a key are left out and the others go in; a text too long is an error
+/// still. Raises 3075 for what is no statement of the dialect.
+QString ToSqlite(const QString& sql, bool dropClashes = false);
+
+/// The text with its apostrophes doubled, for an SQL text.
+QString QuoteSql(const QString& text);
+
+/// The match of `Like`: * any characters, ? one, # one digit, [abc], [a-z], [!a] one of or none of a set;
+/// without regard to case.
+bool MatchesLike(const QString& pattern, const QString& text);
+
+}  // namespace veldrin::platform

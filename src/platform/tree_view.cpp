@@ -1,0 +1,139 @@
+#include "platform/tree_view.h"
+
+#include <QIcon>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <algorithm>
+
+#include "platform/runtime_error.h"
+
+namespace veldrin::platform {
+
+namespace {
+
+// Qt draws the state On for an open branch. The theme's small folders are line drawings; the coloured ones
+// are made for larger sizes and scale down well.
+QIcon FolderIcon() {
+  constexpr int Size = 64;
+  QIcon icon;
+  icon.addPixmap(QIcon::fromTheme(QStringLiteral("folder")).pixmap(Size), QIcon::Normal, QIcon::Off);
+  icon.addPixmap(QIcon::fromTheme(QStringLiteral("folder-open")).pixmap(Size), QIcon::Normal, QIcon::On);
+  return icon;
+}
+
+}  // namespace
+
+// Qt asks for writable items where it only compares them.
+Node* Node::Sibling(int offset) const {
+  const Node* parent = Parent();
+  if (parent == nullptr) return nullptr;
+  return static_cast<Node*>(parent->child(parent->indexOfChild(const_cast<Node*>(this)) + offset));
+}
+
+Node* Node::Next() const { return Sibling(1); }
+Node* Node::Previous() const { return Sibling(-1); }
+
+Node* Node::FirstSibling() const { return Parent() == nullptr ? const_cast<Node*>(this) : Parent()->Child(); }
+
+Node* Node::LastSibling() const {
+  const Node* parent = Parent();
+  if (parent == nullptr) return const_cast<Node*>(this);
+  return static_cast<Node*>(parent->child(parent->Children() - 1));
+}
+
+void Node::SetGrey(bool grey) {
+  Grey = grey;
+  setForeground(0, grey ? QBrush(QColor::fromRgb(GreyNodeColor)) : QBrush());
+}
+
+TreeView::TreeView(QWidget* parent) : QTreeWidget(parent) {
+  setHeaderHidden(true);
+  setColumnCount(1);
+  setUniformRowHeights(true);
+  setSelectionMode(QAbstractItemView::SingleSelection);
+  setEditTriggers(QAbstractItemView::NoEditTriggers);
+  setTextElideMode(Qt::ElideRight);
+  setIconSize(QSize(18, 18));
+}
+
+Node* TreeView::Add(Node* relative, const QString& text) {
+  static const QIcon icon = FolderIcon();
+  auto* node = new Node(text, Count() + 1);
+  node->setIcon(0, icon);
+  node->setFlags(node->flags() | Qt::ItemIsEditable);
+  Nodes.push_back(node);
+  if (relative == nullptr) {
+    addTopLevelItem(node);
+  } else {
+    relative->addChild(node);
+  }
+  return node;
+}
+
+void TreeView::Remove(Node* node) {
+  Node* parent = node->Parent();
+  bool selectionGoes = false;
+  for (const Node* selected = SelectedItem(); selected != nullptr; selected = selected->Parent()) {
+    selectionGoes |= selected == node;
+  }
+  if (selectionGoes && parent != nullptr) Select(parent);
+  Forget(node);
+  delete node;
+  Renumber();
+}
+
+void TreeView::Forget(Node* node) {
+  for (int i = 0; i < node->Children(); ++i) Forget(static_cast<Node*>(node->child(i)));
+  Nodes[static_cast<size_t>(node->Index() - 1)] = nullptr;
+}
+
+void TreeView::Renumber() {
+  std::erase(Nodes, nullptr);
+  for (size_t i = 0; i < Nodes.size(); ++i) Nodes[i]->TheIndex = static_cast<int>(i) + 1;
+}
+
+Node* TreeView::NodeAt(int index) const {
+  if (index < 1 || index > Count()) {
+    throw RuntimeError(errSubscriptOutOfRange, QStringLiteral("Index out of bounds."));
+  }
+  return Nodes[static_cast<size_t>(index - 1)];
+}
+
+void TreeView::Select(Node* node) {
+  setCurrentItem(node);
+  if (Filling) return;
+  for (Node* parent = node->Parent(); parent != nullptr; parent = parent->Parent()) parent->setExpanded(true);
+  scrollToItem(node);
+}
+
+void TreeView::SetFilling(bool filling) {
+  Filling = filling;
+  setUpdatesEnabled(!filling);
+}
+
+void TreeView::mousePressEvent(QMouseEvent* event) {
+  const Node* before = SelectedItem();
+  const QPoint point = event->pos();
+  const bool onNode = [&] {
+    const Node* node = HitTest(point);
+    return node != nullptr && visualItemRect(node).contains(point);
+  }();
+  Q_EMIT MouseDown(event->button(), point);
+  if (event->button() == Qt::RightButton) return event->accept();
+  QTreeWidget::mousePressEvent(event);
+  // A press on the arrow of a branch opens it and selects nothing.
+  if (SelectedItem() != nullptr && (onNode || SelectedItem() != before)) Q_EMIT NodeClick(SelectedItem());
+}
+
+void TreeView::keyPressEvent(QKeyEvent* event) {
+  const Node* before = SelectedItem();
+  QTreeWidget::keyPressEvent(event);
+  if (SelectedItem() != nullptr && SelectedItem() != before) Q_EMIT NodeClick(SelectedItem());
+}
+
+void TreeView::keyReleaseEvent(QKeyEvent* event) {
+  QTreeWidget::keyReleaseEvent(event);
+  if (!event->isAutoRepeat()) Q_EMIT KeyUp();
+}
+
+}  // namespace veldrin::platform

@@ -1,0 +1,125 @@
+#include "support/test_support.h"
+
+#include <gtest/gtest.h>
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QPainter>
+#include <QTimer>
+
+#include "catalogue/image_store.h"
+#include "catalogue/schema.h"
+#include "folders/folder_keys.h"
+#include "platform/sql_dialect.h"
+
+namespace veldrin::test {
+
+QStringList AnswerBoxes(const std::function<void()>& action,
+                        const QList<QMessageBox::StandardButton>& answers) {
+  QStringList seen;
+  QTimer timer;
+  timer.setInterval(0);
+  QObject::connect(&timer, &QTimer::timeout, &timer, [&] {
+    auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+    if (box == nullptr) return;
+    const auto button =
+        seen.size() < answers.size() ? answers[seen.size()] : box->standardButton(box->buttons().front());
+    seen << box->windowTitle() + QLatin1Char('|') + box->text();
+    if (box->button(button) == nullptr) {
+      ADD_FAILURE() << "no such button in the box " << seen.back().toStdString();
+      return box->reject();
+    }
+    box->button(button)->click();
+  });
+  timer.start();
+  action();
+  EXPECT_EQ(seen.size(), answers.size()) << "boxes seen: " << seen.join(QLatin1Char('\n')).toStdString();
+  return seen;
+}
+
+void WritePicture(const QString& path, QSize size, QColor color) {
+  QImage image(size, QImage::Format_RGB32);
+  image.fill(color);
+  QPainter(&image).fillRect(0, 0, size.width() / 2, size.height() / 2, Qt::white);
+  ASSERT_TRUE(image.save(path)) << path.toStdString();
+}
+
+QByteArray ReadFile(const QString& path) {
+  QFile file(path);
+  EXPECT_TRUE(file.open(QIODevice::ReadOnly)) << path.toStdString();
+  return file.readAll();
+}
+
+void WriteFile(const QString& path, const QByteArray& bytes) {
+  QFile file(path);
+  ASSERT_TRUE(file.open(QIODevice::WriteOnly)) << path.toStdString();
+  ASSERT_EQ(file.write(bytes), bytes.size());
+}
+
+TestCatalogue::TestCatalogue(bool open) {
+  const QString database = Directory.path() + QStringLiteral("/Database");
+  QDir().mkpath(database + QStringLiteral("/Images/Thumbnails"));
+  QDir().mkpath(database + QStringLiteral("/Music"));
+  QDir().mkpath(Directory.path() + QStringLiteral("/Temp"));
+  for (const char* name : {"Photos.mdb", "TmpPhotos.mdb", "Veldrin.MDW"}) {
+    const QString file = QStringLiteral("/") + QLatin1String(name);
+    EXPECT_TRUE(QFile::copy(QStringLiteral(READY_MADE_DIR) + file, database + file));
+  }
+  ThePaths.IniFile = Directory.path() + QStringLiteral("/Ini/Veldrin.ini");
+  ThePaths.DatabaseFile = database + QStringLiteral("/Photos.mdb");
+  ThePaths.ImageDir = database + QStringLiteral("/Images/");
+  ThePaths.ThumbDir = database + QStringLiteral("/Images/Thumbnails/");
+  ThePaths.MusicDir = database + QStringLiteral("/Music/");
+  ThePaths.TempDir = Directory.path() + QStringLiteral("/Temp/");
+  TheEngine.SystemDB = database + QStringLiteral("/Veldrin.MDW");
+  if (open) {
+    EXPECT_TRUE(catalogue::CreateWorkFile(ThePaths, TheEngine, ProgramPath()));
+    EXPECT_TRUE(catalogue::OpenCatalogue(ThePaths, TheEngine));
+  }
+}
+
+void TestCatalogue::Execute(const QStringList& statements) {
+  const auto database = TheEngine.OpenDatabase(ThePaths.WorkFile);
+  for (const QString& statement : statements) database->Execute(statement, platform::dbFailOnError);
+}
+
+QString TestCatalogue::Value(const QString& sql) {
+  const QStringList rows = Rows(sql);
+  return rows.isEmpty() ? QStringLiteral("<none>") : rows.front().section(QLatin1Char('|'), 0, 0);
+}
+
+QStringList TestCatalogue::Rows(const QString& sql) {
+  const auto database = TheEngine.OpenDatabase(ThePaths.WorkFile);
+  const auto recordset = database->OpenRecordset(sql, platform::dbOpenSnapshot);
+  QStringList rows;
+  for (const auto& row : recordset->ReadRows(0, recordset->RecordCount())) {
+    QStringList values;
+    for (const auto& value : row)
+      values << (platform::IsNull(value) ? QStringLiteral("<null>") : value.toString());
+    rows << values.join(QLatin1Char('|'));
+  }
+  return rows;
+}
+
+void TestCatalogue::AddFolder(const QString& key, const QString& name) {
+  Execute({QStringLiteral("INSERT INTO %1 (IDNo, FolderName) VALUES('%2', '%3')")
+               .arg(catalogue::LevelTable(folders::LevelOfKey(key)), key, platform::QuoteSql(name))});
+}
+
+void TestCatalogue::AddPhoto(int photoId, const QString& title, const QStringList& folderKeys, QSize size) {
+  Execute({QStringLiteral("INSERT INTO tblPhotos (PhotoID, ImageType, Title, CreateDate) VALUES(%1, 'jpg', "
+                          "'%2', #7/4/2001#)")
+               .arg(photoId)
+               .arg(platform::QuoteSql(title))});
+  for (const QString& key : folderKeys) {
+    Execute({QStringLiteral("INSERT INTO tblPhotoLinks (IDNo, PhotoID) VALUES('%1', %2)")
+                 .arg(folders::LinkKey(key))
+                 .arg(photoId)});
+  }
+  if (size.isValid()) WritePicture(catalogue::ImageFileName(ThePaths, photoId, QStringLiteral("jpg")), size);
+}
+
+}  // namespace veldrin::test

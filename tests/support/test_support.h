@@ -1,0 +1,60 @@
+// What the tests of all folders share: a catalogue of their own, pictures, message boxes that get their
+// answer.
+#pragma once
+
+#include <QImage>
+#include <QMessageBox>
+#include <QString>
+#include <QStringList>
+#include <QTemporaryDir>
+#include <functional>
+
+#include "catalogue/paths.h"
+#include "platform/dao/db_engine.h"
+
+namespace veldrin::test {
+
+/// The name of a case of a table of tests, whose type has a Name.
+constexpr auto CaseName = [](const auto& tested) { return std::string(tested.param.Name); };
+
+/// Runs the action and answers each message box that it opens, in order, with the next of the buttons.
+/// Returns the boxes' texts as "title|text". A box too many is closed and reported as a failure; so is a box
+/// that doesn't come.
+QStringList AnswerBoxes(const std::function<void()>& action,
+                        const QList<QMessageBox::StandardButton>& answers);
+
+/// Writes a picture of two colours to a file, in the format of its name's extension.
+void WritePicture(const QString& path, QSize size, QColor color = Qt::darkGreen);
+
+/// The bytes of a file; a missing one fails the test.
+QByteArray ReadFile(const QString& path);
+void WriteFile(const QString& path, const QByteArray& bytes);
+
+/// A program directory with the ready-made files, in a temporary directory, opened through its working copy.
+class TestCatalogue {
+ public:
+  /// `open` false leaves out CreateWorkFile and OpenCatalogue.
+  explicit TestCatalogue(bool open = true);
+
+  QString ProgramPath() const { return Directory.path(); }
+  catalogue::Paths& Paths() { return ThePaths; }
+  platform::DBEngine& Engine() { return TheEngine; }
+
+  /// Runs statements of the program's dialect on the working copy.
+  void Execute(const QStringList& statements);
+  /// The first value of a query's first row, as text; "<none>" without a row, "<null>" for Null.
+  QString Value(const QString& sql);
+  /// All rows of a query, values joined by "|".
+  QStringList Rows(const QString& sql);
+
+  void AddFolder(const QString& key, const QString& name);
+  /// A photo row with the links given by folder key, and a stored image when `size` is valid.
+  void AddPhoto(int photoId, const QString& title, const QStringList& folderKeys, QSize size = {});
+
+ private:
+  QTemporaryDir Directory;
+  catalogue::Paths ThePaths;
+  platform::DBEngine TheEngine;
+};
+
+}  // namespace veldrin::test
