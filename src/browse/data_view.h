@@ -1,0 +1,65 @@
+// Data View: the grid of the list, the preview of its current record, the counter and the buttons of the
+// first tab.
+#pragma once
+
+#include <QLabel>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QTableView>
+#include <QTimer>
+#include <QWidget>
+
+#include "browse/data_navigator.h"
+#include "browse/record_model.h"
+#include "catalogue/paths.h"
+#include "catalogue/record_list.h"
+
+namespace veldrin::browse {
+
+class DataView : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// The panel of the first tab.
+  DataView(catalogue::RecordList& data1, const catalogue::Paths& paths, QWidget* parent);
+
+  QTableView& TDBGrid1() { return *Grid; }
+  QRadioButton& PreviewOption(int index) { return *(index == 0 ? PreviewOn : PreviewOff); }
+
+  /// The colour of the grid's selected rows.
+  QColor GridSelColor() const;
+  void SetGridSelColor(QColor color);
+  void SetContentHeight(int pixels);
+
+  /// After a move of the list: the counter and the preview follow. Who knows that the first tab isn't shown
+  /// does not call it.
+  void Data1_Reposition();
+  /// Switches the preview on (0) or off (1) and draws it anew.
+  void PreviewOption_Click(int index);
+
+ Q_SIGNALS:
+  void RecordMenuRequested();
+
+ protected:
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  void MakeGrid();
+  void MakePreview();
+  void MakeButtons();
+  void ShowPreview();
+  void FollowRecord();
+
+  catalogue::RecordList& Data1;
+  const catalogue::Paths& ThePaths;
+  RecordModel Model;
+  QTableView* Grid = nullptr;
+  QRadioButton* PreviewOn = nullptr;
+  QRadioButton* PreviewOff = nullptr;
+  QWidget* picPreview = nullptr;
+  QLabel* ImgPreview = nullptr;
+  DataNavigator* Navigator = nullptr;
+  QTimer Follow;
+};
+
+}  // namespace veldrin::browse

@@ -1,0 +1,79 @@
+#include "browse/record_model.h"
+
+#include <algorithm>
+
+#include "platform/dates.h"
+#include "platform/failure.h"
+
+namespace veldrin::browse {
+
+namespace {
+
+constexpr int RowsPerPage = 64;
+
+}  // namespace
+
+const std::vector<GridColumn>& GridColumns() {
+  static const std::vector<GridColumn> columns = {{"ID No.", "PhotoID"},
+                                                  {"Image", "ImageType"},
+                                                  {"Title", "Title"},
+                                                  {"Create Date", "CreateDate"},
+                                                  {"Made By", "MadeBy"},
+                                                  {"Description", "Description"},
+                                                  {"Last Modify Date", "LastModifyDate"}};
+  return columns;
+}
+
+RecordModel::RecordModel(catalogue::RecordList& data1) : Data1(data1) {
+  connect(&Data1, &catalogue::RecordList::Refreshed, this, [this] {
+    beginResetModel();
+    Rows.clear();
+    endResetModel();
+  });
+}
+
+int RecordModel::rowCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : Data1.RecordCount();
+}
+
+int RecordModel::columnCount(const QModelIndex& parent) const {
+  return parent.isValid() ? 0 : static_cast<int>(GridColumns().size());
+}
+
+// The fields of a photo stand in the order of the columns. A row that has gone shows empty.
+const platform::Value& RecordModel::Field(int row, int column) const {
+  static const platform::Value null;
+  if (row < FirstRow || row >= FirstRow + static_cast<int>(Rows.size())) {
+    FirstRow = row / RowsPerPage * RowsPerPage;
+    Rows.clear();
+    platform::ResumeNext([&] {
+      Rows = Data1.Recordset().ReadRows(FirstRow, std::min(RowsPerPage, Data1.RecordCount() - FirstRow));
+    });
+  }
+  const auto at = static_cast<size_t>(row - FirstRow);
+  return at < Rows.size() && !Rows[at].empty() ? Rows[at][static_cast<size_t>(column)] : null;
+}
+
+QVariant RecordModel::TextOf(const QModelIndex& index) const {
+  const platform::Value& value = Field(index.row(), index.column());
+  if (value.userType() == QMetaType::QDateTime) return platform::FormatDate(value.toDateTime());
+  return value.userType() == QMetaType::QString ? QVariant(value.toString().simplified()) : value;
+}
+
+QVariant RecordModel::data(const QModelIndex& index, int role) const {
+  if (role == Qt::DisplayRole) return TextOf(index);
+  if (role == Qt::ToolTipRole && index.column() == 5) {
+    const QString text = Field(index.row(), index.column()).toString();
+    return text.isEmpty() ? QVariant() : QStringLiteral("<qt>%1</qt>").arg(text.toHtmlEscaped());
+  }
+  if (role == Qt::TextAlignmentRole && index.column() == 0)
+    return QVariant(Qt::AlignRight | Qt::AlignVCenter);
+  return {};
+}
+
+QVariant RecordModel::headerData(int section, Qt::Orientation orientation, int role) const {
+  if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
+  return QString::fromLatin1(GridColumns()[static_cast<size_t>(section)].Heading);
+}
+
+}  // namespace veldrin::browse

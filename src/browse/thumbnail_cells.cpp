@@ -1,0 +1,123 @@
+#include "browse/thumbnail_cells.h"
+
+#include <QFocusEvent>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QPixmap>
+
+#include "catalogue/image_store.h"
+#include "platform/twips.h"
+
+namespace veldrin::browse {
+
+using catalogue::ThumbnailBox;
+using platform::Shape;
+
+namespace {
+
+// All lengths in twips.
+constexpr std::array<int, 3> ColumnLeft = {120, 2760, 5400};
+constexpr std::array<int, 4> RowTop = {240, 2640, 5040, 7440};
+constexpr int TitleHeight = 375;
+constexpr int TitleBelowTop = 1940;
+
+// In pixels. Half of a border lies outside of the cell, as far as the gap between two cells allows.
+constexpr int MarkBorder = 20;
+constexpr int MarkMargin = 6;
+constexpr int FocusBorder = 6;
+constexpr int FocusMargin = 3;
+
+QString ArrayName(const char* name, int index) {
+  return QStringLiteral("%1(%2)").arg(QLatin1String(name)).arg(index);
+}
+
+int TitleTop(int cell) {
+  // The title of the third cell stands a little higher than the others.
+  return cell == 2 ? 2160 : RowTop[static_cast<size_t>(cell / CellsPerRow)] + TitleBelowTop;
+}
+
+ThumbCaption* MakeTitle(QWidget& panel) {
+  auto* title = new ThumbCaption(&panel);
+  title->setAlignment(Qt::AlignCenter);
+  QPalette palette = title->palette();
+  palette.setColor(QPalette::WindowText, platform::FromBgr(0x0000FFFF));
+  title->setPalette(palette);
+  return title;
+}
+
+}  // namespace
+
+PictureCell::PictureCell(QWidget* parent) : QWidget(parent) {
+  // By tab and by program only: a click on the thumbnail acts when the button goes up.
+  setFocusPolicy(Qt::TabFocus);
+  setAutoFillBackground(true);
+  setPalette(QPalette(Qt::black));
+  hide();
+}
+
+void PictureCell::focusInEvent(QFocusEvent* event) {
+  QWidget::focusInEvent(event);
+  Q_EMIT GotFocus();
+}
+
+void PictureCell::focusOutEvent(QFocusEvent* event) {
+  QWidget::focusOutEvent(event);
+  Q_EMIT LostFocus();
+}
+
+void PictureCell::keyReleaseEvent(QKeyEvent* event) {
+  if (event->isAutoRepeat()) return;
+  Q_EMIT KeyUp(event->key());
+}
+
+void PictureCell::mousePressEvent(QMouseEvent* event) {
+  if (event->button() == Qt::LeftButton) setFocus(Qt::MouseFocusReason);
+}
+
+ThumbnailCells::ThumbnailCells(QWidget& panel) {
+  for (int i = 0; i < CellCount; ++i) {
+    const auto at = static_cast<size_t>(i);
+    shpMark[at] = new Shape(MarkBorder, MarkMargin, MarkDesignColor, &panel);
+    shpMark[at]->setObjectName(ArrayName("shpMark", i));
+  }
+  shpThumb = new Shape(FocusBorder, FocusMargin, DimmedColor, &panel);
+  shpThumb->setObjectName(QStringLiteral("shpThumb"));
+
+  for (int i = 0; i < CellCount; ++i) {
+    const auto at = static_cast<size_t>(i);
+    const int left = ColumnLeft[static_cast<size_t>(i % CellsPerRow)];
+    ThumbTitle[at] = MakeTitle(panel);
+    ThumbTitle[at]->setObjectName(ArrayName("ThumbTitle", i));
+    platform::MoveTwips(*ThumbTitle[at], left, TitleTop(i), ThumbnailBox.Width, TitleHeight);
+
+    picThumb[at] = new PictureCell(&panel);
+    picThumb[at]->setObjectName(ArrayName("picThumb", i));
+    platform::MoveTwips(*picThumb[at], left, RowTop[static_cast<size_t>(i / CellsPerRow)], ThumbnailBox.Width,
+                        ThumbnailBox.Height);
+    shpMark[at]->Surround(*picThumb[at]);
+
+    ImgThumb[at] = new ThumbImage(picThumb[at]);
+    ImgThumb[at]->setObjectName(ArrayName("ImgThumb", i));
+    ImgThumb[at]->setScaledContents(true);
+  }
+  shpThumb->Surround(*picThumb[0]);
+}
+
+void ThumbnailCells::HideFrames() {
+  shpThumb->hide();
+  for (Shape* mark : shpMark) mark->hide();
+}
+
+void ThumbnailCells::Clear(int cell) {
+  picThumb[static_cast<size_t>(cell)]->hide();
+  ThumbTitle[static_cast<size_t>(cell)]->SetCaption({});
+}
+
+void ThumbnailCells::ShowPicture(int cell, const QImage& thumbnail, int width, int height) {
+  ThumbImage& image = *ImgThumb[static_cast<size_t>(cell)];
+  image.setPixmap(QPixmap::fromImage(thumbnail));
+  platform::MoveTwips(image, catalogue::Centre(ThumbnailBox.Width, width),
+                      catalogue::Centre(ThumbnailBox.Height, height), width, height);
+}
+
+}  // namespace veldrin::browse
