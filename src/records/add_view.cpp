@@ -1,0 +1,169 @@
+#include "records/add_view.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <array>
+
+#include "catalogue/image_store.h"
+#include "folders/folder_keys.h"
+#include "platform/busy_pointer.h"
+#include "platform/control_drag.h"
+#include "platform/directory_chooser.h"
+#include "platform/failure.h"
+#include "platform/file_list.h"
+#include "platform/runtime_error.h"
+#include "platform/tree_view.h"
+#include "records/new_image_box.h"
+#include "records/photo_storing.h"
+
+namespace veldrin::records {
+
+using platform::ResumeNext;
+
+namespace {
+
+struct PictureType {
+  const char* Name;
+  const char* Pattern;
+};
+
+constexpr std::array<PictureType, 8> PictureTypes{{
+    {"All File(", "*.bmp;*.dib;*.gif;*.jpg;*.pcd;*.pcx;*.tga"},
+    {"Windows Bitmap(", "*.bmp"},
+    {"Windows DIB(", "*.dib"},
+    {"CompuServe(", "*.gif"},
+    {"JPEG(", "*.jpg"},
+    {"Kodak PhotoCD(", "*.pcd"},
+    {"PC Paintbrush(", "*.pcx"},
+    {"Targa(", "*.tga"},
+}};
+
+}  // namespace
+
+AddView::AddView(catalogue::RecordList& data1, platform::TreeView& tvTreeView, const catalogue::Paths& paths,
+                 platform::DBEngine& engine, QString addPicturesDir, QWidget* parent)
+    : QWidget(parent),
+      Data1(data1),
+      Tree(tvTreeView),
+      ThePaths(paths),
+      Engine(engine),
+      AddPicturesDir(std::move(addPicturesDir)) {
+  setObjectName(QStringLiteral("TabPannel(2)"));
+  BuildChoosers();
+  BuildDragArea();
+  BuildDataPanel();
+  Arrange();
+  Connect();
+}
+
+void AddView::Connect() {
+  using platform::FileListBox;
+  connect(FileType, &QComboBox::currentIndexChanged, this, &AddView::FileType_Click);
+  connect(Choosers, &platform::DirectoryChooser::Change, this, &AddView::Dir1_Change);
+  connect(FileToSel, &FileListBox::PathChange, PicNew, &NewImageBox::HideImage);
+  connect(FileToSel, &FileListBox::PatternChange, PicNew, &NewImageBox::HideImage);
+  connect(FileToSel, &FileListBox::Click, this, &AddView::FileToSel_Click);
+  connect(ImgFolder, &platform::DropTarget::DragDrop, this, &AddView::ImgFolder_DragDrop);
+  connect(NewSaveBttn, &QPushButton::clicked, this, &AddView::newSaveBttn_Click);
+  connect(NewCancelBttn, &QPushButton::clicked, this, &AddView::newCancelBttn_Click);
+}
+
+void AddView::FillFileTypes() {
+  if (FileType->count() != 0) return;
+  for (const PictureType& type : PictureTypes) {
+    FileType->addItem(QLatin1String(type.Name) + QLatin1String(type.Pattern) + QLatin1Char(')'));
+  }
+  FileType->setCurrentIndex(0);
+  ResumeNext([&] { Choosers->Drive1().SetDrive(AddPicturesDir); });
+  ResumeNext([&] { Choosers->Dir1().SetPath(AddPicturesDir); });
+}
+
+void AddView::FileType_Click(int listIndex) {
+  if (listIndex < 0 || listIndex >= static_cast<int>(PictureTypes.size())) {
+    throw platform::RuntimeError(platform::errSubscriptOutOfRange, QStringLiteral("Subscript out of range"));
+  }
+  FileToSel->SetPattern(QLatin1String(PictureTypes[static_cast<size_t>(listIndex)].Pattern));
+}
+
+void AddView::Dir1_Change() {
+  if (Data1.SuppressReposition) return;
+  FileToSel->SetPath(Choosers->Path());
+}
+
+void AddView::FileToSel_Click() { ShowNewImage(IsMultiSelect()); }
+
+bool AddView::IsMultiSelect() const {
+  int selected = 0;
+  for (int index = 0; index < FileToSel->ListCount(); ++index) {
+    if (FileToSel->Selected(index) && ++selected > 1) return true;
+  }
+  return false;
+}
+
+bool AddView::IsFileSelected() const { return FileToSel->Selected(FileToSel->ListIndex()); }
+
+void AddView::ShowNewImage(bool multi) {
+  PicNew->HideImage();
+  if (FileToSel->ListIndex() < 0) return;
+  platform::EndSilently([&] {
+    const QString path = FileToSel->Path() + QLatin1Char('/') + FileToSel->List(FileToSel->ListIndex());
+    const auto picture = catalogue::LoadPictureForBox(path, PicNew->Room(multi), devicePixelRatioF());
+    PicNew->ShowImage(picture, multi, !IsFileSelected());
+  });
+}
+
+// The drop is a gesture only: the folder that receives the photos is the one selected in the tree when they
+// are saved.
+void AddView::ImgFolder_DragDrop(const QString& source) {
+  if (source != QLatin1String("picNew")) return;
+  DataPanel->setVisible(true);
+  SetFileChoosers(false);
+  NTitle->setFocus();
+}
+
+void AddView::newCancelBttn_Click() {
+  DataPanel->setVisible(false);
+  SetFileChoosers(true);
+  FileToSel->setFocus();
+}
+
+void AddView::SetFileChoosers(bool enabled) {
+  Choosers->Dir1().setEnabled(enabled);
+  Choosers->Drive1().setEnabled(enabled);
+  FileToSel->setEnabled(enabled);
+  FileType->setEnabled(enabled);
+}
+
+int AddView::StoreSelectedFiles() {
+  PhotoBatch batch;
+  batch.Directory = FileToSel->Path();
+  for (int index = 0; index < FileToSel->ListCount(); ++index) {
+    if (FileToSel->Selected(index)) batch.Names << FileToSel->List(index);
+  }
+  const platform::Node* folder = Tree.SelectedItem();
+  batch.LinkKey = folders::LinkKey(folder == nullptr ? QString() : folder->Tag());
+  batch.Title = NTitle->text();
+  batch.Description = NDescription->toPlainText();
+  batch.MadeBy = NMadeBy->text();
+  batch.RemoveSources = ChkRemove->isChecked();
+  return StorePhotos(ThePaths, Engine, batch);
+}
+
+// The texts stay for the next batch.
+void AddView::newSaveBttn_Click() {
+  const platform::BusyPointer busy;
+  const int first = StoreSelectedFiles();
+  ResumeNext([&] { Data1.Refresh(); });
+  ResumeNext([&] { Data1.FindFirst(QStringLiteral("PhotoID = %1").arg(first)); });
+  DataPanel->setVisible(false);
+  SetFileChoosers(true);
+  FileToSel->setFocus();
+  FileToSel->Refresh();
+  PicNew->HideImage();
+}
+
+}  // namespace veldrin::records

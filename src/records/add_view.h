@@ -1,0 +1,85 @@
+// The Add New view, `TabPannel(2)`: picture files are chosen, dragged to the folder and stored with one
+// title, maker and description.
+#pragma once
+
+#include <QWidget>
+
+#include "catalogue/paths.h"
+#include "catalogue/record_list.h"
+#include "platform/dao/db_engine.h"
+
+class QCheckBox;
+class QComboBox;
+class QFrame;
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QPushButton;
+
+namespace veldrin::platform {
+class DirectoryChooser;
+class DropTarget;
+class FileListBox;
+class TreeView;
+}  // namespace veldrin::platform
+
+namespace veldrin::records {
+
+class NewImageBox;
+
+class AddView : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// The references must outlive the view. `addPicturesDir`: where the choosers begin.
+  AddView(catalogue::RecordList& data1, platform::TreeView& tvTreeView, const catalogue::Paths& paths,
+          platform::DBEngine& engine, QString addPicturesDir, QWidget* parent = nullptr);
+
+  /// Fills the list of file types and sets the choosers; once, at the first call.
+  void FillFileTypes();
+
+ private:
+  void BuildChoosers();
+  void BuildDragArea();
+  void BuildDataPanel();
+  void Arrange();
+  void Connect();
+
+  void FileType_Click(int listIndex);
+  void Dir1_Change();
+  void FileToSel_Click();
+  void ImgFolder_DragDrop(const QString& source);
+  void newSaveBttn_Click();
+  void newCancelBttn_Click();
+
+  void SetFileChoosers(bool enabled);
+  void ShowNewImage(bool multi);
+  bool IsMultiSelect() const;
+  bool IsFileSelected() const;
+  int StoreSelectedFiles();
+
+  catalogue::RecordList& Data1;
+  platform::TreeView& Tree;
+  const catalogue::Paths& ThePaths;
+  platform::DBEngine& Engine;
+  QString AddPicturesDir;
+
+  platform::DirectoryChooser* Choosers = nullptr;
+  platform::FileListBox* FileToSel = nullptr;
+  QComboBox* FileType = nullptr;
+  QCheckBox* ChkRemove = nullptr;
+  QLabel* LblImgToDrag = nullptr;
+  NewImageBox* PicNew = nullptr;
+  QLabel* Arrow = nullptr;
+  QLabel* LblDropFldr = nullptr;
+  platform::DropTarget* ImgFolder = nullptr;
+  QLabel* Label22 = nullptr;
+  QFrame* DataPanel = nullptr;
+  QLineEdit* NTitle = nullptr;
+  QPlainTextEdit* NDescription = nullptr;
+  QLineEdit* NMadeBy = nullptr;
+  QPushButton* NewSaveBttn = nullptr;
+  QPushButton* NewCancelBttn = nullptr;
+};
+
+}  // namespace veldrin::records

@@ -1,0 +1,69 @@
+#include "records/new_photo.h"
+
+#include <unistd.h>
+
+#include <QCryptographicHash>
+#include <QFile>
+#include <QSysInfo>
+
+#include "catalogue/image_store.h"
+#include "platform/failure.h"
+#include "platform/picture.h"
+
+namespace veldrin::records {
+
+using platform::ResumeNext;
+
+namespace {
+
+void KeepAside(const QString& file) {
+  QString aside = file + QStringLiteral(".old");
+  for (int number = 2; !platform::RenameToFree(file, aside); ++number) {
+    aside = file + QStringLiteral(".old%1").arg(number);
+  }
+}
+
+}  // namespace
+
+bool CheckImageFile(const QString& path, int) {
+  return !ResumeNext([&] { platform::LoadPicture(path, [](QSize) { return QSize(0, 0); }); });
+}
+
+void NewPhoto::Read() {
+  ResumeNext([&] { Date = catalogue::GetFileDate(Source); });
+  Copied = ResumeNext([&] { Copy = std::make_unique<platform::FileCopy>(Source, Temporary); });
+  Loaded = !CheckImageFile(Source, PhotoID);
+  if (!Loaded) ImageType = QStringLiteral("jpg");
+}
+
+void NewPhoto::Flush() {
+  if (Copied && Loaded) Copied = ResumeNext([&] { Copy->Flush(); });
+  Copy.reset();
+}
+
+void NewPhoto::PutInPlace(const catalogue::Paths& paths) {
+  if (!Copied || !Loaded || InPlace) return;
+  const QString target = catalogue::ImageFileName(paths, PhotoID, ImageType);
+  InPlace = Copied = ResumeNext([&] {
+    while (!platform::RenameToFree(Temporary, target)) KeepAside(target);
+  });
+}
+
+void NewPhoto::TakeBack(const catalogue::Paths& paths) {
+  if (!InPlace) return;
+  const QString target = catalogue::ImageFileName(paths, PhotoID, ImageType);
+  InPlace = !ResumeNext([&] { platform::RenameToFree(target, Temporary); });
+}
+
+void NewPhoto::DropTemporary() const {
+  if (!InPlace) QFile::remove(Temporary);
+}
+
+QString TemporaryName(const catalogue::Paths& paths, int number) {
+  const QByteArray owner =
+      QSysInfo::machineUniqueId() + QSysInfo::machineHostName().toUtf8() + QByteArray::number(::getuid());
+  const QByteArray mark = QCryptographicHash::hash(owner, QCryptographicHash::Sha1).toHex().left(12);
+  return paths.ImageDir + QStringLiteral(".new-%1-%2").arg(QLatin1String(mark)).arg(number);
+}
+
+}  // namespace veldrin::records
