@@ -1,0 +1,130 @@
+#include "shell/application.h"
+
+#include <QIcon>
+#include <QPalette>
+#include <QStyleFactory>
+#include <cstdio>
+#include <cstdlib>
+#include <utility>
+
+#include "catalogue/schema.h"
+#include "platform/msg_box.h"
+#include "platform/runtime_error.h"
+#include "shell/configuration.h"
+#include "shell/motif.h"
+#include "shell/splash.h"
+
+namespace veldrin::shell {
+
+namespace {
+
+// An error that isn't the program's own has no number; this is the one of a call that could not be done.
+constexpr int ForeignError = 5;
+
+QPalette CalmPalette() {
+  const QColor text(0x1f, 0x29, 0x33);
+  const QColor faint(0x9a, 0xa3, 0xad);
+  QPalette palette;
+  palette.setColor(QPalette::Window, QColor(0xf4, 0xf5, 0xf7));
+  palette.setColor(QPalette::Base, Qt::white);
+  palette.setColor(QPalette::AlternateBase, QColor(0xf8, 0xf9, 0xfb));
+  palette.setColor(QPalette::Button, QColor(0xf7, 0xf8, 0xfa));
+  palette.setColor(QPalette::Light, Qt::white);
+  palette.setColor(QPalette::Midlight, QColor(0xeb, 0xed, 0xf1));
+  palette.setColor(QPalette::Mid, QColor(0xc9, 0xcf, 0xd6));
+  palette.setColor(QPalette::Dark, QColor(0xa8, 0xb0, 0xba));
+  palette.setColor(QPalette::Shadow, QColor(0x6b, 0x76, 0x82));
+  palette.setColor(QPalette::Highlight, QColor(0x2f, 0x6f, 0xc4));
+  palette.setColor(QPalette::HighlightedText, Qt::white);
+  palette.setColor(QPalette::Link, QColor(0x2f, 0x6f, 0xc4));
+  palette.setColor(QPalette::LinkVisited, QColor(0x5b, 0x5f, 0xa8));
+  palette.setColor(QPalette::ToolTipBase, QColor(0x2b, 0x36, 0x42));
+  palette.setColor(QPalette::ToolTipText, QColor(0xf4, 0xf5, 0xf7));
+  palette.setColor(QPalette::PlaceholderText, faint);
+  for (const auto role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText}) {
+    palette.setColor(role, text);
+    palette.setColor(QPalette::Disabled, role, faint);
+  }
+  palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(0xd5, 0xda, 0xe1));
+  palette.setColor(QPalette::Disabled, QPalette::HighlightedText, QColor(0x6b, 0x76, 0x82));
+  return palette;
+}
+
+void UseBreezeIcons() {
+  const QString systemIcons = QStringLiteral("/usr/share/icons");
+  QStringList paths = QIcon::themeSearchPaths();
+  if (!paths.contains(systemIcons)) paths << systemIcons;
+  QIcon::setThemeSearchPaths(paths);
+  QIcon::setThemeName(QStringLiteral("breeze"));
+}
+
+}  // namespace
+
+Application::Application(int& argc, char** argv)
+    : QApplication(argc, argv), End([](int status) {
+        std::fflush(nullptr);
+        // Without the destructors, which would go on with what the error left half done.
+        std::_Exit(status);
+      }) {
+  setApplicationName(QStringLiteral("veldrin"));
+  setApplicationDisplayName(platform::App::Title());
+  setApplicationVersion(platform::App::VersionText().section(QLatin1Char(' '), 1));
+  setDesktopFileName(QStringLiteral("veldrin"));
+  setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
+  setPalette(CalmPalette());
+  UseBreezeIcons();
+  setWindowIcon(ProgramIcon());
+}
+
+bool Application::notify(QObject* receiver, QEvent* event) {
+  try {
+    return QApplication::notify(receiver, event);
+  } catch (const platform::RuntimeError& error) {
+    ReportError(error.Number(), error.Description());
+  } catch (const std::exception& error) {
+    ReportError(ForeignError, QString::fromLocal8Bit(error.what()));
+  }
+  return false;
+}
+
+void Application::ReportError(int number, const QString& description) {
+  // A window that fails to paint fails again behind the box.
+  if (std::exchange(Reporting, true)) return;
+  // The pointer of the routine that failed would stay an hourglass over the box.
+  while (overrideCursor() != nullptr) restoreOverrideCursor();
+  platform::MsgBox(nullptr, QStringLiteral("Run-time error '%1':\n\n%2").arg(number).arg(description),
+                   platform::vbCritical);
+  if (CleanUp) CleanUp();
+  End(1);
+  Reporting = false;
+}
+
+StartUp::StartUp(std::unique_ptr<platform::App> app) : TheApp(std::move(app)) {}
+
+StartUp::~StartUp() {
+  if (auto* application = qobject_cast<Application*>(QCoreApplication::instance()))
+    application->CleanUp = nullptr;
+}
+
+bool StartUp::Main(MainWindowFactory makeMainWindow) {
+  if (TheApp->PrevInstance()) return false;
+  MakeMainWindow = std::move(makeMainWindow);
+  if (auto* application = qobject_cast<Application*>(QCoreApplication::instance())) {
+    application->CleanUp = [this] { catalogue::DeleteWorkFile(ThePaths); };
+  }
+  // Until the main window is there, a closed box or a splash out of sight is not the end of the program.
+  QApplication::setQuitOnLastWindowClosed(false);
+  Splash = std::make_unique<frmSplash>([this] { return LoadConfiguration(ThePaths, TheEngine, *TheApp); },
+                                       [this] { ShowMain(); });
+  Splash->Show();
+  return true;
+}
+
+void StartUp::ShowMain() {
+  if (MainWindow) return;
+  MainWindow = MakeMainWindow();
+  MainWindow->show();
+  QApplication::setQuitOnLastWindowClosed(true);
+}
+
+}  // namespace veldrin::shell

@@ -1,0 +1,49 @@
+// The menu bar and the toolbar of the main window, made from tables; their items are found by name and
+// number.
+#pragma once
+
+#include <QAction>
+#include <QHash>
+#include <QMenu>
+#include <QMenuBar>
+#include <QToolBar>
+
+#include "folders/folder_menus.h"
+#include "shell/command_state.h"
+
+namespace veldrin::shell {
+
+class CommandBars {
+ public:
+  /// The bars belong to the window and the header.
+  CommandBars(QMenuBar& menuBar, QWidget& header);
+
+  /// A menu item by its name, such as "FolderCut".
+  QAction& Item(const char* name) const;
+  /// A menu by its name, such as "FolderMenu".
+  QMenu& Menu(const char* name) const;
+  /// A button of `tbarToolBar` by its number.
+  QAction& Button(int number) const;
+  QToolBar& tbarToolBar() const { return *Toolbar; }
+
+  /// Enables or disables the button and the menu item of a view.
+  void EnableView(int view, bool enabled);
+
+  // Apply what the pure functions of the same names answer.
+  void SetViewMenus(int view);
+  void SetRecordMenus(const RecordMenuState& state);
+  void SetFolderMenus(const folders::FolderMenuState& state);
+
+ private:
+  void MakeMenus();
+  void MakeToolbar(QWidget& header);
+
+  QAction& Named(const QString& name) const;
+
+  QMenuBar& MenuBar;
+  QToolBar* Toolbar = nullptr;
+  // A click on a folder sets some forty items.
+  QHash<QString, QAction*> Actions;
+};
+
+}  // namespace veldrin::shell

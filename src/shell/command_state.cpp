@@ -1,0 +1,61 @@
+#include "shell/command_state.h"
+
+namespace veldrin::shell {
+
+namespace {
+
+enum Tab : int { BrowseTab = 0, FormTab = 1, AddTab = 2, PlayTab = 3 };
+
+bool PasteEnabled(const RecordMenuInput& input) {
+  if (input.RecordsCut) return !input.NodeHasChildren;
+  return input.RecordsCopied && !input.NodeIsAboveSource;
+}
+
+}  // namespace
+
+int TabOfView(int view) {
+  switch (view) {
+    case FormViewCode:
+      return FormTab;
+    case AddNewCode:
+      return AddTab;
+    case ImagePlayCode:
+      return PlayTab;
+    default:
+      return BrowseTab;
+  }
+}
+
+ViewMenuState SetViewMenus(int view) {
+  switch (view) {
+    case FormViewCode:
+      return {true, true, true, false};
+    case AddNewCode:
+      return {false, false, false, false};
+    case ImagePlayCode:
+      return {true, false, false, false};
+    default:
+      return {true, true, true, true};
+  }
+}
+
+RecordMenuState SetRecordMenus(const RecordMenuInput& input) {
+  RecordMenuState state;
+  const bool records = input.HasRecords;
+  const bool topUnorganized = input.NodeIsUnorganized && input.ParentIsRoot;
+  const bool leaf = !input.NodeIsRoot && !input.NodeHasChildren;
+  state.RecordAdd = true;
+  state.RecordEdit = state.RecordDel = state.RecordAll = state.Records = records;
+  state.RecordRmv = records && !input.NodeIsRoot && !topUnorganized;
+  state.RecordCut = records && leaf;
+  state.RecordCopy = records && leaf && !input.NodeIsUnorganized;
+  state.RecordPaste = PasteEnabled(input);
+
+  if (input.Tab > BrowseTab) state.RecordAll = state.RecordCut = state.RecordCopy = false;
+  if (input.Tab == FormTab) state.RecordEdit = false;
+  if (input.Tab == AddTab) state.RecordAdd = state.RecordDel = state.RecordRmv = false;
+  if (input.Tab == PlayTab) state.RecordDel = state.RecordRmv = false;
+  return state;
+}
+
+}  // namespace veldrin::shell

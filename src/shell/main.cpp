@@ -1,0 +1,17 @@
+#include "shell/application.h"
+#include "shell/main_window.h"
+
+int main(int argc, char** argv) {
+  // The other backend can't play all the sound files that the music directory may hold. Read before the
+  // application object is there.
+  qputenv("QT_MEDIA_BACKEND", "ffmpeg");
+  veldrin::shell::Application application(argc, argv);
+  veldrin::shell::StartUp startUp;
+  const auto makeMainWindow = [&startUp]() -> std::unique_ptr<QWidget> {
+    auto window = std::make_unique<veldrin::shell::frmMain>(startUp.App(), startUp.Paths(), startUp.Engine());
+    window->Form_Load();
+    return window;
+  };
+  if (!startUp.Main(makeMainWindow)) return 0;
+  return veldrin::shell::Application::exec();
+}

@@ -1,0 +1,287 @@
+#include "shell/main_window.h"
+
+#include <QMenuBar>
+#include <QScreen>
+#include <QStandardPaths>
+
+#include "catalogue/schema.h"
+#include "folders/folder_menus.h"
+#include "folders/folder_tree.h"
+#include "platform/failure.h"
+#include "platform/program_start.h"
+#include "platform/sound.h"
+#include "platform/twips.h"
+#include "shell/about.h"
+#include "shell/layout.h"
+#include "shell/setup.h"
+
+namespace veldrin::shell {
+
+using platform::MoveTwips;
+using platform::ResumeNext;
+using platform::ToPixels;
+using platform::ToTwips;
+
+frmMain::frmMain(const platform::App& app, const catalogue::Paths& paths, platform::DBEngine& engine)
+    : TheApp(app), ThePaths(paths), Engine(engine), Data1(engine), Inside(new QWidget(this)) {
+  setObjectName(QStringLiteral("frmMain"));
+  setWindowTitle(platform::App::Title());
+  setCentralWidget(Inside);
+  MakeHeader();
+  MakePanes();
+  Source = std::make_unique<catalogue::RecordSource>(Data1, *tvTreeView, Engine, ThePaths, *this);
+  Folders = std::make_unique<folders::FolderBrowser>(*tvTreeView, *txtFldrSearch, *Source, *this);
+  ConnectViews();
+  ConnectCommands();
+  setMinimumWidth(ToPixels(LeastWindowWidth));
+  menuBar()->ensurePolished();
+  resize(ToPixels(DesignWidth), ToPixels(DesignHeight) + menuBar()->sizeHint().height());
+}
+
+frmMain::~frmMain() { catalogue::DeleteWorkFile(ThePaths); }
+
+// --- the parts --------------------------------------------------------------------------------------------
+
+void frmMain::MakeHeader() {
+  picHeader = new QWidget(Inside);
+  picHeader->setObjectName(QStringLiteral("picHeader"));
+  MoveTwips(*picHeader, 0, 0, DesignWidth, HeaderHeight);
+  auto* label = new QLabel(QStringLiteral("FOLDER SEARCH"), picHeader);
+  label->setObjectName(QStringLiteral("lblFldrSearch"));
+  QFont small = label->font();
+  small.setPointSizeF(small.pointSizeF() * 0.75);
+  label->setFont(small);
+  MoveTwips(*label, 75, 15, 2000, 180);
+  txtFldrSearch = new QLineEdit(picHeader);
+  txtFldrSearch->setObjectName(QStringLiteral("txtFldrSearch"));
+  txtFldrSearch->setClearButtonEnabled(true);
+  MoveTwips(*txtFldrSearch, 60, 210, 2025, 360);
+  bttnGo = new QPushButton(QStringLiteral("Go"), picHeader);
+  bttnGo->setObjectName(QStringLiteral("bttnGo"));
+  MoveTwips(*bttnGo, 2130, 210, 570, 360);
+  Bars = std::make_unique<CommandBars>(*menuBar(), *picHeader);
+}
+
+void frmMain::MakePanes() {
+  tvTreeView = new platform::TreeView(Inside);
+  tvTreeView->setObjectName(QStringLiteral("tvTreeView"));
+  MoveTwips(*tvTreeView, 0, PaneTop, DesignSplitterLeft, DesignHeight - PaneTop);
+  pcMainWin = new QWidget(Inside);
+  pcMainWin->setObjectName(QStringLiteral("pcMainWin"));
+  MoveTwips(*pcMainWin, DesignSplitterLeft + SplitterGap, PaneTop, TabWidth, DesignHeight - PaneTop);
+  SSTab1 = new QStackedWidget(pcMainWin);
+  SSTab1->setObjectName(QStringLiteral("SSTab1"));
+  MoveTwips(*SSTab1, 0, 0, TabWidth, DesignHeight - PaneTop);
+
+  TheDataView = new browse::DataView(Data1, ThePaths, SSTab1);
+  ThumbPannel = new browse::ThumbnailPage(Data1, Engine, ThePaths, TheDataView);
+  auto* formView = new QWidget(SSTab1);
+  formView->setObjectName(QStringLiteral("TabPannel(1)"));
+  TheAddView = new records::AddView(Data1, *tvTreeView, ThePaths, Engine,
+                                    QStandardPaths::writableLocation(QStandardPaths::PicturesLocation));
+  TheImagePlay = new show::ImagePlay(Show, SSTab1);
+  for (QWidget* panel : {static_cast<QWidget*>(TheDataView), formView, static_cast<QWidget*>(TheAddView),
+                         static_cast<QWidget*>(TheImagePlay)}) {
+    SSTab1->addWidget(panel);
+  }
+  // The list of the music directory is never shown itself.
+  MusicList = new platform::FileListBox(Inside);
+  MusicList->setObjectName(QStringLiteral("AudioFileList"));
+  MusicList->hide();
+  bttnSplitter = new Splitter(Inside, [this](float position) { ArrangeMainWindow(position); });
+  bttnSplitter->Place(DesignSplitterLeft, PaneTop, DesignHeight - PaneTop);
+}
+
+void frmMain::ConnectViews() {
+  connect(&Data1, &catalogue::RecordList::Reposition, this, &frmMain::Data1_Reposition);
+  connect(SSTab1, &QStackedWidget::currentChanged, this,
+          [this, previous = 0](int tab) mutable { SSTab1_Click(std::exchange(previous, tab)); });
+  const auto popUp = [this] { Bars->Menu("RecordMenu").popup(QCursor::pos()); };
+  connect(TheDataView, &browse::DataView::RecordMenuRequested, this, popUp);
+  connect(ThumbPannel, &browse::ThumbnailPage::RecordMenuRequested, this, popUp);
+  connect(bttnGo, &QPushButton::clicked, Folders.get(), &folders::FolderBrowser::bttnGo_Click);
+  connect(txtFldrSearch, &QLineEdit::returnPressed, Folders.get(), &folders::FolderBrowser::bttnGo_Click);
+}
+
+void frmMain::ConnectCommands() {
+  for (int number = 1; number <= 22; ++number) {
+    connect(&Bars->Button(number), &QAction::triggered, this,
+            [this, number] { tbarToolBar_ButtonClick(number); });
+  }
+  const auto press = [this](const char* name, int number) {
+    connect(&Bars->Item(name), &QAction::triggered, this,
+            [this, number] { tbarToolBar_ButtonClick(number); });
+  };
+  press("MainData", DataViewCode);
+  press("MainImage", ImageViewCode);
+  press("MainForm", FormViewCode);
+  press("MainAdd", AddNewCode);
+  press("MainPlay", ImagePlayCode);
+  press("RecordAdd", AddNewCode);
+  press("RecordEdit", FormViewCode);
+  connect(&Bars->Item("FileSetup"), &QAction::triggered, this, &frmMain::FileSetup_Click);
+  connect(&Bars->Item("FileExit"), &QAction::triggered, this, &frmMain::close);
+  connect(&Bars->Item("RecordAll"), &QAction::triggered, ThumbPannel,
+          &browse::ThumbnailPage::RecordAll_Click);
+  connect(&Bars->Item("HelpHelp"), &QAction::triggered, this, &frmMain::HelpHelp_Click);
+  connect(&Bars->Item("HelpAbout"), &QAction::triggered, this, &frmMain::HelpAbout_Click);
+}
+
+// --- start and stop ---------------------------------------------------------------------------------------
+
+void frmMain::Form_Load() {
+  const QRect area = screen()->availableGeometry();
+  move(area.left() + (area.width() - width()) / 2, area.top());
+  Data1.SuppressReposition = false;
+  Folders->LastNodeIndex = -1;
+  TheDataView->PreviewOption(0).setChecked(true);
+  folders::LoadFolderTree(*tvTreeView, Engine, ThePaths.WorkFile);
+  Data1.DatabaseName = ThePaths.WorkFile;
+  Source->ClearQuery();
+  Folders->tvTreeView_NodeClick(*tvTreeView->SelectedItem());
+  SetViewControls(DataViewCode);
+  LoadMusic();
+  tvTreeView->setFocus();
+}
+
+void frmMain::LoadMusic() {
+  Show = show::ShowSettings{};
+  Show.MusicOn = platform::HasSoundCard();
+  QAction& play = Bars->Item("MusicPlay");
+  play.setChecked(Show.MusicOn);
+  play.setEnabled(Show.MusicOn);
+  TheImagePlay->Button(show::MusicOnOff).setEnabled(Show.MusicOn);
+  TheImagePlay->SetShowButtons();
+  MusicList->SetPattern(QStringLiteral("*.wav;*.snd;*.mp3;*.au;*.aif;*.aiff;*.aifc;*.asf;*.asx"));
+  // A catalogue without a music directory has no music.
+  ResumeNext([&] { MusicList->SetPath(ThePaths.MusicDir); });
+}
+
+// --- views ------------------------------------------------------------------------------------------------
+
+void frmMain::tbarToolBar_ButtonClick(int number) {
+  if (IsView(number)) ResumeNext([&] { SetViewControls(number); });
+  ResumeNext([&] {
+    switch (number) {
+      case DataViewCode:
+        return ShowDataView();
+      case ImageViewCode:
+        return ShowImageView();
+      case FormViewCode:
+      case AddNewCode:
+      case ImagePlayCode:
+        return SSTab1->setCurrentIndex(TabOfView(number));
+      case 9:
+        close();
+        return;
+      default:
+        return;
+    }
+  });
+}
+
+void frmMain::ShowDataView() {
+  SSTab1->setCurrentIndex(0);
+  ThumbPannel->hide();
+  ThumbPannel->SetButtonsVisible(false);
+}
+
+void frmMain::ShowImageView() {
+  SSTab1->setCurrentIndex(0);
+  ThumbPannel->show();
+  ThumbPannel->SetButtonsVisible(true);
+  ResumeNext([&] { ThumbPannel->ReloadSelPositions(); });
+  ThumbPannel->ShowFromCurrentRecord();
+}
+
+void frmMain::SetViewControls(int view) {
+  Bars->EnableView(TheCurrentView, true);
+  TheCurrentView = view;
+  Bars->EnableView(TheCurrentView, false);
+  Bars->SetViewMenus(TheCurrentView);
+}
+
+void frmMain::SSTab1_Click(int) {
+  if (SSTab1->currentIndex() == 0) Data1_Reposition();
+  if (SSTab1->currentIndex() == 2) TheAddView->FillFileTypes();
+  SetRecordMenus();
+}
+
+void frmMain::Data1_Reposition() {
+  if (SSTab1->currentIndex() == 0) TheDataView->Data1_Reposition();
+}
+
+bool frmMain::PreviewIsOn() const { return TheDataView->PreviewOption(0).isChecked(); }
+void frmMain::SetPreview(bool on) { TheDataView->PreviewOption(on ? 0 : 1).setChecked(true); }
+void frmMain::SetSliderMax(int recordCount) { TheImagePlay->Slider1().setMaximum(recordCount); }
+void frmMain::InitThumbScroll() { ThumbPannel->InitThumbScroll(); }
+
+void frmMain::ShowFolderRecords() {
+  if (!ThumbPannel->isHidden()) ThumbPannel->ShowFromCurrentRecord();
+}
+
+// --- menus ------------------------------------------------------------------------------------------------
+
+void frmMain::SetFolderMenus() {
+  const platform::Node& node = *tvTreeView->SelectedItem();
+  folders::FolderMenuInput input;
+  input.IsRoot = node.Index() == 1;
+  input.IsUnorganized = folders::IsUnorganized(node);
+  input.IsCut = node.IsGrey();
+  Bars->SetFolderMenus(folders::SetFolderMenus(input));
+}
+
+void frmMain::SetRecordMenus() {
+  const platform::Node& node = *tvTreeView->SelectedItem();
+  RecordMenuInput input;
+  input.Tab = SSTab1->currentIndex();
+  input.HasRecords = Data1.RecordCount() >= 1;
+  input.NodeIsRoot = node.Index() == 1;
+  input.NodeHasChildren = node.Children() > 0;
+  input.NodeIsUnorganized = folders::IsUnorganized(node);
+  input.ParentIsRoot = node.Parent() != nullptr && node.Parent()->Index() == 1;
+  Bars->SetRecordMenus(shell::SetRecordMenus(input));
+}
+
+void frmMain::PopupFolderMenu() { Bars->Menu("FolderMenu").popup(QCursor::pos()); }
+
+// --- layout -----------------------------------------------------------------------------------------------
+
+void frmMain::ArrangeMainWindow(float position) {
+  const MainLayout layout =
+      shell::ArrangeMainWindow(position, ToTwips(Inside->width()), ToTwips(Inside->height()));
+  picHeader->resize(Inside->width(), picHeader->height());
+  MoveTwips(Bars->tbarToolBar(), ToolbarLeft, 0, ToTwips(picHeader->width()) - ToolbarLeft, HeaderHeight);
+  MoveTwips(*tvTreeView, 0, PaneTop, layout.SplitterLeft, layout.PaneHeight);
+  MoveTwips(*pcMainWin, layout.MainLeft, PaneTop, layout.MainWidth, layout.PaneHeight);
+  const int height = pcMainWin->height();
+  SSTab1->resize(SSTab1->width(), height);
+  TheDataView->SetContentHeight(height);
+  ThumbPannel->resize(ThumbPannel->width(), height);
+  ThumbPannel->ThumbVScroll().resize(ThumbPannel->ThumbVScroll().width(), height);
+  bttnSplitter->Place(layout.SplitterLeft, PaneTop, layout.PaneHeight);
+}
+
+void frmMain::resizeEvent(QResizeEvent* event) {
+  QMainWindow::resizeEvent(event);
+  ResumeNext([&] { ArrangeMainWindow(bttnSplitter->Left()); });
+}
+
+void frmMain::showEvent(QShowEvent* event) {
+  QMainWindow::showEvent(event);
+  // The menu bar has its final height only now.
+  ResumeNext([&] { ArrangeMainWindow(bttnSplitter->Left()); });
+}
+
+// --- dialogs and help -------------------------------------------------------------------------------------
+
+void frmMain::FileSetup_Click() { frmSetup(ThePaths.IniFile, this).exec(); }
+
+void frmMain::HelpAbout_Click() { frmAbout(this).exec(); }
+
+void frmMain::HelpHelp_Click() {
+  platform::Shell(ThePaths.BrowserPath + QLatin1Char(' ') + TheApp.Path() +
+                  QStringLiteral("/help/welcome.htm"));
+}
+
+}  // namespace veldrin::shell

@@ -1,0 +1,101 @@
+// `frmMain`: puts the parts of the program together, connects them and switches the views.
+#pragma once
+
+#include <QLabel>
+#include <QLineEdit>
+#include <QMainWindow>
+#include <QPushButton>
+#include <QStackedWidget>
+#include <memory>
+
+#include "browse/data_view.h"
+#include "browse/thumbnail_page.h"
+#include "catalogue/record_list.h"
+#include "catalogue/record_source.h"
+#include "folders/folder_browser.h"
+#include "platform/app.h"
+#include "platform/file_list.h"
+#include "platform/tree_view.h"
+#include "records/add_view.h"
+#include "shell/command_bars.h"
+#include "shell/splitter.h"
+#include "show/image_play.h"
+
+namespace veldrin::shell {
+
+class frmMain : public QMainWindow, public catalogue::RecordViews, public folders::FolderViews {
+ public:
+  /// Paths and engine must outlive the window. Nothing is read before Form_Load.
+  frmMain(const platform::App& app, const catalogue::Paths& paths, platform::DBEngine& engine);
+  /// Deletes the working copy.
+  ~frmMain() override;
+
+  /// Loads the tree and the whole catalogue and enters Data View. Raises what is wrong with the catalogue.
+  void Form_Load();
+
+  /// Presses a button of the toolbar by its number; the menus press the same ones. Passes over errors.
+  void tbarToolBar_ButtonClick(int number);
+  int CurrentView() const { return TheCurrentView; }
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+  void showEvent(QShowEvent* event) override;
+
+ private:
+  // What the record source asks of the views.
+  bool PreviewIsOn() const override;
+  void SetPreview(bool on) override;
+  void SetSliderMax(int recordCount) override;
+  void InitThumbScroll() override;
+  // What the folders ask of them.
+  void ShowFolderRecords() override;
+  void SetFolderMenus() override;
+  void SetRecordMenus() override;
+  void PopupFolderMenu() override;
+
+  void MakeHeader();
+  void MakePanes();
+  void ConnectCommands();
+  void ConnectViews();
+  void LoadMusic();
+
+  void SetViewControls(int view);
+  void ShowDataView();
+  void ShowImageView();
+  void SSTab1_Click(int previousTab);
+  void Data1_Reposition();
+  void ArrangeMainWindow(float position);
+
+  void FileSetup_Click();
+  void HelpHelp_Click();
+  void HelpAbout_Click();
+
+  const platform::App& TheApp;
+  const catalogue::Paths& ThePaths;
+  platform::DBEngine& Engine;
+
+  catalogue::RecordList Data1;
+  show::ShowSettings Show;
+  int TheCurrentView = DataViewCode;
+
+  // The controls belong to the window.
+  QWidget* Inside;
+  QWidget* picHeader;
+  QLineEdit* txtFldrSearch;
+  QPushButton* bttnGo;
+  platform::TreeView* tvTreeView;
+  QWidget* pcMainWin;
+  QStackedWidget* SSTab1;
+  browse::DataView* TheDataView;
+  browse::ThumbnailPage* ThumbPannel;
+  records::AddView* TheAddView;
+  show::ImagePlay* TheImagePlay;
+  platform::FileListBox* MusicList;
+  Splitter* bttnSplitter;
+
+  std::unique_ptr<CommandBars> Bars;
+  std::unique_ptr<catalogue::RecordSource> Source;
+  std::unique_ptr<folders::FolderBrowser> Folders;
+};
+
+}  // namespace veldrin::shell

@@ -1,0 +1,66 @@
+#include "shell/splitter.h"
+
+#include <QMouseEvent>
+#include <QPainter>
+
+#include "platform/twips.h"
+#include "shell/layout.h"
+
+namespace veldrin::shell {
+
+using platform::MoveTwips;
+using platform::ToTwips;
+
+namespace {
+
+// Wider than the gap of the panes, so that it is easy to hit; it lies over their edges.
+constexpr int GripWidth = 90;  // twips
+
+}  // namespace
+
+Splitter::Splitter(QWidget* window, std::function<void(float)> arrange)
+    : QAbstractButton(window), Arrange(std::move(arrange)), picSplitter(new QWidget(window)) {
+  setObjectName(QStringLiteral("bttnSplitter"));
+  setCursor(Qt::SplitHCursor);
+  setFocusPolicy(Qt::NoFocus);
+  picSplitter->setObjectName(QStringLiteral("picSplitter"));
+  picSplitter->setAutoFillBackground(true);
+  picSplitter->setPalette(QPalette(QColor(0x60, 0x60, 0x60)));
+  picSplitter->hide();
+}
+
+void Splitter::Place(double left, double top, double height) {
+  TheLeft = left;
+  MoveTwips(*this, left, top, GripWidth, height);
+  raise();
+}
+
+void Splitter::mousePressEvent(QMouseEvent*) {
+  BarLeft = TheLeft;
+  const int top = ToTwips(y());
+  MoveTwips(*picSplitter, BarLeft, top, GripWidth / 2, ToTwips(height()) - DragBarShrink);
+  picSplitter->raise();
+  picSplitter->show();
+  SplitterDown = true;
+}
+
+void Splitter::mouseMoveEvent(QMouseEvent* event) {
+  if (!SplitterDown) return;
+  BarLeft = DragBarLeft(TheLeft + ToTwips(event->pos().x()), ToTwips(parentWidget()->width()));
+  picSplitter->move(platform::ToPixels(BarLeft), picSplitter->y());
+}
+
+void Splitter::mouseReleaseEvent(QMouseEvent*) {
+  if (!SplitterDown) return;
+  Arrange(static_cast<float>(BarLeft));
+  picSplitter->hide();
+  SplitterDown = false;
+}
+
+void Splitter::paintEvent(QPaintEvent*) {
+  QPainter painter(this);
+  painter.fillRect(rect(), palette().color(QPalette::Window));
+  painter.fillRect(QRect(width() / 2, 0, 1, height()), palette().color(QPalette::Mid));
+}
+
+}  // namespace veldrin::shell

@@ -1,0 +1,42 @@
+// The state of the picture show, which its two windows share, and what it lets the show's buttons do.
+#pragma once
+
+#include <array>
+
+namespace veldrin::show {
+
+/// The numbers of the buttons of `tbarShow`; those of a direction, of stop and of pause are the show's states
+/// too.
+enum ShowButton : int {
+  PlayBackward = 4,
+  StopPlay = 5,
+  PlayForward = 6,
+  StepBackward = 8,
+  PausePlay = 9,
+  StepForward = 10,
+  PlayOnce = 12,
+  PlayRepeat = 13,
+  PlayFullScreen = 15,
+  MusicOnOff = 17,
+  SetupMusic = 19,
+};
+
+constexpr int ShowButtonCount = 19;
+
+struct ShowSettings {
+  int ShowState = StopPlay;
+  bool ShowRepeat = false;
+  bool MusicOn = false;
+  int MusicIndex = 0;
+};
+
+/// Which buttons are enabled, by number; the others keep what they have.
+struct ShowButtonState {
+  int Button;
+  bool Enabled;
+};
+
+/// The states of the buttons that the settings decide.
+std::array<ShowButtonState, 8> SetShowButtons(const ShowSettings& settings, bool stopEnabled);
+
+}  // namespace veldrin::show

@@ -1,0 +1,218 @@
+#include "shell/main_window.h"
+
+#include <gtest/gtest.h>
+
+#include <QFileInfo>
+#include <QTest>
+
+#include "folders/folder_tree.h"
+#include "platform/runtime_error.h"
+#include "support/test_support.h"
+
+namespace veldrin::shell {
+namespace {
+
+using test::TestCatalogue;
+
+class MainWindowTest : public testing::Test {
+ protected:
+  MainWindowTest() : App(Catalogue.ProgramPath(), Catalogue.ProgramPath() + QStringLiteral("/Temp")) {
+    const auto add = [this](int level, const char* name, const char* parent) {
+      folders::AddFolderRecord(Catalogue.Engine(), Catalogue.Paths().WorkFile, level, QLatin1String(name),
+                               QLatin1String(parent));
+    };
+    add(1, "Travels", "");
+    add(2, "Italy", "0001");
+    add(1, "Home", "");
+    for (int id = 1; id <= 30; ++id) {
+      Catalogue.AddPhoto(id, QStringLiteral("Photo %1").arg(id),
+                         {id <= 20 ? QStringLiteral("00010001") : QStringLiteral("0002")}, QSize(30, 20));
+    }
+    Start();
+  }
+
+  void Start() {
+    Window = std::make_unique<frmMain>(App, Catalogue.Paths(), Catalogue.Engine());
+    Window->Form_Load();
+    Window->show();
+    Window->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(Window.get()));
+  }
+
+  template <class Control = QWidget>
+  Control& Get(const QString& name) {
+    auto* control = Window->findChild<Control*>(name);
+    if (control == nullptr) throw std::runtime_error("no control " + name.toStdString());
+    return *control;
+  }
+  QAction& Action(const char* name) { return Get<QAction>(QLatin1String(name)); }
+  void Choose(const char* name) { Action(name).trigger(); }
+  // The names of those of the commands that pass the test.
+  QString Those(const QStringList& names, bool (QAction::*test)() const) {
+    QStringList passed;
+    for (const QString& name : names) {
+      if ((Get<QAction>(name).*test)()) passed << name;
+    }
+    return passed.join(QLatin1Char(' '));
+  }
+  platform::TreeView& Tree() { return Get<platform::TreeView>(QStringLiteral("tvTreeView")); }
+  void ClickFolder(int index) {
+    Tree().Root()->setExpanded(true);
+    for (int i = 1; i <= Tree().Count(); ++i) Tree().NodeAt(i)->setExpanded(true);
+    QTest::mouseClick(Tree().viewport(), Qt::LeftButton, {},
+                      Tree().visualItemRect(Tree().NodeAt(index)).center());
+  }
+  QString Counter() { return Get<browse::DataNavigator>(QStringLiteral("Data1")).Caption(); }
+  QRect Twips(const char* name) {
+    const QRect pixels = Get(QLatin1String(name)).geometry();
+    return {pixels.left() * 15, pixels.top() * 15, pixels.width() * 15, pixels.height() * 15};
+  }
+
+  TestCatalogue Catalogue;
+  platform::App App;
+  std::unique_ptr<frmMain> Window;
+};
+
+const int Root = 1, TopUnorganized = 2, Home = 3, Travels = 4, Italy = 6;
+
+TEST_F(MainWindowTest, StartsInDataViewWithTheWholeCatalogue) {
+  EXPECT_EQ(Window->windowTitle(), QStringLiteral("Veldrin"));
+  EXPECT_EQ(Tree().SelectedItem(), Tree().Root());
+  EXPECT_EQ(Counter(), QStringLiteral("   1 of 30"));
+  EXPECT_FALSE(Action("MainData").isEnabled());
+  EXPECT_FALSE(Action("tbarToolBar(1)").isEnabled());
+  EXPECT_TRUE(Action("MainImage").isEnabled());
+  EXPECT_TRUE(Get(QStringLiteral("ThumbPannel")).isHidden());
+  EXPECT_TRUE(Get<QRadioButton>(QStringLiteral("PreviewOption(0)")).isChecked());
+  EXPECT_FALSE(Get(QStringLiteral("ImgPreview")).isHidden());
+  EXPECT_EQ(Get<QSlider>(QStringLiteral("Slider1")).maximum(), 30);
+}
+
+TEST_F(MainWindowTest, SwitchesViewsByMenuAndToolbar) {
+  const QStringList commands = {QStringLiteral("tbarToolBar(12)"), QStringLiteral("tbarToolBar(13)"),
+                                QStringLiteral("tbarToolBar(15)"), QStringLiteral("tbarToolBar(17)"),
+                                QStringLiteral("tbarToolBar(20)"), QStringLiteral("tbarToolBar(22)"),
+                                QStringLiteral("RecordQuery"),     QStringLiteral("RecordSearch"),
+                                QStringLiteral("FileWeb"),         QStringLiteral("FileGet")};
+  struct Step {
+    const char* Command;
+    int View, Tab;
+    bool Thumbnails;
+    const char* Visible;
+  };
+  const char* all =
+      "tbarToolBar(12) tbarToolBar(13) tbarToolBar(15) tbarToolBar(17) tbarToolBar(20) tbarToolBar(22) "
+      "RecordQuery "
+      "RecordSearch FileWeb FileGet";
+  for (const Step& step :
+       std::vector<Step>{{"MainImage", 2, 0, true, all},
+                         {"tbarToolBar(4)", 4, 1, true,
+                          "tbarToolBar(12) tbarToolBar(13) tbarToolBar(15) tbarToolBar(22) RecordQuery "
+                          "RecordSearch FileGet"},
+                         {"MainAdd", 5, 2, true, "tbarToolBar(22)"},
+                         {"MainPlay", 7, 3, true, "tbarToolBar(12) tbarToolBar(22) RecordQuery"},
+                         {"tbarToolBar(2)", 2, 0, true, all},
+                         {"MainData", 1, 0, false, all}}) {
+    Choose(step.Command);
+    EXPECT_EQ(Window->CurrentView(), step.View) << step.Command;
+    EXPECT_EQ(Get<QStackedWidget>(QStringLiteral("SSTab1")).currentIndex(), step.Tab) << step.Command;
+    EXPECT_EQ(!Get(QStringLiteral("ThumbPannel")).isHidden(), step.Thumbnails) << step.Command;
+    EXPECT_EQ(!Get(QStringLiteral("bttnNext")).isHidden(), step.Thumbnails) << step.Command;
+    EXPECT_EQ(Those(commands, &QAction::isVisible), QLatin1String(step.Visible)) << step.Command;
+    EXPECT_FALSE(Get<QAction>(QStringLiteral("tbarToolBar(%1)").arg(step.View)).isEnabled());
+  }
+}
+
+TEST_F(MainWindowTest, TheMenusFollowTheFolderAndTheTab) {
+  const QStringList commands = {QStringLiteral("FolderAdd"), QStringLiteral("FolderRen"),
+                                QStringLiteral("RecordDel"), QStringLiteral("RecordRmv"),
+                                QStringLiteral("RecordCut"), QStringLiteral("RecordCopy"),
+                                QStringLiteral("RecordAll"), QStringLiteral("ReportList")};
+  const auto enabled = [&] { return Those(commands, &QAction::isEnabled); };
+  EXPECT_EQ(enabled(), QStringLiteral("FolderAdd RecordDel RecordAll ReportList"));
+  ClickFolder(Travels);
+  EXPECT_EQ(enabled(), QStringLiteral("FolderAdd FolderRen RecordDel RecordRmv RecordAll ReportList"));
+  ClickFolder(Italy);
+  EXPECT_EQ(
+      enabled(),
+      QStringLiteral("FolderAdd FolderRen RecordDel RecordRmv RecordCut RecordCopy RecordAll ReportList"));
+  Choose("MainPlay");
+  EXPECT_EQ(enabled(), QStringLiteral("FolderAdd FolderRen ReportList"));
+  Choose("MainData");
+  ClickFolder(TopUnorganized);
+  EXPECT_EQ(enabled(), QString());
+  EXPECT_EQ(Counter(), QStringLiteral("   No Record"));
+}
+
+TEST_F(MainWindowTest, BrowsesAFolderByMouseAndKeyboard) {
+  Choose("MainImage");
+  ClickFolder(Italy);
+  EXPECT_EQ(Get<browse::ThumbCaption>(QStringLiteral("ThumbTitle(11)")).Caption(),
+            QStringLiteral("12: Photo 12"));
+  EXPECT_EQ(Counter(), QStringLiteral("   1 of 20"));
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_PageDown);
+  EXPECT_EQ(Get<browse::ThumbCaption>(QStringLiteral("ThumbTitle(0)")).Caption(),
+            QStringLiteral("9: Photo 9"));
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
+  EXPECT_EQ(Counter(), QStringLiteral("   10 of 20"));
+  QTest::mouseClick(&Get(QStringLiteral("ImgThumb(5)")), Qt::LeftButton);
+  EXPECT_EQ(Counter(), QStringLiteral("   14 of 20"));
+  ClickFolder(Home);
+  EXPECT_EQ(Counter(), QStringLiteral("   1 of 10"));
+  EXPECT_TRUE(Get(QStringLiteral("picThumb(10)")).isHidden());
+  EXPECT_TRUE(Get(QStringLiteral("picThumb(0)")).hasFocus());
+  Choose("MainData");
+  EXPECT_EQ(Counter(), QStringLiteral("   1 of 10"));
+}
+
+TEST_F(MainWindowTest, ALaterTabLeavesTheCounterUntilTheFirstIsBack) {
+  Choose("MainForm");
+  ClickFolder(Italy);
+  EXPECT_EQ(Counter(), QStringLiteral("   1 of 30"));
+  Choose("MainData");
+  EXPECT_EQ(Counter(), QStringLiteral("   1 of 20"));
+}
+
+TEST_F(MainWindowTest, TheSplitterMovesThePanesOnRelease) {
+  EXPECT_EQ(Twips("pcMainWin").left(), 2805);  // 2800 in whole pixels
+  QWidget& splitter = Get(QStringLiteral("bttnSplitter"));
+  QWidget& bar = Get(QStringLiteral("picSplitter"));
+  QTest::mousePress(&splitter, Qt::LeftButton, {}, QPoint(0, 100));
+  QTest::mouseMove(&splitter, QPoint(-400, 100));
+  EXPECT_TRUE(bar.isVisible());
+  EXPECT_EQ(Twips("picSplitter").left(), 495);  // 500 in whole pixels
+  EXPECT_EQ(Twips("tvTreeView").width(), 2760);
+  QTest::mouseRelease(&splitter, Qt::LeftButton, {}, QPoint(-400, 100));
+  EXPECT_FALSE(bar.isVisible());
+  EXPECT_EQ(Twips("tvTreeView").width(), 1500);
+}
+
+TEST_F(MainWindowTest, OnlyHeightsFollowTheWindowOnTheRight) {
+  const int width = Get(QStringLiteral("SSTab1")).width();
+  Window->resize(Window->width() + 200, Window->height() - 150);
+  EXPECT_EQ(Get(QStringLiteral("SSTab1")).width(), width);
+  for (const char* name : {"SSTab1", "TDBGrid1", "ThumbPannel", "ThumbVScroll"}) {
+    EXPECT_EQ(Get(QLatin1String(name)).height(), Get(QStringLiteral("pcMainWin")).height()) << name;
+  }
+  Window->resize(100, 300);
+  EXPECT_EQ(Window->width(), 200);
+  EXPECT_EQ(Window->height(), 300);
+}
+
+TEST_F(MainWindowTest, ClosesWithoutAQuestionAndRemovesTheWorkingCopy) {
+  const QString workFile = Catalogue.Paths().WorkFile;
+  EXPECT_TRUE(QFileInfo::exists(workFile));
+  Choose("FileExit");
+  EXPECT_FALSE(Window->isVisible());
+  Window.reset();
+  EXPECT_FALSE(QFileInfo::exists(workFile));
+}
+
+TEST_F(MainWindowTest, AMissingBrowserIsLeftToTheReport) {
+  Catalogue.Paths().BrowserPath = QStringLiteral("/no/such browser");
+  frmMain other(App, Catalogue.Paths(), Catalogue.Engine());
+  EXPECT_THROW(other.findChild<QAction*>(QStringLiteral("HelpHelp"))->trigger(), platform::RuntimeError);
+}
+
+}  // namespace
+}  // namespace veldrin::shell
