@@ -1,0 +1,173 @@
+// Opens every view and dialog on a catalogue and writes their pictures: a look at the program without a
+// display.
+#include <QDir>
+#include <QDragEnterEvent>
+#include <QFileInfo>
+#include <QMimeData>
+#include <QPainter>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <iostream>
+
+#include "platform/control_drag.h"
+#include "platform/dir_list.h"
+#include "platform/file_list.h"
+#include "shell/application.h"
+#include "shell/configuration.h"
+#include "shell/main_window.h"
+#include "shell/splash.h"
+
+namespace {
+
+using veldrin::platform::Node;
+
+class Tour {
+ public:
+  /// `photographs`: a directory with files to add; `pictures`: where the pictures of the tour go.
+  Tour(const veldrin::platform::App& app, QString photographs, QString pictures)
+      : TheApp(app), Photographs(std::move(photographs)), Pictures(std::move(pictures)) {}
+
+  void Run() {
+    Splash();
+    Window = std::make_unique<veldrin::shell::frmMain>(TheApp, Paths, Engine);
+    Window->Form_Load();
+    Window->show();
+    Window->activateWindow();
+    (void)QTest::qWaitForWindowActive(Window.get());
+    Browse();
+    AddNew();
+    Dialogs();
+  }
+
+ private:
+  template <class Control = QWidget>
+  Control& Get(const char* name) {
+    return *Window->findChild<Control*>(QLatin1String(name));
+  }
+  void Choose(const char* name) { Get<QAction>(name).trigger(); }
+
+  void Save(const QPixmap& picture, const char* name) {
+    const QString file = Pictures + QLatin1Char('/') + QLatin1String(name) + QStringLiteral(".png");
+    if (!picture.save(file)) throw std::runtime_error("can't write " + file.toStdString());
+    std::cout << file.toStdString() << std::endl;
+  }
+  void Save(const char* name) {
+    QCoreApplication::processEvents();
+    Save(Window->grab(), name);
+  }
+
+  void SelectFolder(const QString& name) {
+    Get<QLineEdit>("txtFldrSearch").setText(name);
+    QTest::mouseClick(&Get("bttnGo"), Qt::LeftButton);
+  }
+
+  // The picture of the modal window that the action opens; closes it.
+  void SaveModal(const char* name, const std::function<void()>& action) {
+    QTimer::singleShot(0, qApp, [this, name] {
+      QWidget* dialog = QApplication::activeModalWidget();
+      Save(dialog->grab(), name);
+      dialog->close();
+    });
+    action();
+  }
+
+  void Splash() {
+    veldrin::shell::frmSplash splash(
+        [this] { return veldrin::shell::LoadConfiguration(Paths, Engine, TheApp); }, [] {});
+    splash.Show();
+    if (!QTest::qWaitFor([&] { return QFileInfo::exists(Paths.WorkFile); }))
+      throw std::runtime_error("no catalogue");
+    Save(splash.grab(), "01-splash");
+    splash.hide();
+  }
+
+  void Browse() {
+    Save("02-data-view");
+    Choose("MainImage");
+    Save("03-image-view-full");
+    for (int cell : {1, 3, 4}) {
+      QTest::mouseClick(&Get(qPrintable(QStringLiteral("ImgThumb(%1)").arg(cell))), Qt::LeftButton,
+                        Qt::ControlModifier);
+    }
+    Save("04-selection");
+    SelectShortFolder();
+    Save("05-image-view-short");
+    SaveFolderMenu();
+    Choose("MainPlay");
+    Save("07-image-play");
+  }
+
+  // The first folder with fewer photos than a page has cells.
+  void SelectShortFolder() {
+    auto& tree = Get<veldrin::platform::TreeView>("tvTreeView");
+    for (int i = 2; i <= tree.Count(); ++i) {
+      tree.Select(tree.NodeAt(i));
+      Q_EMIT tree.NodeClick(tree.NodeAt(i));
+      const bool real = tree.NodeAt(i)->Text() != QStringLiteral("!UNORGANIZED");
+      if (real && !Get("picThumb(1)").isHidden() && Get("picThumb(9)").isHidden()) return;
+    }
+  }
+
+  void SaveFolderMenu() {
+    QPixmap picture = Window->grab();
+    auto& tree = Get<veldrin::platform::TreeView>("tvTreeView");
+    auto& menu = Get<QMenu>("FolderMenu");
+    menu.ensurePolished();
+    menu.resize(menu.sizeHint());
+    QPainter(&picture).drawPixmap(
+        tree.viewport()->mapTo(Window.get(), tree.visualItemRect(tree.SelectedItem()).center()), menu.grab());
+    Save(picture, "06-folder-menu");
+  }
+
+  void AddNew() {
+    Choose("MainAdd");
+    auto& files = Get<veldrin::platform::FileListBox>("FileToSel");
+    Get<veldrin::platform::DirListBox>("Dir1").SetPath(Photographs);
+    QTest::keyClick(&files, Qt::Key_Home);
+    Save("08-add-new");
+    QTest::keyClick(&files, Qt::Key_Down, Qt::ShiftModifier);
+    Save("09-add-new-several");
+    const auto data = veldrin::platform::MakeControlDrag(Get("picNew"));
+    auto& folder = Get("ImgFolder");
+    QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&folder, &enter);
+    QDropEvent drop(QPointF(10, 10), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
+    QCoreApplication::sendEvent(&folder, &drop);
+    Save("10-add-new-dropped");
+    Choose("MainData");
+  }
+
+  void Dialogs() {
+    SaveModal("11-setup", [this] { Choose("FileSetup"); });
+    SaveModal("12-about", [this] { Choose("HelpAbout"); });
+    SaveModal("13-folder-not-found", [this] { SelectFolder(QStringLiteral("no such folder")); });
+  }
+
+  const veldrin::platform::App& TheApp;
+  QString Photographs;
+  QString Pictures;
+  veldrin::catalogue::Paths Paths;
+  veldrin::platform::DBEngine Engine;
+  std::unique_ptr<veldrin::shell::frmMain> Window;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  veldrin::shell::Application application(argc, argv);
+  const QStringList arguments = QCoreApplication::arguments();
+  if (arguments.size() != 4) {
+    std::cerr << "usage: veldrin_tour <program directory> <photographs> <directory for the pictures>\n";
+    return 2;
+  }
+  const QTemporaryDir temporary;
+  const veldrin::platform::App app(QDir(arguments[1]).absolutePath(), temporary.path());
+  try {
+    Tour(app, QDir(arguments[2]).absolutePath(), arguments[3]).Run();
+  } catch (const std::exception& error) {
+    std::cerr << error.what() << '\n';
+    return 1;
+  }
+  return 0;
+}
