@@ -8,6 +8,7 @@
 
 #include "catalogue/image_store.h"
 #include "platform/failure.h"
+#include "platform/panel_size.h"
 #include "platform/twips.h"
 
 namespace veldrin::browse {
@@ -78,7 +79,7 @@ void DataView::MakeGrid() {
   Grid->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   const int widths[] = {52, 50, 160, 146, 110, 240, 146};  // pixels, by what the columns hold
   for (int column = 0; column < 7; ++column) Grid->setColumnWidth(column, widths[column]);
-  MoveTwips(*Grid, 0, 0, 8295, 9804);
+  MoveTwips(*Grid, 0, 0, platform::BrowserWidth, platform::PanelHeight);
   Grid->viewport()->installEventFilter(this);
   connect(Grid->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
           [this](const QModelIndex& row) {

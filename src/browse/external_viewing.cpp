@@ -13,7 +13,7 @@ namespace {
 
 // A file that has gone has the empty date, which differs from any note.
 QDateTime DateOfFile(const QString& path) {
-  QDateTime date(QDate(1899, 12, 30), QTime(0, 0));
+  QDateTime date(QDate(1899, 12, 30), QTime(0, 0), Qt::UTC);
   ResumeNext([&] { date = catalogue::GetFileDate(path); });
   return date;
 }

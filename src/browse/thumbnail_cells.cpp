@@ -65,8 +65,15 @@ void PictureCell::focusOutEvent(QFocusEvent* event) {
   Q_EMIT LostFocus();
 }
 
+void PictureCell::keyPressEvent(QKeyEvent* event) {
+  PressedKey = event->key();
+  QWidget::keyPressEvent(event);
+}
+
+// The release of a key that brought the focus here belongs to where it went down.
 void PictureCell::keyReleaseEvent(QKeyEvent* event) {
-  if (event->isAutoRepeat()) return;
+  if (event->isAutoRepeat() || event->key() != PressedKey) return;
+  PressedKey = 0;
   Q_EMIT KeyUp(event->key());
 }
 

@@ -24,14 +24,18 @@ class PictureCell : public QWidget {
  Q_SIGNALS:
   void GotFocus();
   void LostFocus();
-  /// A key went up; not sent while a held key repeats.
+  /// A key that went down here went up; not sent while a held key repeats.
   void KeyUp(int key);
 
  protected:
   void focusInEvent(QFocusEvent* event) override;
   void focusOutEvent(QFocusEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+
+ private:
+  int PressedKey = 0;
 };
 
 /// A control that reports its mouse buttons.

@@ -8,6 +8,7 @@
 #include "browse/external_viewing.h"
 #include "catalogue/image_store.h"
 #include "platform/failure.h"
+#include "platform/panel_size.h"
 #include "platform/picture.h"
 #include "platform/twips.h"
 
@@ -36,7 +37,7 @@ ThumbnailPage::ThumbnailPage(catalogue::RecordList& data1, platform::DBEngine& e
   setObjectName(QStringLiteral("ThumbPannel"));
   setAutoFillBackground(true);
   setPalette(QPalette(QColor(0x4f, 0x6d, 0x8c)));
-  platform::MoveTwips(*this, 0, 0, 8295, 9804);
+  platform::MoveTwips(*this, 0, 0, platform::BrowserWidth, platform::PanelHeight);
 
   Scroll->setObjectName(QStringLiteral("ThumbVScroll"));
   Scroll->setFocusPolicy(Qt::NoFocus);

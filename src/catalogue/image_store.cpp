@@ -73,9 +73,9 @@ QDateTime GetFileDate(const QString& path) {
   if (!file.exists()) {
     throw platform::RuntimeError(platform::errFileNotFound, QStringLiteral("File not found: %1").arg(path));
   }
-  QDateTime date = file.lastModified();
-  date.setTime(QTime(date.time().hour(), date.time().minute(), date.time().second()));
-  return date;
+  const QDateTime date = file.lastModified();
+  return QDateTime(date.date(), QTime(date.time().hour(), date.time().minute(), date.time().second()),
+                   Qt::UTC);
 }
 
 QString GetFileExtension(const QString& name) {

@@ -39,7 +39,8 @@ platform::Picture LoadPictureForBox(const QString& path, TwipSize box, double pi
 /// failed step. Safe to call from any thread, for different photos.
 void CreateThumbnail(const Paths& paths, int photoId, const QString& imageType, double pixelRatio);
 
-/// The file's time stamp, to the second. Raises 53 for a missing file.
+/// The file's time stamp, to the second: local time, as a date of the catalogue has it. Raises 53 for a
+/// missing file.
 QDateTime GetFileDate(const QString& path);
 
 /// All that follows the first "." of a file's bare name; empty where there is none.

@@ -57,6 +57,8 @@ void RecordSource::SetActiveFolder(const QString& key) {
 }
 
 void RecordSource::SetRecordSource() {
+  // A new list: no routine walks the old one, and a page without records may have left the guard up.
+  Data1.SuppressReposition = false;
   const platform::Node* node = Tree.SelectedItem();
   if (node == nullptr || node->Index() < 2) {
     RecordSourceSql = QStringLiteral("SELECT tblPhotos.* FROM tblPhotos") + BuildQueryClause(Query);

@@ -1,14 +1,12 @@
 #include "catalogue/schema.h"
 
-#include <sys/stat.h>
-#include <unistd.h>
-
 #include <QFile>
 #include <QFileInfo>
 #include <cstdio>
 
 #include "platform/file_copy.h"
 #include "platform/msg_box.h"
+#include "platform/own_directory.h"
 #include "platform/runtime_error.h"
 
 namespace veldrin::catalogue {
@@ -21,20 +19,6 @@ using platform::RuntimeError;
 using platform::TableDef;
 
 QString TemplateName() { return QStringLiteral("TmpPhotos.mdb"); }
-
-// The system's temporary directory is open to everyone: a link or a directory that someone else put there
-// could lead the working copy to where others read and change it.
-void RequireOwnDirectory(QString directory) {
-  // With its separator at the end the name of a link would stand for what the link leads to.
-  while (directory.size() > 1 && directory.endsWith(QLatin1Char('/'))) directory.chop(1);
-  struct stat status {};
-  if (::lstat(QFile::encodeName(directory).constData(), &status) != 0) {
-    throw RuntimeError(platform::errPathNotFound, QStringLiteral("Path not found: %1").arg(directory));
-  }
-  if (!S_ISDIR(status.st_mode) || status.st_uid != ::geteuid()) {
-    throw RuntimeError(platform::errPermissionDenied, QStringLiteral("Permission denied: %1").arg(directory));
-  }
-}
 
 // Whole or not at all; a file that is there is replaced, whatever its permissions.
 void CopyOver(const QString& source, const QString& target) {
@@ -135,7 +119,7 @@ bool CreateWorkFile(Paths& paths, platform::DBEngine& engine, const QString& pro
   engine.DefaultUser = QStringLiteral("Veldrin");
   engine.DefaultPassword = QStringLiteral("qzmvrtkle");
   try {
-    RequireOwnDirectory(paths.TempDir);
+    platform::RequireOwnDirectory(paths.TempDir);
     CopyOver(programPath + QStringLiteral("/Database/") + TemplateName(), paths.TempDir + TemplateName());
   } catch (const std::exception&) {
     platform::MsgBox(nullptr, QStringLiteral("Unable to Connect to the Access Tables."));

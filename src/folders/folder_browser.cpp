@@ -12,6 +12,8 @@ FolderBrowser::FolderBrowser(platform::TreeView& tvTreeView, QLineEdit& txtFldrS
     : Tree(tvTreeView), Search(txtFldrSearch), Source(source), Views(views) {
   connect(&Tree, &platform::TreeView::MouseDown, this, &FolderBrowser::tvTreeView_MouseDown);
   connect(&Tree, &platform::TreeView::NodeClick, this, [this](Node* node) { tvTreeView_NodeClick(*node); });
+  // Before a key moves the selection it stands on the node that the views show, as before a click.
+  connect(&Tree, &platform::TreeView::KeyDown, this, &FolderBrowser::NoteSelection);
   connect(&Tree, &platform::TreeView::KeyUp, this, &FolderBrowser::tvTreeView_KeyUp);
 }
 
@@ -26,7 +28,7 @@ void FolderBrowser::tvTreeView_NodeClick(const Node& node) {
 }
 
 void FolderBrowser::tvTreeView_MouseDown(Qt::MouseButton button, const QPoint& point) {
-  if (Tree.SelectedItem() != nullptr) LastNodeIndex = Tree.SelectedItem()->Index();
+  NoteSelection();
   if (button != Qt::RightButton) return;
   Node* node = Tree.HitTest(point);
   if (node == nullptr) return;
@@ -35,7 +37,7 @@ void FolderBrowser::tvTreeView_MouseDown(Qt::MouseButton button, const QPoint& p
   Views.PopupFolderMenu();
 }
 
-void FolderBrowser::tvTreeView_KeyUp() {
+void FolderBrowser::NoteSelection() {
   if (Tree.SelectedItem() != nullptr) LastNodeIndex = Tree.SelectedItem()->Index();
 }
 

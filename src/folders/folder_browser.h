@@ -33,11 +33,13 @@ class FolderBrowser : public QObject {
   /// Refreshes everything for the selected folder, unless `node` is the one shown already.
   void tvTreeView_NodeClick(const platform::Node& node);
   void tvTreeView_MouseDown(Qt::MouseButton button, const QPoint& point);
-  void tvTreeView_KeyUp();
+  void tvTreeView_KeyUp() { NoteSelection(); }
   /// Selects the first folder of the name typed, in the order of making, without regard to case.
   void bttnGo_Click();
 
  private:
+  void NoteSelection();
+
   platform::TreeView& Tree;
   QLineEdit& Search;
   catalogue::RecordSource& Source;

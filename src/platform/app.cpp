@@ -10,6 +10,7 @@
 #include <QFileInfo>
 #include <QStandardPaths>
 
+#include "platform/own_directory.h"
 #include "platform/runtime_error.h"
 
 namespace veldrin::platform {
@@ -36,6 +37,14 @@ bool CopyTree(const QString& from, const QString& to) {
     }
   }
   return whole;
+}
+
+// Whether the help pages of one directory are older than those of another.
+bool IsOlder(const QString& help, const QString& other) {
+  const auto date = [](const QString& path) {
+    return QFileInfo(path + QStringLiteral("/welcome.htm")).lastModified();
+  };
+  return date(help) < date(other);
 }
 
 }  // namespace
@@ -71,14 +80,7 @@ bool App::PrevInstance() {
 void App::MakeTempDir() const {
   const QByteArray name = QFile::encodeName(TheTempDir);
   ::mkdir(name.constData(), 0700);
-  struct stat status {};
-  // lstat: a link that someone else put there is refused like any other strange thing.
-  if (::lstat(name.constData(), &status) != 0) {
-    throw RuntimeError(errPathNotFound, QStringLiteral("Path not found: %1").arg(TheTempDir));
-  }
-  if (!S_ISDIR(status.st_mode) || status.st_uid != ::getuid()) {
-    throw RuntimeError(errPermissionDenied, QStringLiteral("Permission denied: %1").arg(TheTempDir));
-  }
+  RequireOwnDirectory(TheTempDir);
   ::chmod(name.constData(), 0700);
 }
 
@@ -87,13 +89,18 @@ void App::FillPath() const {
   for (const char* name : {"Database", "help"}) {
     const QString source = ReadyMadePath + QLatin1Char('/') + QLatin1String(name);
     const QString target = ThePath + QLatin1Char('/') + QLatin1String(name);
-    // Only a directory that was never there is filled: an empty catalogue in the place of one that went
-    // astray would hand out the numbers of its photos again.
-    if (QFileInfo::exists(target) || !QFileInfo::exists(source)) continue;
+    // Only a catalogue that was never there is made: an empty one in the place of one that went astray would
+    // hand out the numbers of its photos again. The help pages hold nothing of the user's and follow the
+    // program.
+    const bool isHelp = qstrcmp(name, "help") == 0;
+    const bool isThere = QFileInfo::exists(target) && !(isHelp && IsOlder(target, source));
+    if (isThere || !QFileInfo::exists(source)) continue;
     // A copy cut short by a crash or a full disk must not pass for the whole at the next start.
     const QString part = target + QStringLiteral(".part");
     QDir(part).removeRecursively();
-    if (!CopyTree(source, part) || !QDir().rename(part, target)) {
+    const bool copied = CopyTree(source, part);
+    if (copied && isHelp) QDir(target).removeRecursively();
+    if (!copied || !QDir().rename(part, target)) {
       QDir(part).removeRecursively();
       throw RuntimeError(errPathFileAccess, QStringLiteral("Path/File access error: %1").arg(target));
     }

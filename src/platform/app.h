@@ -38,9 +38,10 @@ class App {
   /// that isn't a directory of this user's own.
   void MakeTempDir() const;
 
-  /// At the first start of an installed program, copies its ready-made files and help pages to Path. Does
-  /// nothing for a program that lies beside its own files. Never touches a directory that is already there.
-  /// Raises error 75 when something can't be copied; what was copied of that directory is gone again.
+  /// At the first start of an installed program, copies its ready-made files and help pages to Path; later
+  /// newer help pages only. Does nothing for a program that lies beside its own files. Never touches a
+  /// directory that is already there. Raises error 75 when something can't be copied; what was copied of that
+  /// directory is gone again.
   void FillPath() const;
 
  private:

@@ -56,13 +56,13 @@ std::optional<QTime> ParseTime(const QString& text, const QLocale& locale) {
 
 std::optional<QDateTime> ParseDate(const QString& text, const QLocale& locale) {
   const QString trimmed = text.simplified();
-  if (const auto day = ParseDay(trimmed, locale)) return QDateTime(*day, QTime(0, 0));
+  if (const auto day = ParseDay(trimmed, locale)) return QDateTime(*day, QTime(0, 0), Qt::UTC);
   // A locale's date may hold blanks itself, so the time is looked for behind each of them.
   for (qsizetype blank = trimmed.indexOf(QLatin1Char(' ')); blank > 0;
        blank = trimmed.indexOf(QLatin1Char(' '), blank + 1)) {
     const auto day = ParseDay(trimmed.left(blank), locale);
     const auto time = ParseTime(trimmed.mid(blank + 1), locale);
-    if (day && time) return QDateTime(*day, *time);
+    if (day && time) return QDateTime(*day, *time, Qt::UTC);
   }
   return std::nullopt;
 }

@@ -34,8 +34,8 @@ bool ResumeNext(Statement&& statement) {
   try {
     std::forward<Statement>(statement)();
     return true;
-  } catch (const RuntimeError&) {
-    return false;
+  } catch (const std::exception&) {
+    return false;  // Also what a library raises, such as a picture that memory has no room for.
   }
 }
 

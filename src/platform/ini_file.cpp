@@ -55,6 +55,8 @@ QString GetPrivateProfileString(const QString& section, const QString& key, cons
 
 bool WritePrivateProfileString(const QString& section, const QString& key, const QString& value,
                                const QString& file) {
+  // A file that can't be read keeps its other keys.
+  if (QFile::exists(file) && !QFile(file).open(QIODevice::ReadOnly)) return false;
   const QByteArray bytes = ReadBytes(file);
   CSimpleIniA ini(IsUtf8);
   ini.SetSpaces(false);

@@ -23,8 +23,8 @@ namespace {
   throw RuntimeError(errInvalidPicture, QStringLiteral("Invalid picture: %1").arg(path));
 }
 
-void CheckClaim(QSize size, const QString& path) {
-  if (static_cast<qint64>(size.width()) * size.height() > MaxPicturePixels) RaiseInvalidPicture(path);
+void CheckClaim(QSize size, qint64 limit, const QString& path) {
+  if (static_cast<qint64>(size.width()) * size.height() > limit) RaiseInvalidPicture(path);
 }
 
 // --- wholeness --------------------------------------------------------------------------------------------
@@ -41,7 +41,8 @@ qint64 LittleEndian(const QByteArray& bytes, qsizetype at) {
 // preview in the header, they can, and those have a length by which they are passed over.
 bool JpegHasEnd(const QByteArray& file) {
   qsizetype at = 2;
-  while (at + 4 <= file.size() && static_cast<uchar>(file[at]) == 0xFF) {
+  // Stray bytes in front of a marker are passed over, as every reader does.
+  while ((at = file.indexOf('\xFF', at)) >= 0 && at + 4 <= file.size()) {
     const int marker = static_cast<uchar>(file[at + 1]);
     if (marker == 0xFF) {
       ++at;  // A fill byte.
@@ -78,7 +79,7 @@ Picture ReadWithQt(QImageReader& reader, const QString& path, const DrawnSize& d
   const bool turned = reader.transformation().testFlag(QImageIOHandler::TransformationRotate90);
   QSize natural = reader.size();
   if (natural.isValid()) {
-    CheckClaim(natural, path);
+    CheckClaim(natural, drawn && reader.format() == "jpeg" ? MaxJpegPixels : MaxPicturePixels, path);
     const QRect firstRow(0, 0, natural.width(), 1);
     if (turned) natural.transpose();
     const QSize target = drawn ? drawn(natural) : natural;
@@ -120,9 +121,9 @@ Picture ReadWithMagick(const QString& path) {
   InitializeMagickOnce();
   QFile file(path);
   if (!file.open(QIODevice::ReadOnly)) RaiseInvalidPicture(path);
+  const char* format = MagickFormat(file.peek(4096), path);
+  if (file.size() == 0 || file.size() > MaxPicturePixels * 4 || format == nullptr) RaiseInvalidPicture(path);
   const QByteArray bytes = file.readAll();
-  const char* format = MagickFormat(bytes, path);
-  if (bytes.isEmpty() || format == nullptr) RaiseInvalidPicture(path);
   try {
     const Magick::Blob blob(bytes.constData(), static_cast<size_t>(bytes.size()));
     // A Photo CD file holds a picture in several sizes; the third, of 768 by 512, is the one that all have.
@@ -132,7 +133,8 @@ Picture ReadWithMagick(const QString& path) {
     header.magick(format);
     if (photoCd) header.subImage(PhotoCdBase);
     header.ping(blob);
-    CheckClaim(QSize(static_cast<int>(header.columns()), static_cast<int>(header.rows())), path);
+    CheckClaim(QSize(static_cast<int>(header.columns()), static_cast<int>(header.rows())), MaxPicturePixels,
+               path);
 
     Magick::Image decoded;
     decoded.magick(format);

@@ -42,8 +42,9 @@ using DrawnSize = std::function<QSize(QSize natural)>;
 /// MaxPicturePixels; 53 for a file that doesn't exist. Safe to call from any thread.
 Picture LoadPicture(const QString& path, const DrawnSize& drawn = {});
 
-/// Larger claims are refused before memory is asked for.
+/// Larger claims are refused before memory is asked for. A JPEG that is decoded smaller needs less of it.
 constexpr qint64 MaxPicturePixels = 300'000'000;
+constexpr qint64 MaxJpegPixels = 2'000'000'000;
 
 /// Writes a 24-bit Windows bitmap, whole or not at all, replacing a file of that name. Raises 75 or 61.
 void SavePicture(const QImage& image, const QString& path);

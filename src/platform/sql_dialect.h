@@ -23,7 +23,8 @@ std::vector<SqlToken> TokenizeSql(const QString& sql);
 QString JoinTokens(const std::vector<SqlToken>& tokens);
 
 /// `dropClashes`: rows that clash with a key are left out and the others go in; a text too long is an error
-/// still. Raises 3075 for what is no statement of the dialect.
+/// still. =, <> and Like compare texts without regard to case; Like with digits and a star is a match of
+/// keys, which are texts. Raises 3075 for what is no statement of the dialect.
 QString ToSqlite(const QString& sql, bool dropClashes = false);
 
 /// The text with its apostrophes doubled, for an SQL text.

@@ -125,10 +125,19 @@ void TreeView::mousePressEvent(QMouseEvent* event) {
   if (SelectedItem() != nullptr && (onNode || SelectedItem() != before)) Q_EMIT NodeClick(SelectedItem());
 }
 
+// A press that moves on selects no further nodes: what it passes isn't clicked.
+void TreeView::mouseMoveEvent(QMouseEvent* event) {
+  if (event->buttons() == Qt::NoButton) QTreeWidget::mouseMoveEvent(event);
+}
+
 void TreeView::keyPressEvent(QKeyEvent* event) {
   const Node* before = SelectedItem();
+  Q_EMIT KeyDown();
   QTreeWidget::keyPressEvent(event);
-  if (SelectedItem() != nullptr && SelectedItem() != before) Q_EMIT NodeClick(SelectedItem());
+  if (SelectedItem() == nullptr || SelectedItem() == before) return;
+  Q_EMIT NodeClick(SelectedItem());
+  // A view that took the focus gets the release.
+  if (!hasFocus()) Q_EMIT KeyUp();
 }
 
 void TreeView::keyReleaseEvent(QKeyEvent* event) {

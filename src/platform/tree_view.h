@@ -74,6 +74,8 @@ class TreeView : public QTreeWidget {
  Q_SIGNALS:
   /// A mouse button went down; the selection is still the one before.
   void MouseDown(Qt::MouseButton button, const QPoint& point);
+  /// A key went down; the selection is still the one before.
+  void KeyDown();
   /// The user selected a node by mouse or keyboard, or clicked the one that was selected.
   void NodeClick(veldrin::platform::Node* node);
   /// A key was released, the selection is at rest.
@@ -81,6 +83,7 @@ class TreeView : public QTreeWidget {
 
  protected:
   void mousePressEvent(QMouseEvent* event) override;
+  void mouseMoveEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
 

@@ -18,6 +18,7 @@
 #include "platform/directory_chooser.h"
 #include "platform/entry_field.h"
 #include "platform/file_list.h"
+#include "platform/panel_size.h"
 #include "platform/twips.h"
 #include "records/add_view.h"
 #include "records/new_image_box.h"
@@ -189,7 +190,7 @@ void AddView::Arrange() {
   FileType->setFixedWidth(ChooserWidth);
   columns->addLayout(files);
   columns->addLayout(right, 1);
-  resize(platform::ToPixels(12440), platform::ToPixels(9804));
+  resize(platform::ToPixels(platform::PanelWidth), platform::ToPixels(platform::PanelHeight));
 }
 
 }  // namespace veldrin::records

@@ -47,6 +47,8 @@ void NewPhoto::PutInPlace(const catalogue::Paths& paths) {
   InPlace = Copied = ResumeNext([&] {
     while (!platform::RenameToFree(Temporary, target)) KeepAside(target);
   });
+  // A number that is given out again may have the thumbnail of another picture.
+  QFile::remove(catalogue::ThumbFileName(paths, PhotoID));
 }
 
 void NewPhoto::TakeBack(const catalogue::Paths& paths) {
@@ -60,8 +62,11 @@ void NewPhoto::DropTemporary() const {
 }
 
 QString TemporaryName(const catalogue::Paths& paths, int number) {
-  const QByteArray owner =
-      QSysInfo::machineUniqueId() + QSysInfo::machineHostName().toUtf8() + QByteArray::number(::getuid());
+  // What two running programs that share an image store can't have in common: one of them holds the lock in
+  // TempDir.
+  const QByteArray owner = QSysInfo::bootUniqueId() + QSysInfo::machineUniqueId() +
+                           QSysInfo::machineHostName().toUtf8() + QByteArray::number(::getuid()) +
+                           paths.TempDir.toUtf8();
   const QByteArray mark = QCryptographicHash::hash(owner, QCryptographicHash::Sha1).toHex().left(12);
   return paths.ImageDir + QStringLiteral(".new-%1-%2").arg(QLatin1String(mark)).arg(number);
 }

@@ -1,6 +1,8 @@
 // Where the parts of the main window stand. All lengths in twips.
 #pragma once
 
+#include "platform/panel_size.h"
+
 namespace veldrin::shell {
 
 constexpr int LeastWindowWidth = 3000;
@@ -11,11 +13,11 @@ constexpr int DragBarShrink = 20;
 
 // The design: the window's inside, the header, the panes below it.
 constexpr int DesignWidth = 15240;
-constexpr int DesignHeight = 10404;
-constexpr int HeaderHeight = 615;
 constexpr int PaneTop = 600;
+constexpr int DesignHeight = PaneTop + platform::PanelHeight;
+constexpr int HeaderHeight = 615;
 constexpr int DesignSplitterLeft = 2760;
-constexpr int TabWidth = 12440;
+constexpr int TabWidth = platform::PanelWidth;
 constexpr int ToolbarLeft = 2820;
 
 /// The places that follow from a splitter position and the window's inside.

@@ -1,5 +1,6 @@
 #include "shell/main_window.h"
 
+#include <QCloseEvent>
 #include <QMenuBar>
 #include <QScreen>
 #include <QStandardPaths>
@@ -123,6 +124,9 @@ void frmMain::ConnectCommands() {
   connect(&Bars->Item("FileExit"), &QAction::triggered, this, &frmMain::close);
   connect(&Bars->Item("RecordAll"), &QAction::triggered, ThumbPannel,
           &browse::ThumbnailPage::RecordAll_Click);
+  // The tick shows the state of the show, whatever the menu makes of a click.
+  connect(&Bars->Item("MusicPlay"), &QAction::triggered, this,
+          [this] { Bars->Item("MusicPlay").setChecked(Show.MusicOn); });
   connect(&Bars->Item("HelpHelp"), &QAction::triggered, this, &frmMain::HelpHelp_Click);
   connect(&Bars->Item("HelpAbout"), &QAction::triggered, this, &frmMain::HelpAbout_Click);
 }
@@ -155,6 +159,13 @@ void frmMain::LoadMusic() {
   MusicList->SetPattern(QStringLiteral("*.wav;*.snd;*.mp3;*.au;*.aif;*.aiff;*.aifc;*.asf;*.asx"));
   // A catalogue without a music directory has no music.
   ResumeNext([&] { MusicList->SetPath(ThePaths.MusicDir); });
+}
+
+void frmMain::Form_Unload() { MusicList->clear(); }
+
+void frmMain::closeEvent(QCloseEvent* event) {
+  Form_Unload();
+  event->accept();
 }
 
 // --- views ------------------------------------------------------------------------------------------------
@@ -202,6 +213,8 @@ void frmMain::SetViewControls(int view) {
 }
 
 void frmMain::SSTab1_Click(int) {
+  // Another view: no routine walks the list, and a page without records may have left the guard up.
+  Data1.SuppressReposition = false;
   if (SSTab1->currentIndex() == 0) Data1_Reposition();
   if (SSTab1->currentIndex() == 2) TheAddView->FillFileTypes();
   SetRecordMenus();

@@ -40,6 +40,7 @@ class frmMain : public QMainWindow, public catalogue::RecordViews, public folder
  protected:
   void resizeEvent(QResizeEvent* event) override;
   void showEvent(QShowEvent* event) override;
+  void closeEvent(QCloseEvent* event) override;
 
  private:
   // What the record source asks of the views.
@@ -58,6 +59,7 @@ class frmMain : public QMainWindow, public catalogue::RecordViews, public folder
   void ConnectCommands();
   void ConnectViews();
   void LoadMusic();
+  void Form_Unload();
 
   void SetViewControls(int view);
   void ShowDataView();

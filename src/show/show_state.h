@@ -21,8 +21,6 @@ enum ShowButton : int {
   SetupMusic = 19,
 };
 
-constexpr int ShowButtonCount = 19;
-
 struct ShowSettings {
   int ShowState = StopPlay;
   bool ShowRepeat = false;

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QMouseEvent>
 #include <QTest>
 
 #include "folders/folder_menus.h"
@@ -100,6 +101,23 @@ TEST_F(FolderBrowserTest, TheKeyboardMovesAndNotesWhereItCameToRest) {
   EXPECT_EQ(Views.Take(), QStringLiteral("show"));
   Click(Find("Beta"));
   EXPECT_EQ(Views.Take(), QString());
+}
+
+TEST_F(FolderBrowserTest, AKeyBackToTheFolderBeforeAClickShowsIt) {
+  Click(Find("Alpha"));
+  QTest::keyClick(&Tree, Qt::Key_Home);
+  EXPECT_EQ(Tree.SelectedItem(), Tree.Root());
+  EXPECT_EQ(Views.Take(), QStringLiteral("show show"));
+}
+
+TEST_F(FolderBrowserTest, APressThatMovesOnSelectsNothingMore) {
+  QTest::mousePress(Tree.viewport(), Qt::LeftButton, {}, Tree.visualItemRect(Find("Alpha")).center());
+  QMouseEvent move(QEvent::MouseMove, Tree.visualItemRect(Find("Beta")).center(), QCursor::pos(),
+                   Qt::NoButton, Qt::LeftButton, Qt::NoModifier);
+  QCoreApplication::sendEvent(Tree.viewport(), &move);
+  QTest::mouseRelease(Tree.viewport(), Qt::LeftButton, {}, Tree.visualItemRect(Find("Beta")).center());
+  EXPECT_EQ(Selected(), QStringLiteral("Alpha"));
+  EXPECT_EQ(Views.Take(), QStringLiteral("show"));
 }
 
 TEST_F(FolderBrowserTest, ARightClickSelectsAndOpensTheMenu) {

@@ -4,6 +4,7 @@
 #include <QFile>
 
 #include "platform/dao/db_engine.h"
+#include "platform/dates.h"
 #include "platform/runtime_error.h"
 #include "platform/sql_dialect.h"
 #include "support/test_support.h"
@@ -364,6 +365,18 @@ TEST_F(Dao, ShortListsOfFoldersSortWithoutCase) {
   EXPECT_EQ(Catalogue.Rows(QStringLiteral("SELECT FolderName FROM tblLevel1 ORDER BY FolderName"))
                 .join(QLatin1Char(' ')),
             QStringLiteral("!UNORGANIZED Alps beach Äpfel"));
+}
+
+TEST(Dates, KeepTimesThatALocalClockLeavesOut) {
+  const QByteArray zone = qgetenv("TZ");
+  qputenv("TZ", "America/Sao_Paulo");  // midnight of 4 November 2018 doesn't exist there
+  for (const char* text : {"2018-11-04 00:00:00", "2001-03-25 02:30:00"}) {
+    const QDateTime date = DateFromStore(QLatin1String(text));
+    EXPECT_TRUE(date.isValid());
+    EXPECT_EQ(DateToStore(date), QLatin1String(text));
+    EXPECT_EQ(DateToStore(ParseDate(QLatin1String(text)).value_or(QDateTime())), QLatin1String(text));
+  }
+  zone.isNull() ? qunsetenv("TZ") : qputenv("TZ", zone);
 }
 
 }  // namespace

@@ -88,6 +88,18 @@ TEST_F(PictureTest, RefusesWhatIsNoWholePicture) {
   EXPECT_EQ(ErrorOf(QStringLiteral("good.jpg")), 0);
 }
 
+TEST_F(PictureTest, ReadsAJpegWithStrayBytesAndWithAPreviewInItsHeader) {
+  WritePicture(Path(QStringLiteral("good.jpg")), QSize(300, 200));
+  const QByteArray jpeg = ReadFile(Path(QStringLiteral("good.jpg")));
+  const QByteArray preview =
+      QByteArray::fromHex("ffe10008") + QByteArray::fromHex("ffd8ffd9") + QByteArray(2, 'x');
+  WriteFile(Path(QStringLiteral("stray.jpg")), jpeg.left(2) + preview + QByteArray(2, '\0') + jpeg.mid(2));
+  EXPECT_EQ(ErrorOf(QStringLiteral("stray.jpg")), 0);
+  // The preview's end marker is not the picture's.
+  WriteFile(Path(QStringLiteral("cut.jpg")), jpeg.left(2) + preview + jpeg.mid(2, jpeg.size() / 2));
+  EXPECT_EQ(ErrorOf(QStringLiteral("cut.jpg")), errInvalidPicture);
+}
+
 TEST_F(PictureTest, ReadsByContentWhateverTheName) {
   WritePicture(Path(QStringLiteral("a.bmp")), QSize(30, 20));
   for (const char* name : {"no extension", "two.dots.jpg", "it's \"quoted\"\nbroken.dib", "日本語.gif"}) {

@@ -6,6 +6,7 @@
 #include <QTest>
 
 #include "folders/folder_tree.h"
+#include "platform/dir_list.h"
 #include "platform/runtime_error.h"
 #include "support/test_support.h"
 
@@ -199,10 +200,58 @@ TEST_F(MainWindowTest, OnlyHeightsFollowTheWindowOnTheRight) {
   EXPECT_EQ(Window->height(), 300);
 }
 
+TEST_F(MainWindowTest, AKeyInTheTreeShowsThePageFromItsFirstCell) {
+  Choose("MainImage");
+  ClickFolder(Home);
+  Tree().setFocus();
+  QWidget* tree = QApplication::focusWidget();
+  QTest::keyPress(tree, Qt::Key_Down);  // to Travels; the page takes the focus, and so the release
+  QTest::keyRelease(QApplication::focusWidget(), Qt::Key_Down);
+  EXPECT_EQ(Tree().SelectedItem()->Text(), QStringLiteral("Travels"));
+  EXPECT_EQ(Counter(), QStringLiteral("   1 of 20"));
+  EXPECT_TRUE(Get(QStringLiteral("picThumb(0)")).hasFocus());
+}
+
+TEST_F(MainWindowTest, AnEmptyPageLeavesNothingStill) {
+  Choose("MainImage");
+  ClickFolder(TopUnorganized);
+  EXPECT_TRUE(Get(QStringLiteral("picThumb(0)")).isHidden());
+  Choose("MainAdd");
+  Get<platform::DirListBox>(QStringLiteral("Dir1")).SetPath(Catalogue.Paths().ImageDir);
+  EXPECT_EQ(Get<platform::FileListBox>(QStringLiteral("FileToSel")).ListCount(), 30);
+  Choose("MainImage");
+  Choose("MainData");
+  ClickFolder(Home);
+  EXPECT_EQ(Counter(), QStringLiteral("   1 of 10"));
+}
+
+TEST_F(MainWindowTest, TheMusicTickShowsTheStateOfTheShow) {
+  QAction& play = Action("MusicPlay");
+  EXPECT_EQ(play.isChecked(), play.isEnabled());  // on with a sound card, off and disabled without
+  const bool on = play.isChecked();
+  play.setEnabled(true);
+  play.trigger();
+  EXPECT_EQ(play.isChecked(), on);
+}
+
+TEST_F(MainWindowTest, ItsMenusPopUpAtTheirPlaces) {
+  QMenu& folders = Get<QMenu>(QStringLiteral("FolderMenu"));
+  QMenu& records = Get<QMenu>(QStringLiteral("RecordMenu"));
+  QTest::mouseClick(Tree().viewport(), Qt::RightButton, {}, Tree().visualItemRect(Tree().Root()).center());
+  EXPECT_TRUE(folders.isVisible());
+  folders.hide();
+  Choose("MainImage");
+  for (const char* place : {"ImgThumb(0)", "ThumbTitle(0)", "ThumbPannel"}) {
+    QTest::mouseClick(&Get(QLatin1String(place)), Qt::RightButton, {}, QPoint(2, 2));
+    EXPECT_TRUE(records.isVisible()) << place;
+    records.hide();
+  }
+}
+
 TEST_F(MainWindowTest, ClosesWithoutAQuestionAndRemovesTheWorkingCopy) {
   const QString workFile = Catalogue.Paths().WorkFile;
   EXPECT_TRUE(QFileInfo::exists(workFile));
-  Choose("FileExit");
+  test::AnswerBoxes([this] { Choose("FileExit"); }, {});
   EXPECT_FALSE(Window->isVisible());
   Window.reset();
   EXPECT_FALSE(QFileInfo::exists(workFile));

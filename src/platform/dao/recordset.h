@@ -63,8 +63,6 @@ class Recordset {
   /// The position of the first row that meets the criteria; -1 when none does.
   virtual int FindPosition(const QString& criteria) const = 0;
   void RequireCurrent() const;
-  void ResetPosition() { Position = 0; }
-  int CurrentPosition() const { return Position; }
   /// Called by every move, so that the current row is read afresh.
   virtual void Moved() const { CurrentRow.clear(); }
 
