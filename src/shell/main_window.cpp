@@ -39,7 +39,12 @@ frmMain::frmMain(const platform::App& app, const catalogue::Paths& paths, platfo
   resize(ToPixels(DesignWidth), ToPixels(DesignHeight) + menuBar()->sizeHint().height());
 }
 
-frmMain::~frmMain() { catalogue::DeleteWorkFile(ThePaths); }
+frmMain::~frmMain() {
+  // The views go before the list that they show, which is a member and would go first.
+  Folders.reset();
+  delete takeCentralWidget();
+  catalogue::DeleteWorkFile(ThePaths);
+}
 
 // --- the parts --------------------------------------------------------------------------------------------
 
