@@ -181,16 +181,13 @@ OpenedCatalogue::OpenedCatalogue(const QString& program) {
   ThePaths.ImageDir = database + QStringLiteral("Images/");
   ThePaths.ThumbDir = ThePaths.ImageDir + QStringLiteral("Thumbnails/");
   ThePaths.MusicDir = database + QStringLiteral("Music/");
-  ThePaths.TempDir = program + QStringLiteral("/Temp/");
-  QDir().mkpath(ThePaths.TempDir);
+  ThePaths.TempDir = Temp.path() + QLatin1Char('/');
   TheEngine.SystemDB = database + QStringLiteral("Veldrin.MDW");
   if (!catalogue::CreateWorkFile(ThePaths, TheEngine, program) ||
       !catalogue::OpenCatalogue(ThePaths, TheEngine)) {
     throw std::runtime_error("can't open " + program.toStdString());
   }
 }
-
-OpenedCatalogue::~OpenedCatalogue() { QFile::remove(ThePaths.WorkFile); }
 
 struct KeyReader::Connection {
   explicit Connection(const QString& path) : File(path) {}

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <QTemporaryDir>
 #include <memory>
 #include <string>
 #include <vector>
@@ -36,7 +37,6 @@ void MakeEmptyCatalogue(const QString& program);
 class OpenedCatalogue {
  public:
   explicit OpenedCatalogue(const QString& program);
-  ~OpenedCatalogue();
   OpenedCatalogue(const OpenedCatalogue&) = delete;
   OpenedCatalogue& operator=(const OpenedCatalogue&) = delete;
 
@@ -44,6 +44,7 @@ class OpenedCatalogue {
   platform::DBEngine& Engine() { return TheEngine; }
 
  private:
+  QTemporaryDir Temp;  // Of its own: two runs of the benchmarks may measure on one catalogue.
   catalogue::Paths ThePaths;
   platform::DBEngine TheEngine;
 };

@@ -6,6 +6,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QRegularExpression>
 #include <QUrl>
 
 #include "platform/dao/errors.h"
@@ -157,6 +158,46 @@ SQLite::Statement& Connection::Prepared(const QString& sqliteSql) {
   auto& statement = Statements[sqliteSql];
   if (!statement) statement = std::make_unique<SQLite::Statement>(Db, sqliteSql.toStdString());
   return *statement;
+}
+
+void StatementEnd::operator()(sqlite3_stmt* statement) const { sqlite3_finalize(statement); }
+
+sqlite3_stmt* Connection::PreparedRaw(const QString& sqliteSql) {
+  // Statements that name a photo's number differ from each other; a few are kept, and never one that is in
+  // use.
+  constexpr size_t MostKept = 32;
+  if (RawStatements.size() >= MostKept && !RawStatements.contains(sqliteSql)) {
+    std::erase_if(RawStatements, [](const auto& kept) { return sqlite3_stmt_busy(kept.second.get()) == 0; });
+  }
+  auto& statement = RawStatements[sqliteSql];
+  if (!statement) {
+    sqlite3_stmt* raw = nullptr;
+    if (sqlite3_prepare_v2(Db.getHandle(), sqliteSql.toUtf8().constData(), -1, &raw, nullptr) != SQLITE_OK) {
+      throw FromSqlite(SQLite::Exception(Db.getHandle()));
+    }
+    statement.reset(raw);
+  }
+  return statement.get();
+}
+
+const TableColumns& Connection::ColumnsOf(const QString& table) {
+  static const QRegularExpression textSize(QStringLiteral(R"(^TEXT\((\d+)\)$)"));
+  TableColumns& known = Tables[table.toLower()];
+  if (!known.Names.isEmpty()) return known;
+  SQLite::Statement columns(Db, "SELECT name, type, pk FROM pragma_table_info(?)");
+  columns.bind(1, table.toStdString());
+  int keyColumns = 0;
+  while (columns.executeStep()) {
+    const QString type = QString::fromStdString(columns.getColumn(1).getString());
+    known.Names << QString::fromStdString(columns.getColumn(0).getString());
+    known.IsDate.push_back(type == QLatin1String("DATETIME"));
+    known.Sizes.push_back(textSize.match(type).captured(1).toInt());
+    if (columns.getColumn(2).getInt() == 0) continue;
+    ++keyColumns;
+    if (type == QLatin1String("INTEGER")) known.Key = known.Names.last();
+  }
+  if (keyColumns != 1) known.Key.clear();
+  return known;
 }
 
 ReadTransaction::ReadTransaction(Connection& connection) {

@@ -6,16 +6,32 @@
 
 #include <QMap>
 #include <QString>
+#include <QStringList>
 #include <map>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "platform/dao/value.h"
+
+struct sqlite3_stmt;
 
 namespace veldrin::platform {
 
 /// Written into the header of every database file of the program.
 constexpr int ApplicationId = 0x56454C44;
+
+/// What the engine layer needs to know of a table.
+struct TableColumns {
+  QStringList Names;
+  std::vector<bool> IsDate;
+  std::vector<int> Sizes;  ///< of text columns in characters, 0 for the others
+  QString Key;  ///< the numeric primary key; empty when there is none or it has more than one column
+};
+
+struct StatementEnd {
+  void operator()(sqlite3_stmt* statement) const;
+};
 
 class Connection {
  public:
@@ -31,6 +47,13 @@ class Connection {
   void AddQuery(const QString& name, const QString& sql);
   /// The SQL of a stored query in the program's dialect; empty when there is none of that name.
   QString QuerySql(const QString& name) const { return Queries.value(name.toLower()); }
+
+  /// A table's columns; none for a table that isn't there. Kept: a table doesn't change once it is read.
+  const TableColumns& ColumnsOf(const QString& table);
+
+  /// A statement of SQLite's own interface that is kept for the next call with the same text. Raises the
+  /// engine's errors.
+  sqlite3_stmt* PreparedRaw(const QString& sqliteSql);
 
   /// Prepares a statement that is kept for the next call with the same text: for texts without values in
   /// them.
@@ -57,6 +80,8 @@ class Connection {
   QMap<QString, Identity> Files;  ///< the opened file and those attached to it
   QMap<QString, QString> Queries;
   std::map<QString, std::unique_ptr<SQLite::Statement>> Statements;
+  std::map<QString, std::unique_ptr<sqlite3_stmt, StatementEnd>> RawStatements;
+  std::map<QString, TableColumns> Tables;
 };
 
 /// Makes a kept statement ready, and at the end of the block ends it, so that it holds no lock between

@@ -20,20 +20,6 @@ void RequireRow(int changedRows) {
   if (changedRows == 0) throw RuntimeError(errRecordDeleted, QStringLiteral("Record is deleted."));
 }
 
-// The numeric primary key of a table; empty when it has none or more than one column.
-QString KeyOf(Connection& connection, const QString& table) {
-  SQLite::Statement columns(connection.Sqlite(), "SELECT name, type, pk FROM pragma_table_info(?)");
-  columns.bind(1, table.toStdString());
-  QString key;
-  while (columns.executeStep()) {
-    if (columns.getColumn(2).getInt() == 0) continue;
-    const bool numeric = columns.getColumn(1).getString() == "INTEGER";
-    if (!key.isEmpty() || !numeric) return {};
-    key = QString::fromStdString(columns.getColumn(0).getString());
-  }
-  return key;
-}
-
 QString SelectKeys(const QString& table, const QString& key, const QString& from) {
   return QStringLiteral("SELECT %1.%2 FROM %3").arg(table, key, from);
 }
@@ -52,7 +38,7 @@ std::optional<KeySource> FromStoredJoin(Connection& connection, const QString& q
   const QString links = match.captured(2);
   const QString key = match.captured(3);
   const QString parameter = match.captured(4);
-  if (KeyOf(connection, table).compare(key, Qt::CaseInsensitive) != 0) return std::nullopt;
+  if (connection.ColumnsOf(table).Key.compare(key, Qt::CaseInsensitive) != 0) return std::nullopt;
 
   // The one-row table comes first: CROSS JOIN makes SQLite keep the order, and the range on the links follows
   // it.
@@ -74,12 +60,9 @@ std::optional<KeySource> FromStoredJoin(Connection& connection, const QString& q
 // A statement that gives keys: the hot path of a click on a folder, straight through SQLite's own interface.
 class KeyStatement {
  public:
-  KeyStatement(sqlite3* db, const QString& sql) : Db(db) {
-    if (sqlite3_prepare_v2(db, sql.toUtf8().constData(), -1, &Statement, nullptr) != SQLITE_OK) {
-      throw FromSqlite(SQLite::Exception(db));
-    }
-  }
-  ~KeyStatement() { sqlite3_finalize(Statement); }
+  KeyStatement(Connection& connection, const QString& sql)
+      : Db(connection.Sqlite().getHandle()), Statement(connection.PreparedRaw(sql)) {}
+  ~KeyStatement() { sqlite3_reset(Statement); }
   KeyStatement(const KeyStatement&) = delete;
   KeyStatement& operator=(const KeyStatement&) = delete;
 
@@ -100,7 +83,7 @@ class KeyStatement {
 
  private:
   sqlite3* Db;
-  sqlite3_stmt* Statement = nullptr;
+  sqlite3_stmt* Statement;
 };
 
 }  // namespace
@@ -120,7 +103,7 @@ std::optional<KeySource> FindKeySource(Connection& connection, const QString& sq
   if (!query.isEmpty()) return FromStoredJoin(connection, query, where);
   KeySource source;
   source.Table = table;
-  source.Key = KeyOf(connection, table);
+  source.Key = connection.ColumnsOf(table).Key;
   source.Unchecked = false;
   const QString from = SelectKeys(table, source.Key, table);
   source.KeySql = where.isEmpty() ? from : from + QStringLiteral(" WHERE ") + ToSqlite(where);
@@ -135,22 +118,17 @@ Dynaset::Dynaset(std::shared_ptr<Connection> connection, KeySource source)
 }
 
 void Dynaset::LoadColumns() {
-  static const QRegularExpression textSize(QStringLiteral(R"(^TEXT\((\d+)\)$)"));
-  SQLite::Statement columns(TheConnection->Sqlite(), "SELECT name, type FROM pragma_table_info(?)");
-  columns.bind(1, Source.Table.toStdString());
-  while (columns.executeStep()) {
-    const QString type = QString::fromStdString(columns.getColumn(1).getString());
-    Names << QString::fromStdString(columns.getColumn(0).getString());
-    IsDate.push_back(type == QLatin1String("DATETIME"));
-    Sizes.push_back(textSize.match(type).captured(1).toInt());
-  }
-  if (Names.isEmpty()) {
+  const TableColumns& columns = TheConnection->ColumnsOf(Source.Table);
+  if (columns.Names.isEmpty()) {
     throw RuntimeError(errNoSuchTable, QStringLiteral("no such table: %1").arg(Source.Table));
   }
+  Names = columns.Names;
+  IsDate = columns.IsDate;
+  Sizes = columns.Sizes;
 }
 
 std::vector<int> Dynaset::ReadKeys(const QString& sqliteSql) const {
-  KeyStatement statement(TheConnection->Sqlite().getHandle(), sqliteSql);
+  KeyStatement statement(*TheConnection, sqliteSql);
   std::vector<int> keys;
   while (statement.Step()) keys.push_back(statement.Key());
   return keys;
@@ -170,24 +148,25 @@ const std::vector<int>& Dynaset::Keys() const {
   return *TheKeys;
 }
 
-// Keys that lie close together are read in one go from the table's key index; a key far from others costs a
-// go of its own.
+// Keys that follow each other without a gap are counted in the table's key index in one go; only where the
+// count tells that one of them has no row are they looked up one by one.
 void Dynaset::RemoveKeysWithoutRow(std::vector<int>& keys) const {
-  constexpr int CloseTogether = 8;  // About as many keys are read in the time of one look-up.
   const ReadTransaction transaction(*TheConnection);
-  KeyStatement rows(
-      TheConnection->Sqlite().getHandle(),
-      QStringLiteral("SELECT %1 FROM %2 WHERE %1 BETWEEN ? AND ? ORDER BY %1").arg(Source.Key, Source.Table));
+  KeyStatement count(
+      *TheConnection,
+      QStringLiteral("SELECT count(*) FROM %1 WHERE %2 BETWEEN ? AND ?").arg(Source.Table, Source.Key));
+  const auto rowsBetween = [&count](int first, int last) {
+    count.SetRange(first, last);
+    return count.Step() ? count.Key() : 0;
+  };
   auto kept = keys.begin();
   for (auto first = keys.begin(); first != keys.end();) {
     auto last = first + 1;
-    while (last != keys.end() && *last - *(last - 1) <= CloseTogether) ++last;
-    rows.SetRange(*first, *(last - 1));
-    while (rows.Step()) {
-      while (*first < rows.Key()) ++first;
-      if (*first == rows.Key()) *kept++ = *first++;
+    while (last != keys.end() && *last == *(last - 1) + 1) ++last;
+    const bool all = rowsBetween(*first, *(last - 1)) == last - first;
+    for (; first != last; ++first) {
+      if (all || rowsBetween(*first, *first) == 1) *kept++ = *first;
     }
-    first = last;
   }
   keys.erase(kept, keys.end());
 }
