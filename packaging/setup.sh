@@ -38,7 +38,7 @@ need_packages() {
   mapfile -t missing < <(missing_packages "$@")
   if ((${#missing[@]} == 0)); then return; fi
   echo "Installing ${missing[*]}"
-  local apt=(env DEBIAN_FRONTEND=noninteractive apt-get -q -y -o DPkg::Lock::Timeout=300 -o Acquire::Retries=3)
+  local apt=(env DEBIAN_FRONTEND=noninteractive apt-get -qq -y -o Dpkg::Use-Pty=0 -o DPkg::Lock::Timeout=300 -o Acquire::Retries=3)
   as_root "${apt[@]}" update
   as_root "${apt[@]}" install --no-install-recommends "${missing[@]}"
 }
@@ -58,7 +58,7 @@ build_preset() {
   local targets=()
   if (($# > 0)); then targets=(--target "$@"); fi
   NINJA_STATUS="[%f/%t] " cmake --build --preset "$preset" "${targets[@]}" |
-    { grep -v '^ninja: no work to do\.$' || true; }
+    { grep -v -e '^ninja: no work to do\.$' -e 'Re-checking globbed directories' || true; }
 }
 
 # make_sample <program directory>: makes a whole program directory with the sample catalogue, once, from the builds
