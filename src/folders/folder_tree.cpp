@@ -73,7 +73,7 @@ QString AddFolderRecord(platform::DBEngine& engine, const QString& workFile, int
   } else {
     number = id.toString().right(SegmentLength).toInt() + 1;
   }
-  const QString key = parentKey + PadKey(number, SegmentLength);
+  QString key = parentKey + PadKey(number, SegmentLength);
   insert(key, name);
   return key;
 }

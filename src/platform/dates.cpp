@@ -68,7 +68,7 @@ std::optional<QDateTime> ParseDate(const QString& text, const QLocale& locale) {
 }
 
 QString FormatDate(const QDateTime& date, const QLocale& locale) {
-  const QString day = locale.toString(date.date(), LongYearForm(locale));
+  QString day = locale.toString(date.date(), LongYearForm(locale));
   const QTime time = date.time();
   if (time == QTime(0, 0)) return day;
   const QString form =

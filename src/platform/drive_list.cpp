@@ -63,7 +63,7 @@ DriveListBox::DriveListBox(QWidget* parent, VolumeSource volumes)
 }
 
 QString DriveListBox::Drive() const {
-  const QString root = currentData().toString();
+  QString root = currentData().toString();
   if (root.isEmpty() || !IsReady(root)) RaiseUnavailable(root);
   return root;
 }

@@ -51,7 +51,8 @@ void WriteAll(int target, const char* bytes, ssize_t count, const QString& path)
 }
 
 void CopyThroughMemory(int source, const QString& sourceName, int target, const QString& targetName) {
-  std::array<char, 128 * 1024> block;
+  constexpr size_t BlockSize = 131'072;
+  std::array<char, BlockSize> block;
   while (true) {
     const ssize_t count = ::read(source, block.data(), block.size());
     if (count < 0 && errno == EINTR) continue;

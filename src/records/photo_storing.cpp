@@ -92,7 +92,7 @@ Storing::Storing(const catalogue::Paths& paths, platform::DBEngine& engine, cons
 }
 
 Group Storing::GroupAt(size_t number) {
-  const size_t size = static_cast<size_t>(Batch.GroupSize);
+  const auto size = static_cast<size_t>(Batch.GroupSize);
   const size_t begin = std::min(number * size, Files.size());
   return Group(Files).subspan(begin, std::min(size, Files.size() - begin));
 }

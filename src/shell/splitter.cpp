@@ -15,6 +15,7 @@ namespace {
 
 // Wider than the gap of the panes, so that it is easy to hit; it lies over their edges.
 constexpr int GripWidth = 90;  // twips
+constexpr int BarWidth = GripWidth / 2;
 
 }  // namespace
 
@@ -38,7 +39,7 @@ void Splitter::Place(double left, double top, double height) {
 void Splitter::mousePressEvent(QMouseEvent*) {
   BarLeft = TheLeft;
   const int top = ToTwips(y());
-  MoveTwips(*picSplitter, BarLeft, top, GripWidth / 2, ToTwips(height()) - DragBarShrink);
+  MoveTwips(*picSplitter, BarLeft, top, BarWidth, ToTwips(height()) - DragBarShrink);
   picSplitter->raise();
   picSplitter->show();
   SplitterDown = true;
