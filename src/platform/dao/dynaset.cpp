@@ -180,7 +180,7 @@ std::vector<std::vector<Value>> Dynaset::ReadRows(int first, int count) const {
     std::vector<std::vector<Value>> rows(static_cast<size_t>(count));
     for (int i = 0; i < count; ++i) {
       const StatementUse row(find);
-      row->bind(1, keys[static_cast<size_t>(first + i)]);
+      row->bind(1, keys[static_cast<size_t>(first) + static_cast<size_t>(i)]);
       if (!row->executeStep()) continue;
       for (int column = 0; column < Names.size(); ++column) {
         rows[static_cast<size_t>(i)].push_back(ReadColumn(*row, column, IsDate[static_cast<size_t>(column)]));
