@@ -18,6 +18,9 @@ struct CatalogueSize {
   int Folders = 0;
 };
 
+/// What the figures of "a million photos" are measured on.
+constexpr CatalogueSize LargeCatalogue{1'000'000, 5'000};
+
 /// The folder whose subtree holds every photo, and one below it that holds exactly PhotosInFolder.
 constexpr auto TopFolderKey = "0001";
 constexpr auto FullFolderKey = "000100010001";

@@ -36,6 +36,7 @@ void RunShell(const std::string& command);
 /// The figures of each field; `data` is the directory of what is made once and kept.
 void AddPageFigures(const std::string& data);
 void AddStoringFigures(const std::string& data);
+void AddRecordFigures(const std::string& data);
 void AddWindowFigures(const std::string& data);
 
 /// The program started on the directory argv[2]; tells when its main window is shown, and ends.

@@ -19,6 +19,7 @@ int main(int argc, char** argv) {
   const std::string data = directory.absolutePath().toStdString();
   AddPageFigures(data);
   AddStoringFigures(data);
+  AddRecordFigures(data);
   AddWindowFigures(data);
   return PrintFigures({argv + 2, argv + argc}) ? 0 : 1;
 }

@@ -30,10 +30,12 @@ class SqliteStatement {
     Check(result == SQLITE_ROW || result == SQLITE_DONE);
     return result == SQLITE_ROW;
   }
-  /// A statement without rows, ready for the next values.
+  /// Ready for the next values.
+  void Reset() { sqlite3_reset(Statement); }
+  /// A statement without rows.
   void Run() {
     Step();
-    sqlite3_reset(Statement);
+    Reset();
   }
 
   int Integer(int column) { return sqlite3_column_int(Statement, column); }

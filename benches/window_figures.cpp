@@ -15,7 +15,6 @@ namespace veldrin::benches {
 
 namespace {
 
-constexpr CatalogueSize LargeCatalogue{1'000'000, 5'000};
 constexpr double SplashMilliseconds = 1000;
 
 // The window as Data View has it, and beside it the keys as SQLite gives them. Made at the first measurement.

@@ -1,10 +1,7 @@
 #include "browse/data_view.h"
 
-#include <QEvent>
-#include <QHeaderView>
-#include <QMouseEvent>
-#include <QStyledItemDelegate>
-#include <QVBoxLayout>
+#include <QFrame>
+#include <QLabel>
 
 #include "catalogue/image_store.h"
 #include "platform/failure.h"
@@ -13,79 +10,14 @@
 
 namespace veldrin::browse {
 
-using catalogue::TwipSize;
-using platform::EndSilently;
 using platform::MoveTwips;
 
-namespace {
-
-constexpr TwipSize PreviewBox{3855, 2895};
-constexpr int RowHeight = 24;  // pixels
-
-// Draws a row as selected where its record stands in SelBookmarks: the grid keeps no selection of its own.
-class RowDelegate : public QStyledItemDelegate {
- public:
-  RowDelegate(catalogue::RecordList& data1, QTableView& grid)
-      : QStyledItemDelegate(&grid), Data1(data1), Grid(grid) {}
-
- protected:
-  void initStyleOption(QStyleOptionViewItem* option, const QModelIndex& index) const override {
-    QStyledItemDelegate::initStyleOption(option, index);
-    option->state.setFlag(QStyle::State_HasFocus, false);
-    const bool selected = Data1.SelBookmarks.Count() > 0 && Data1.SelBookmarks.Contains(BookmarkOf(index));
-    option->state.setFlag(QStyle::State_Selected, selected);
-    if (!selected && index.row() == Grid.currentIndex().row()) {
-      option->backgroundBrush = Grid.palette().color(QPalette::Highlight).lighter(190);
-    }
-  }
-
- private:
-  static int BookmarkOf(const QModelIndex& index) { return index.siblingAtColumn(0).data().toInt(); }
-
-  catalogue::RecordList& Data1;
-  QTableView& Grid;
-};
-
-}  // namespace
-
 DataView::DataView(catalogue::RecordList& data1, const catalogue::Paths& paths, QWidget* parent)
-    : QWidget(parent), Data1(data1), ThePaths(paths), Model(data1) {
+    : QWidget(parent), Data1(data1), ThePaths(paths), Grid(new RecordGrid(data1, this)) {
   setObjectName(QStringLiteral("TabPannel(0)"));
-  MakeGrid();
+  MoveTwips(*Grid, 0, 0, platform::BrowserWidth, platform::PanelHeight);
   MakePreview();
   MakeButtons();
-  // Many moves of one event make one move of the grid.
-  Follow.setSingleShot(true);
-  connect(&Data1, &catalogue::RecordList::Reposition, &Follow, qOverload<>(&QTimer::start));
-  connect(&Follow, &QTimer::timeout, this, &DataView::FollowRecord);
-  connect(&Data1.SelBookmarks, &catalogue::SelBookmarkList::Changed, Grid->viewport(),
-          qOverload<>(&QWidget::update));
-}
-
-void DataView::MakeGrid() {
-  Grid = new QTableView(this);
-  Grid->setObjectName(QStringLiteral("TDBGrid1"));
-  Grid->setModel(&Model);
-  Grid->setItemDelegate(new RowDelegate(Data1, *Grid));
-  Grid->setSelectionMode(QAbstractItemView::NoSelection);
-  Grid->setSelectionBehavior(QAbstractItemView::SelectRows);
-  Grid->setShowGrid(false);
-  Grid->setAlternatingRowColors(true);
-  Grid->setWordWrap(false);
-  Grid->verticalHeader()->hide();
-  Grid->verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-  Grid->verticalHeader()->setDefaultSectionSize(RowHeight);
-  Grid->horizontalHeader()->setHighlightSections(false);
-  Grid->horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
-  const int widths[] = {52, 50, 160, 146, 110, 240, 146};  // pixels, by what the columns hold
-  for (int column = 0; column < 7; ++column) Grid->setColumnWidth(column, widths[column]);
-  MoveTwips(*Grid, 0, 0, platform::BrowserWidth, platform::PanelHeight);
-  Grid->viewport()->installEventFilter(this);
-  connect(Grid->selectionModel(), &QItemSelectionModel::currentRowChanged, this,
-          [this](const QModelIndex& row) {
-            if (row.isValid() && row.row() != Data1.AbsolutePosition()) Data1.SetAbsolutePosition(row.row());
-            Grid->viewport()->update();
-          });
 }
 
 void DataView::MakePreview() {
@@ -110,11 +42,9 @@ void DataView::MakePreview() {
   picPreview->setObjectName(QStringLiteral("picPreview"));
   picPreview->setAutoFillBackground(true);
   picPreview->setPalette(QPalette(Qt::black));
-  MoveTwips(*picPreview, 8400, 1080, PreviewBox.Width, PreviewBox.Height);
-  ImgPreview = new QLabel(picPreview);
-  ImgPreview->setObjectName(QStringLiteral("ImgPreview"));
-  ImgPreview->setScaledContents(true);
-  ImgPreview->hide();
+  MoveTwips(*picPreview, 8400, 1080, 3855, 2895);
+  ImgPreview = new catalogue::FittedImage(QStringLiteral("ImgPreview"), *picPreview);
+  connect(ImgPreview, &catalogue::FittedImage::DblClick, this, &DataView::ImgPreview_DblClick);
 
   auto* info = new QLabel(QStringLiteral("DOUBLE CLICK ON THE IMAGE TO VIEW, EDIT OR PRINT"), this);
   info->setObjectName(QStringLiteral("lblInfo"));
@@ -153,33 +83,11 @@ void DataView::MakeButtons() {
   }
 }
 
-// --- the grid ---------------------------------------------------------------------------------------------
-
-void DataView::FollowRecord() {
-  const int position = Data1.AbsolutePosition();
-  if (position < 0 || Grid->currentIndex().row() == position) return;
-  const int column = std::max(0, Grid->currentIndex().column());
-  Grid->setCurrentIndex(Model.index(position, column));
-}
-
-QColor DataView::GridSelColor() const { return Grid->palette().color(QPalette::Highlight); }
-
-void DataView::SetGridSelColor(QColor color) {
-  QPalette palette = Grid->palette();
-  palette.setColor(QPalette::Highlight, color);
-  Grid->setPalette(palette);
+QPushButton& DataView::Button(const char* name) const {
+  return *findChild<QPushButton*>(QLatin1String(name));
 }
 
 void DataView::SetContentHeight(int pixels) { Grid->resize(Grid->width(), pixels); }
-
-bool DataView::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::MouseButtonPress &&
-      static_cast<QMouseEvent*>(event)->button() == Qt::RightButton) {
-    Q_EMIT RecordMenuRequested();
-    return true;
-  }
-  return QWidget::eventFilter(watched, event);
-}
 
 // --- the counter and the preview --------------------------------------------------------------------------
 
@@ -200,14 +108,9 @@ void DataView::PreviewOption_Click(int index) {
 }
 
 void DataView::ShowPreview() {
-  EndSilently([&] {
-    const QString file = catalogue::ImageFileName(ThePaths, Data1.Field(QStringLiteral("PhotoID")).toInt(),
-                                                  Data1.Field(QStringLiteral("ImageType")).toString());
-    const platform::Picture picture = catalogue::LoadPictureForBox(file, PreviewBox, devicePixelRatioF());
-    ImgPreview->setPixmap(QPixmap::fromImage(picture.Image()));
-    const TwipSize size = catalogue::FitToBox(picture, PreviewBox);
-    MoveTwips(*ImgPreview, catalogue::Centre(PreviewBox.Width, size.Width),
-              catalogue::Centre(PreviewBox.Height, size.Height), size.Width, size.Height);
+  platform::EndSilently([&] {
+    ImgPreview->Load(catalogue::ImageFileName(ThePaths, Data1.Field(QStringLiteral("PhotoID")).toInt(),
+                                              Data1.Field(QStringLiteral("ImageType")).toString()));
     ImgPreview->show();
   });
 }

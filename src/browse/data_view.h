@@ -2,15 +2,13 @@
 // first tab.
 #pragma once
 
-#include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
-#include <QTableView>
-#include <QTimer>
 #include <QWidget>
 
 #include "browse/data_navigator.h"
-#include "browse/record_model.h"
+#include "browse/record_grid.h"
+#include "catalogue/fitted_image.h"
 #include "catalogue/paths.h"
 #include "catalogue/record_list.h"
 
@@ -23,12 +21,10 @@ class DataView : public QWidget {
   /// The panel of the first tab.
   DataView(catalogue::RecordList& data1, const catalogue::Paths& paths, QWidget* parent);
 
-  QTableView& TDBGrid1() { return *Grid; }
+  RecordGrid& TDBGrid1() { return *Grid; }
   QRadioButton& PreviewOption(int index) { return *(index == 0 ? PreviewOn : PreviewOff); }
 
-  /// The colour of the grid's selected rows.
-  QColor GridSelColor() const;
-  void SetGridSelColor(QColor color);
+  QPushButton& Button(const char* name) const;
   void SetContentHeight(int pixels);
 
   /// After a move of the list: the counter and the preview follow. Who knows that the first tab isn't shown
@@ -38,28 +34,21 @@ class DataView : public QWidget {
   void PreviewOption_Click(int index);
 
  Q_SIGNALS:
-  void RecordMenuRequested();
-
- protected:
-  bool eventFilter(QObject* watched, QEvent* event) override;
+  void ImgPreview_DblClick();
 
  private:
-  void MakeGrid();
   void MakePreview();
   void MakeButtons();
   void ShowPreview();
-  void FollowRecord();
 
   catalogue::RecordList& Data1;
   const catalogue::Paths& ThePaths;
-  RecordModel Model;
-  QTableView* Grid = nullptr;
+  RecordGrid* Grid;
   QRadioButton* PreviewOn = nullptr;
   QRadioButton* PreviewOff = nullptr;
   QWidget* picPreview = nullptr;
-  QLabel* ImgPreview = nullptr;
+  catalogue::FittedImage* ImgPreview = nullptr;
   DataNavigator* Navigator = nullptr;
-  QTimer Follow;
 };
 
 }  // namespace veldrin::browse

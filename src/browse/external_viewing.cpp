@@ -1,9 +1,13 @@
 #include "browse/external_viewing.h"
 
 #include <QFile>
+#include <QFileInfo>
 
 #include "catalogue/image_store.h"
+#include "platform/default_program.h"
 #include "platform/failure.h"
+#include "platform/msg_box.h"
+#include "platform/sql_dialect.h"
 
 namespace veldrin::browse {
 
@@ -11,14 +15,60 @@ using platform::ResumeNext;
 
 namespace {
 
-// A file that has gone has the empty date, which differs from any note.
+// The date of a file that has gone, and the note of a photo without a date: it differs from any other.
+const QDateTime EmptyDate(QDate(1899, 12, 30), QTime(0, 0), Qt::UTC);
+
 QDateTime DateOfFile(const QString& path) {
-  QDateTime date(QDate(1899, 12, 30), QTime(0, 0), Qt::UTC);
+  QDateTime date = EmptyDate;
   ResumeNext([&] { date = catalogue::GetFileDate(path); });
   return date;
 }
 
 }  // namespace
+
+void ExternalViewing::ViewBttn_Click() {
+  if (Data1.RecordCount() == 0) return;
+  try {
+    const int photoId = Data1.Field(QStringLiteral("PhotoID")).toInt();
+    const QString imageType = Data1.Field(QStringLiteral("ImageType")).toString();
+    const QString file = catalogue::ImageFileName(ThePaths, photoId, imageType);
+    if (!QFileInfo(file).isFile()) return;
+    platform::OpenWithProgram(platform::GetExtensionClass(QLatin1Char('.') + imageType), file);
+    const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
+    RecordCheckPhoto(*database, photoId, imageType,
+                     Data1.Field(QStringLiteral("LastModifyDate")).toDateTime());
+  } catch (const platform::RuntimeError&) {
+    ShowNoProgram();
+  }
+}
+
+void ExternalViewing::ShowNoProgram() const {
+  static const char* const lines[] = {
+      "You need to register the file extension such as .bmp, .jpg with your chosen favorite graphics "
+      "application!",
+      "To register the file extension:",
+      "1. Open the Windows Explorer.",
+      "2. Find a JPG file and highlight it.",
+      "3. Right click on the file and click on the 'Open with' item.",
+      "4. Select your favorite graphics application from the list.",
+      "5. Check 'Always use this program to open these files'.",
+      "6. Click on the 'OK' button.",
+      "7. Repeat 2 to 6 doing a BMP file and other graphics files."};
+  QStringList text;
+  for (const char* line : lines) text << QLatin1String(line);
+  platform::MsgBox(&Window, text.join(QLatin1Char('\r')), platform::vbExclamation);
+}
+
+void RecordCheckPhoto(platform::Database& database, int photoId, const QString& imageType,
+                      const QDateTime& lastModifyDate) {
+  const QDateTime date = lastModifyDate.isValid() ? lastModifyDate : EmptyDate;
+  ResumeNext([&] {
+    database.Execute(QStringLiteral("INSERT INTO CheckPhotos (PhotoID, ImageType, LastModifyDate) "
+                                    "VALUES (%1, '%2', #%3#)")
+                         .arg(photoId)
+                         .arg(platform::QuoteSql(imageType), platform::DateToStore(date)));
+  });
+}
 
 void RefreshCheckedPhoto(platform::Database& database, const catalogue::Paths& paths, int photoId) {
   std::unique_ptr<platform::Recordset> note;

@@ -25,10 +25,16 @@ void SelBookmarkList::Remove(int index) {
   Q_EMIT Changed();
 }
 
-void SelBookmarkList::Clear() {
-  if (Bookmarks.empty()) return;
-  Bookmarks.clear();
-  Sorted.clear();
+int SelBookmarkList::IndexOf(int bookmark) const {
+  const auto found = std::find(Bookmarks.begin(), Bookmarks.end(), bookmark);
+  return found == Bookmarks.end() ? -1 : static_cast<int>(found - Bookmarks.begin());
+}
+
+void SelBookmarkList::Replace(std::vector<int> bookmarks) {
+  if (Bookmarks == bookmarks) return;
+  Bookmarks = std::move(bookmarks);
+  Sorted = Bookmarks;
+  std::sort(Sorted.begin(), Sorted.end());
   Q_EMIT Changed();
 }
 

@@ -18,10 +18,14 @@ class SelBookmarkList : public QObject {
   int Count() const { return static_cast<int>(Bookmarks.size()); }
   int operator[](int index) const { return Bookmarks[static_cast<size_t>(index)]; }
   bool Contains(int bookmark) const;
+  /// The place of a bookmark in the list; -1 where it isn't selected.
+  int IndexOf(int bookmark) const;
   /// False when the record is selected already.
   bool Add(int bookmark);
   void Remove(int index);
-  void Clear();
+  void Clear() { Replace({}); }
+  /// These records instead, each given once.
+  void Replace(std::vector<int> bookmarks);
 
  Q_SIGNALS:
   void Changed();
@@ -66,6 +70,7 @@ class RecordList : public QObject {
   void FindFirst(const QString& criteria);
   int Bookmark() const { return Recordset().Bookmark(); }
   void SetBookmark(int bookmark);
+  int BookmarkAt(int position) const { return Recordset().BookmarkAt(position); }
   platform::Value Field(const QString& name) const { return Recordset().Field(name); }
 
   SelBookmarkList SelBookmarks;

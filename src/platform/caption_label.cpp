@@ -18,16 +18,19 @@ void CaptionLabel::resizeEvent(QResizeEvent* event) {
 }
 
 void CaptionLabel::SetToolTip() {
-  const bool cut = fontMetrics().horizontalAdvance(text()) > contentsRect().width();
+  const bool cut = fontMetrics().horizontalAdvance(text()) > Room().width();
   // As rich text the tool tip would show a title's "<" as markup.
   setToolTip(cut ? QStringLiteral("<qt>%1</qt>").arg(text().toHtmlEscaped()) : QString());
 }
 
+QRect CaptionLabel::Room() const { return contentsRect().adjusted(margin(), 0, -margin(), 0); }
+
 void CaptionLabel::paintEvent(QPaintEvent*) {
   QPainter painter(this);
-  const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, contentsRect().width());
-  style()->drawItemText(&painter, contentsRect(), static_cast<int>(alignment()) | Qt::TextSingleLine,
-                        palette(), isEnabled(), shown, foregroundRole());
+  drawFrame(&painter);
+  const QString shown = fontMetrics().elidedText(text(), Qt::ElideRight, Room().width());
+  style()->drawItemText(&painter, Room(), static_cast<int>(alignment()) | Qt::TextSingleLine, palette(),
+                        isEnabled(), shown, foregroundRole());
 }
 
 }  // namespace veldrin::platform

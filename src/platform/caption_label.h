@@ -18,6 +18,7 @@ class CaptionLabel : public QLabel {
 
  private:
   void SetToolTip();
+  QRect Room() const;
 };
 
 }  // namespace veldrin::platform

@@ -26,7 +26,9 @@ QMessageBox::Icon IconOf(int style) {
 
 int MsgBox(QWidget* parent, const QString& prompt, int style, const QString& title) {
   const bool question = (style & 0xF) == vbYesNo;
-  QMessageBox box(IconOf(style), title.isEmpty() ? QGuiApplication::applicationDisplayName() : title, prompt,
+  QString text = prompt;
+  text.replace(QLatin1Char('\r'), QLatin1Char('\n'));
+  QMessageBox box(IconOf(style), title.isEmpty() ? QGuiApplication::applicationDisplayName() : title, text,
                   question ? QMessageBox::Yes | QMessageBox::No : QMessageBox::Ok, parent);
   // Folder names and error texts stand in prompts: what looks like markup in them is text.
   box.setTextFormat(Qt::PlainText);

@@ -20,8 +20,8 @@ enum MsgBoxStyle : int {
 
 enum MsgBoxResult : int { vbOK = 1, vbYes = 6, vbNo = 7 };
 
-/// Shows a modal box with plain text and returns the button pressed; a closed Yes/No box counts as No.
-/// An empty title stands for the application's.
+/// Shows a modal box with plain text, in which a carriage return ends a line, and returns the button pressed;
+/// a closed Yes/No box counts as No. An empty title stands for the application's.
 int MsgBox(QWidget* parent, const QString& prompt, int style = vbOKOnly, const QString& title = {});
 
 }  // namespace veldrin::platform

@@ -21,6 +21,7 @@ enum ErrorNumber : int {
   errPathNotFound = 76,
   errObjectNotSet = 91,
   errInvalidPropertyValue = 380,
+  errCantCreateObject = 429,
   errInvalidPicture = 481,
   errNoCurrentRecord = 3021,
   errDuplicateKey = 3022,

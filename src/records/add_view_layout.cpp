@@ -21,16 +21,12 @@
 #include "platform/panel_size.h"
 #include "platform/twips.h"
 #include "records/add_view.h"
+#include "records/field_length.h"
 #include "records/new_image_box.h"
 
 namespace veldrin::records {
 
 namespace {
-
-// The sizes of the columns.
-constexpr int TitleLength = 60;
-constexpr int DescriptionLength = 255;
-constexpr int MadeByLength = 26;
 
 // All in pixels.
 constexpr int Margin = 12;

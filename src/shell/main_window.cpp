@@ -3,6 +3,7 @@
 #include <QCloseEvent>
 #include <QMenuBar>
 #include <QScreen>
+#include <QShortcut>
 #include <QStandardPaths>
 
 #include "catalogue/schema.h"
@@ -24,7 +25,12 @@ using platform::ToPixels;
 using platform::ToTwips;
 
 frmMain::frmMain(const platform::App& app, const catalogue::Paths& paths, platform::DBEngine& engine)
-    : TheApp(app), ThePaths(paths), Engine(engine), Data1(engine), Inside(new QWidget(this)) {
+    : TheApp(app),
+      ThePaths(paths),
+      Engine(engine),
+      Data1(engine),
+      Inside(new QWidget(this)),
+      Viewing(Data1, engine, paths, *this) {
   setObjectName(QStringLiteral("frmMain"));
   setWindowTitle(platform::App::Title());
   setCentralWidget(Inside);
@@ -32,6 +38,8 @@ frmMain::frmMain(const platform::App& app, const catalogue::Paths& paths, platfo
   MakePanes();
   Source = std::make_unique<catalogue::RecordSource>(Data1, *tvTreeView, Engine, ThePaths, *this);
   Folders = std::make_unique<folders::FolderBrowser>(*tvTreeView, *txtFldrSearch, *Source, *this);
+  Deleting =
+      std::make_unique<records::DeletePhotos>(*Source, Data1, *tvTreeView, Engine, ThePaths, *this, *this);
   ConnectViews();
   ConnectCommands();
   setMinimumWidth(ToPixels(LeastWindowWidth));
@@ -81,13 +89,11 @@ void frmMain::MakePanes() {
 
   TheDataView = new browse::DataView(Data1, ThePaths, SSTab1);
   ThumbPannel = new browse::ThumbnailPage(Data1, Engine, ThePaths, TheDataView);
-  auto* formView = new QWidget(SSTab1);
-  formView->setObjectName(QStringLiteral("TabPannel(1)"));
+  TheFormView = new records::FormView(Data1, ThePaths, Engine, SSTab1);
   TheAddView = new records::AddView(Data1, *tvTreeView, ThePaths, Engine,
                                     QStandardPaths::writableLocation(QStandardPaths::PicturesLocation));
   TheImagePlay = new show::ImagePlay(Show, SSTab1);
-  for (QWidget* panel : {static_cast<QWidget*>(TheDataView), formView, static_cast<QWidget*>(TheAddView),
-                         static_cast<QWidget*>(TheImagePlay)}) {
+  for (QWidget* panel : std::initializer_list<QWidget*>{TheDataView, TheFormView, TheAddView, TheImagePlay}) {
     SSTab1->addWidget(panel);
   }
   // The list of the music directory is never shown itself.
@@ -103,8 +109,21 @@ void frmMain::ConnectViews() {
   connect(SSTab1, &QStackedWidget::currentChanged, this,
           [this, previous = 0](int tab) mutable { SSTab1_Click(std::exchange(previous, tab)); });
   const auto popUp = [this] { Bars->Menu("RecordMenu").popup(QCursor::pos()); };
-  connect(TheDataView, &browse::DataView::RecordMenuRequested, this, popUp);
+  connect(&TheDataView->TDBGrid1(), &browse::RecordGrid::RecordMenuRequested, this, popUp);
   connect(ThumbPannel, &browse::ThumbnailPage::RecordMenuRequested, this, popUp);
+  // A new selection isn't the one that was cut.
+  connect(&Data1.SelBookmarks, &catalogue::SelBookmarkList::Changed, this, [this] {
+    TheDataView->TDBGrid1().SetGridSelColor(TheDataView->TDBGrid1().GridSelColor());
+    if (ThumbPannel->MarksAreDimmed()) ThumbPannel->SetMarkColor(ThumbPannel->MarkColor());
+  });
+  const auto view = [this] { Viewing.ViewBttn_Click(); };
+  connect(&TheDataView->Button("ViewBttn"), &QPushButton::clicked, this, view);
+  connect(TheDataView, &browse::DataView::ImgPreview_DblClick, this, view);
+  connect(TheFormView, &records::FormView::FormImage_DblClick, this, view);
+  connect(&TheDataView->Button("RefreshBttn"), &QPushButton::clicked, this, &frmMain::RefreshBttn_Click);
+  connect(&TheDataView->Button("ResetBttn"), &QPushButton::clicked, this, &frmMain::ResetBttn_Click);
+  connect(new QShortcut(QKeySequence::Refresh, this), &QShortcut::activated, this,
+          &frmMain::RefreshBttn_Click);
   connect(bttnGo, &QPushButton::clicked, Folders.get(), &folders::FolderBrowser::bttnGo_Click);
   connect(txtFldrSearch, &QLineEdit::returnPressed, Folders.get(), &folders::FolderBrowser::bttnGo_Click);
 }
@@ -129,6 +148,9 @@ void frmMain::ConnectCommands() {
   connect(&Bars->Item("FileExit"), &QAction::triggered, this, &frmMain::close);
   connect(&Bars->Item("RecordAll"), &QAction::triggered, ThumbPannel,
           &browse::ThumbnailPage::RecordAll_Click);
+  Bars->Item("RecordAll").setShortcut(QKeySequence::SelectAll);
+  connect(&Bars->Item("RecordDel"), &QAction::triggered, this, [this] { Deleting->RecordDel_Click(); });
+  connect(&Bars->Item("RecordRmv"), &QAction::triggered, this, [this] { Deleting->RecordRmv_Click(); });
   // The tick shows the state of the show, whatever the menu makes of a click.
   connect(&Bars->Item("MusicPlay"), &QAction::triggered, this,
           [this] { Bars->Item("MusicPlay").setChecked(Show.MusicOn); });
@@ -221,6 +243,7 @@ void frmMain::SSTab1_Click(int) {
   // Another view: no routine walks the list, and a page without records may have left the guard up.
   Data1.SuppressReposition = false;
   if (SSTab1->currentIndex() == 0) Data1_Reposition();
+  if (FormViewIsShown()) ShowFolderRecords();
   if (SSTab1->currentIndex() == 2) TheAddView->FillFileTypes();
   SetRecordMenus();
 }
@@ -234,8 +257,27 @@ void frmMain::SetPreview(bool on) { TheDataView->PreviewOption(on ? 0 : 1).setCh
 void frmMain::SetSliderMax(int recordCount) { TheImagePlay->Slider1().setMaximum(recordCount); }
 void frmMain::InitThumbScroll() { ThumbPannel->InitThumbScroll(); }
 
+// Thumbnails that stand behind Form View are drawn when Image View comes back.
 void frmMain::ShowFolderRecords() {
-  if (!ThumbPannel->isHidden()) ThumbPannel->ShowFromCurrentRecord();
+  if (FormViewIsShown()) {
+    TheFormView->ShowFormRecord();
+    TheFormView->ShowFormImage();
+  } else if (!ThumbPannel->isHidden()) {
+    ThumbPannel->ShowFromCurrentRecord();
+  }
+}
+
+void frmMain::RefreshBttn_Click() {
+  if (Data1.RecordCount() == 0) return;
+  if (SSTab1->currentIndex() != 0) return TheFormView->ShowFormImage();
+  if (!ThumbPannel->isHidden()) return ThumbPannel->Redraw();
+  if (PreviewIsOn()) TheDataView->PreviewOption_Click(0);
+}
+
+void frmMain::ResetBttn_Click() {
+  Source->ClearQuery();
+  Source->SetRecordSource();
+  ShowFolderRecords();
 }
 
 // --- menus ------------------------------------------------------------------------------------------------

@@ -9,6 +9,7 @@
 #include <memory>
 
 #include "browse/data_view.h"
+#include "browse/external_viewing.h"
 #include "browse/thumbnail_page.h"
 #include "catalogue/record_list.h"
 #include "catalogue/record_source.h"
@@ -17,13 +18,18 @@
 #include "platform/file_list.h"
 #include "platform/tree_view.h"
 #include "records/add_view.h"
+#include "records/delete_photos.h"
+#include "records/form_view.h"
 #include "shell/command_bars.h"
 #include "shell/splitter.h"
 #include "show/image_play.h"
 
 namespace veldrin::shell {
 
-class frmMain : public QMainWindow, public catalogue::RecordViews, public folders::FolderViews {
+class frmMain : public QMainWindow,
+                public catalogue::RecordViews,
+                public folders::FolderViews,
+                public records::DeleteViews {
  public:
   /// Paths and engine must outlive the window. Nothing is read before Form_Load.
   frmMain(const platform::App& app, const catalogue::Paths& paths, platform::DBEngine& engine);
@@ -48,8 +54,9 @@ class frmMain : public QMainWindow, public catalogue::RecordViews, public folder
   void SetPreview(bool on) override;
   void SetSliderMax(int recordCount) override;
   void InitThumbScroll() override;
-  // What the folders ask of them.
+  // What the folders and the commands on records ask of them.
   void ShowFolderRecords() override;
+  bool FormViewIsShown() const override { return SSTab1->currentWidget() == TheFormView; }
   void SetFolderMenus() override;
   void SetRecordMenus() override;
   void PopupFolderMenu() override;
@@ -68,6 +75,8 @@ class frmMain : public QMainWindow, public catalogue::RecordViews, public folder
   void Data1_Reposition();
   void ArrangeMainWindow(float position);
 
+  void RefreshBttn_Click();
+  void ResetBttn_Click();
   void FileSetup_Click();
   void HelpHelp_Click();
   void HelpAbout_Click();
@@ -90,6 +99,7 @@ class frmMain : public QMainWindow, public catalogue::RecordViews, public folder
   QStackedWidget* SSTab1;
   browse::DataView* TheDataView;
   browse::ThumbnailPage* ThumbPannel;
+  records::FormView* TheFormView;
   records::AddView* TheAddView;
   show::ImagePlay* TheImagePlay;
   platform::FileListBox* MusicList;
@@ -98,6 +108,8 @@ class frmMain : public QMainWindow, public catalogue::RecordViews, public folder
   std::unique_ptr<CommandBars> Bars;
   std::unique_ptr<catalogue::RecordSource> Source;
   std::unique_ptr<folders::FolderBrowser> Folders;
+  std::unique_ptr<records::DeletePhotos> Deleting;
+  browse::ExternalViewing Viewing;
 };
 
 }  // namespace veldrin::shell

@@ -221,24 +221,5 @@ TEST_F(ThumbnailPageTest, TheFrameIsRedWithTheFocusAndGreyWithout) {
   EXPECT_EQ(FocusFrame()->BorderColor(), DimmedColor);
 }
 
-TEST_F(ThumbnailPageTest, AChangedFileGetsANewThumbnail) {
-  Open(3);
-  const QString image = catalogue::ImageFileName(Catalogue.Paths(), 2, QStringLiteral("jpg"));
-  const QString date = platform::DateToStore(catalogue::GetFileDate(image));
-  Catalogue.Execute(
-      {QStringLiteral("INSERT INTO CheckPhotos (PhotoID, ImageType, LastModifyDate) VALUES(1, 'jpg', #%1#)")
-           .arg(date),
-       QStringLiteral(
-           "INSERT INTO CheckPhotos (PhotoID, ImageType, LastModifyDate) VALUES(2, 'jpg', #1/1/2001#)")});
-  test::WritePicture(image, QSize(300, 100));
-  Page.Redraw();
-  EXPECT_EQ(QImage(catalogue::ThumbFileName(Catalogue.Paths(), 2)).size(), QSize(169, 56));
-  EXPECT_EQ(Catalogue.Value(QStringLiteral("SELECT Count(PhotoID) FROM CheckPhotos")), QStringLiteral("0"));
-  EXPECT_EQ(Catalogue.Value(QStringLiteral("SELECT LastModifyDate FROM tblPhotos WHERE PhotoID = 1")),
-            QStringLiteral("<null>"));
-  EXPECT_NE(Catalogue.Value(QStringLiteral("SELECT LastModifyDate FROM tblPhotos WHERE PhotoID = 2")),
-            QStringLiteral("<null>"));
-}
-
 }  // namespace
 }  // namespace veldrin::browse

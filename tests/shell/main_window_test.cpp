@@ -174,6 +174,66 @@ TEST_F(MainWindowTest, ALaterTabLeavesTheCounterUntilTheFirstIsBack) {
   EXPECT_EQ(Counter(), QStringLiteral("   1 of 20"));
 }
 
+TEST_F(MainWindowTest, FormViewFollowsTheFolderAndADeletion) {
+  Choose("MainImage");
+  Choose("RecordAll");
+  Choose("MainForm");
+  const auto title = [&] { return Get<QLineEdit>(QStringLiteral("eTitle")).text(); };
+  ClickFolder(Home);  // The thumbnails behind it take neither the event nor the focus.
+  EXPECT_EQ(title(), QStringLiteral("Photo 21"));
+  test::AnswerBoxes([&] { Choose("RecordDel"); }, {QMessageBox::Yes});
+  EXPECT_EQ(title(), QStringLiteral("Photo 22"));
+  Get<QAbstractButton>(QStringLiteral("Next")).click();
+  Choose("MainData");
+  EXPECT_EQ(Counter(), QStringLiteral("   2 of 9"));
+  Choose("RecordEdit");
+  EXPECT_EQ(title(), QStringLiteral("Photo 23"));
+  EXPECT_FALSE(Action("RecordEdit").isEnabled());
+}
+
+TEST_F(MainWindowTest, OneSelectionForGridAndPage) {
+  ClickFolder(Italy);
+  QCoreApplication::processEvents();  // The grid follows the list.
+  QTest::keyClick(&Get(QStringLiteral("TDBGrid1")), Qt::Key_Down, Qt::ShiftModifier);
+  Choose("MainImage");
+  const auto marked = [&](int cell) { return !Get(QStringLiteral("shpMark(%1)").arg(cell)).isHidden(); };
+  EXPECT_TRUE(marked(0));
+  EXPECT_FALSE(marked(2));
+  QTest::mouseClick(&Get(QStringLiteral("ImgThumb(5)")), Qt::LeftButton, Qt::ControlModifier);
+  test::AnswerBoxes([&] { Choose("RecordDel"); }, {QMessageBox::Yes});
+  EXPECT_EQ(Counter(), QStringLiteral("   1 of 17"));
+  EXPECT_EQ(Get<browse::ThumbCaption>(QStringLiteral("ThumbTitle(3)")).Caption(),
+            QStringLiteral("7: Photo 7"));
+  EXPECT_EQ(Window->focusWidget()->objectName(), QStringLiteral("picThumb(0)"));
+}
+
+TEST_F(MainWindowTest, RefreshShowsTheImageOfTheViewAnew) {
+  const auto refresh = [&] { Get<QPushButton>(QStringLiteral("RefreshBttn")).click(); };
+  QWidget& preview = Get(QStringLiteral("ImgPreview"));
+  QFile::remove(Catalogue.Paths().ImageDir + QStringLiteral("1.jpg"));
+  refresh();
+  EXPECT_TRUE(preview.isHidden());
+  Catalogue.AddPhoto(99, {}, {}, QSize(10, 50));
+  QFile::rename(Catalogue.Paths().ImageDir + QStringLiteral("99.jpg"),
+                Catalogue.Paths().ImageDir + QStringLiteral("1.jpg"));
+  Get<QRadioButton>(QStringLiteral("PreviewOption(1)")).click();
+  refresh();
+  EXPECT_TRUE(preview.isHidden());
+  Get<QRadioButton>(QStringLiteral("PreviewOption(0)")).click();
+  EXPECT_FALSE(preview.isHidden());
+  Choose("MainImage");
+  QTest::mouseClick(&Get(QStringLiteral("ImgThumb(5)")), Qt::LeftButton);
+  refresh();
+  EXPECT_EQ(Counter(), QStringLiteral("   6 of 30"));
+  Get<QPushButton>(QStringLiteral("ResetBttn")).click();
+  EXPECT_EQ(Counter(), QStringLiteral("   1 of 31"));
+  EXPECT_TRUE(Get(QStringLiteral("picThumb(0)")).hasFocus());
+  Choose("MainForm");
+  QFile::remove(Catalogue.Paths().ImageDir + QStringLiteral("1.jpg"));
+  QTest::keyClick(Window.get(), Qt::Key_F5);
+  EXPECT_TRUE(Get(QStringLiteral("FormImage(0)")).isHidden());
+}
+
 TEST_F(MainWindowTest, TheSplitterMovesThePanesOnRelease) {
   EXPECT_EQ(Twips("pcMainWin").left(), 2805);  // 2800 in whole pixels
   QWidget& splitter = Get(QStringLiteral("bttnSplitter"));

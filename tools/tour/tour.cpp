@@ -3,13 +3,16 @@
 #include <QDir>
 #include <QDragEnterEvent>
 #include <QFileInfo>
+#include <QImageReader>
 #include <QMimeData>
 #include <QPainter>
+#include <QPlainTextEdit>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
 #include <iostream>
 
+#include "catalogue/image_store.h"
 #include "platform/control_drag.h"
 #include "platform/dir_list.h"
 #include "platform/file_list.h"
@@ -35,6 +38,8 @@ class Tour {
     Window->show();
     Window->activateWindow();
     (void)QTest::qWaitForWindowActive(Window.get());
+    DataView();
+    FormView();
     Browse();
     AddNew();
     Dialogs();
@@ -82,8 +87,90 @@ class Tour {
     splash.hide();
   }
 
-  void Browse() {
+  // A picture of the window with a menu open at a place of it.
+  void SaveMenu(const char* menuName, QPoint place, const char* name) {
+    QPixmap picture = Window->grab();
+    auto& menu = Get<QMenu>(menuName);
+    menu.ensurePolished();
+    menu.resize(menu.sizeHint());
+    QPainter(&picture).drawPixmap(place, menu.grab());
+    Save(picture, name);
+  }
+
+  // Shows a photo by its place in the list.
+  void GoTo(int row) {
+    Get<QTableView>("TDBGrid1").setCurrentIndex(Get<QTableView>("TDBGrid1").model()->index(row, 0));
+  }
+  QString StoredImage(int row) {
+    const auto& model = *Get<QTableView>("TDBGrid1").model();
+    return veldrin::catalogue::ImageFileName(Paths, model.index(row, 0).data().toInt(),
+                                             model.index(row, 1).data().toString());
+  }
+  // Where a stored image waits while the tour shows another state.
+  QString Aside() const { return Paths.TempDir + QStringLiteral("/aside"); }
+  // The first photo whose picture is of the kind.
+  int FindPhoto(const std::function<bool(QSize)>& kind) {
+    for (int row = 0;; ++row) {
+      if (kind(QImageReader(StoredImage(row)).size())) return row;
+    }
+  }
+
+  void DataView() {
+    auto& grid = Get<QTableView>("TDBGrid1");
+    const int portrait = FindPhoto([](QSize size) { return size.height() > size.width(); });
     Save("02-data-view");
+    GoTo(portrait);
+    Save("02-data-view-portrait");
+    QFile::rename(StoredImage(portrait), Aside());
+    GoTo(0);
+    GoTo(portrait);
+    Save("02-data-view-missing-image");
+    QFile::rename(Aside(), StoredImage(portrait));
+    GoTo(3);
+    for (int i = 0; i < 4; ++i) QTest::keyClick(&grid, Qt::Key_Down, Qt::ShiftModifier);
+    Save("02-data-view-selection");
+    SaveMenu("RecordMenu", QPoint(400, 260), "02-record-menu");
+    SaveModal("02-delete-question", [this] { Choose("RecordDel"); });
+    SelectFolder(QStringLiteral("Family"));
+    SaveModal("02-remove-question", [this] { Choose("RecordRmv"); });
+    SelectFolder(QStringLiteral("Photos"));
+  }
+
+  void FormView() {
+    GoTo(1);
+    Choose("MainForm");
+    Save("02-form-view");
+    QImage tiny(6, 4, QImage::Format_RGB32);
+    tiny.fill(Qt::darkCyan);
+    tiny.setPixelColor(2, 1, Qt::yellow);
+    GoTo(2);
+    QFile::rename(StoredImage(2), Aside());
+    tiny.save(StoredImage(2));
+    Choose("MainData");
+    Choose("MainForm");
+    Get<QPlainTextEdit>("eDescription")
+        .setPlainText(QString(25, QLatin1Char('x')) +
+                      QStringLiteral(" two lines of a description").repeated(8));
+    Save("02-form-view-tiny");
+    const QSize size = Window->size();
+    Window->resize(size.width(), 560);
+    Save("02-form-view-low-window");
+    Window->resize(size);
+    QFile::remove(StoredImage(2));
+    QFile::rename(Aside(), StoredImage(2));
+    Choose("MainData");
+    SaveNoProgram();
+  }
+
+  // No desktop, and so no program for a picture.
+  void SaveNoProgram() {
+    const QTemporaryDir nothing;
+    for (const char* name : {"XDG_DATA_HOME", "XDG_DATA_DIRS", "XDG_CONFIG_HOME", "XDG_CONFIG_DIRS"})
+      qputenv(name, nothing.path().toUtf8());
+    SaveModal("02-no-program", [this] { Get<QPushButton>("ViewBttn").click(); });
+  }
+
+  void Browse() {
     Choose("MainImage");
     Save("03-image-view-full");
     for (int cell : {1, 3, 4}) {
@@ -110,14 +197,10 @@ class Tour {
   }
 
   void SaveFolderMenu() {
-    QPixmap picture = Window->grab();
     auto& tree = Get<veldrin::platform::TreeView>("tvTreeView");
-    auto& menu = Get<QMenu>("FolderMenu");
-    menu.ensurePolished();
-    menu.resize(menu.sizeHint());
-    QPainter(&picture).drawPixmap(
-        tree.viewport()->mapTo(Window.get(), tree.visualItemRect(tree.SelectedItem()).center()), menu.grab());
-    Save(picture, "06-folder-menu");
+    SaveMenu("FolderMenu",
+             tree.viewport()->mapTo(Window.get(), tree.visualItemRect(tree.SelectedItem()).center()),
+             "06-folder-menu");
   }
 
   void AddNew() {

@@ -36,6 +36,8 @@ class Recordset {
   /// Identifies the current row for as long as the recordset is open.
   int Bookmark() const;
   void SetBookmark(int bookmark);
+  /// The bookmark of the row at a position within the list.
+  virtual int BookmarkAt(int position) const { return position; }
 
   /// The current row's field; 3265 for a name that isn't there.
   Value Field(const QString& name) const;
@@ -57,7 +59,6 @@ class Recordset {
   virtual std::vector<std::vector<Value>> ReadRows(int first, int count) const = 0;
 
  protected:
-  virtual int BookmarkAt(int position) const { return position; }
   /// The position of a bookmark; -1 when no row has it.
   virtual int PositionOf(int bookmark) const { return bookmark; }
   /// The position of the first row that meets the criteria; -1 when none does.

@@ -1,0 +1,36 @@
+// An image control that stretches its picture over the place which the fit rule gives it in the control's
+// box.
+#pragma once
+
+#include <QLabel>
+
+#include "catalogue/image_store.h"
+
+namespace veldrin::catalogue {
+
+class FittedImage : public QLabel {
+  Q_OBJECT
+
+ public:
+  /// The box is the parent; the control follows its size. Hidden at first.
+  FittedImage(const QString& name, QWidget& box);
+
+  /// Loads a file and takes its place in the middle of the box. Raises what LoadPicture raises, 11 for a
+  /// picture without size; the control is as it was then. Does not show it.
+  void Load(const QString& path);
+
+ Q_SIGNALS:
+  void DblClick();
+
+ protected:
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
+
+ private:
+  TwipSize BoxSize() const;
+  void Place();
+
+  platform::Picture Shown;
+};
+
+}  // namespace veldrin::catalogue

@@ -1,0 +1,148 @@
+#include "records/form_view.h"
+
+#include <QFileInfo>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QToolButton>
+
+#include "catalogue/fitted_image.h"
+#include "catalogue/image_store.h"
+#include "platform/caption_label.h"
+#include "platform/dates.h"
+#include "platform/failure.h"
+
+namespace veldrin::records {
+
+using catalogue::FittedImage;
+using platform::Value;
+
+namespace {
+
+const QString PhotoID = QStringLiteral("PhotoID");
+
+QString TextOf(const Value& value) {
+  return value.userType() == QMetaType::QDateTime ? platform::FormatDate(value.toDateTime())
+                                                  : value.toString();
+}
+
+Value ToStore(const QString& text) { return text.isEmpty() ? Value() : Value(text); }
+
+}  // namespace
+
+FormView::FormView(catalogue::RecordList& data1, const catalogue::Paths& paths, platform::DBEngine& engine,
+                   QWidget* parent)
+    : QWidget(parent), Data1(data1), ThePaths(paths), Engine(engine) {
+  setObjectName(QStringLiteral("TabPannel(1)"));
+  MakeImage();
+  MakeFields();
+  MakeNavigator();
+  MakeButtons();
+  Connect();
+}
+
+void FormView::Connect() {
+  for (FittedImage* image : FormImage)
+    connect(image, &FittedImage::DblClick, this, &FormView::FormImage_DblClick);
+  connect(First, &QToolButton::clicked, this, &FormView::First_Click);
+  connect(Previous, &QToolButton::clicked, this, &FormView::Previous_Click);
+  connect(Next, &QToolButton::clicked, this, &FormView::Next_Click);
+  connect(Last, &QToolButton::clicked, this, &FormView::Last_Click);
+  connect(SaveBttn, &QPushButton::clicked, this, &FormView::SaveBttn_Click);
+  connect(UndoBttn, &QPushButton::clicked, this, &FormView::UndoBttn_Click);
+}
+
+void FormView::ShowFormRecord() {
+  for (QLabel* label : {eRcdCount, eImageFile}) label->clear();
+  for (platform::CaptionLabel* label : {eImageType, eDate}) label->SetCaption({});
+  for (QLineEdit* field : {eTitle, eMadeBy}) field->clear();
+  eDescription->clear();
+  const int position = Data1.AbsolutePosition();
+  if (position < 0) return;
+  platform::EndSilently([&] {
+    const int photoId = Data1.Field(PhotoID).toInt();
+    const QString imageType = Data1.Field(QStringLiteral("ImageType")).toString();
+    const QString file = catalogue::ImageFileName(ThePaths, photoId, imageType);
+    if (QFileInfo(file).isFile()) eImageFile->setText(file);
+    ePhotoID->SetCaption(QString::number(photoId));
+    eImageType->SetCaption(imageType);
+    eTitle->setText(Data1.Field(QStringLiteral("Title")).toString());
+    eDescription->setPlainText(Data1.Field(QStringLiteral("Description")).toString());
+    eMadeBy->setText(Data1.Field(QStringLiteral("MadeBy")).toString());
+    eDate->SetCaption(TextOf(Data1.Field(QStringLiteral("CreateDate"))));
+    eRcdCount->setText(QStringLiteral("%1 of %2").arg(position + 1).arg(Data1.RecordCount()));
+  });
+}
+
+void FormView::ShowFormImage() {
+  const bool shown = platform::EndSilently([&] {
+    FormImage[ShowImageIndex]->Load(eImageFile->text());
+    FormImage[ShowImageIndex]->show();
+    ShowImageIndex = (ShowImageIndex + 1) & 1;
+    FormImage[ShowImageIndex]->hide();
+  });
+  if (shown) return;
+  for (FittedImage* image : FormImage) image->hide();
+}
+
+// --- the navigator ----------------------------------------------------------------------------------------
+
+void FormView::MoveAndShow(const std::function<void()>& move) {
+  if (Data1.RecordCount() < 1) return;
+  const catalogue::RepositionGuard guard(Data1);
+  move();
+  ShowFormRecord();
+  ShowFormImage();
+}
+
+void FormView::First_Click() {
+  MoveAndShow([&] { Data1.MoveFirst(); });
+}
+
+void FormView::Last_Click() {
+  MoveAndShow([&] { Data1.MoveLast(); });
+}
+
+void FormView::Next_Click() {
+  MoveAndShow([&] {
+    Data1.MoveNext();
+    if (Data1.Recordset().AtEOF()) Data1.MoveLast();
+  });
+}
+
+void FormView::Previous_Click() {
+  MoveAndShow([&] {
+    Data1.MovePrevious();
+    if (Data1.Recordset().BOF()) Data1.MoveFirst();
+  });
+}
+
+// --- save -------------------------------------------------------------------------------------------------
+
+// Not through the list itself, which the other views show.
+void FormView::WriteTexts(int photoId) {
+  const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
+  const auto row =
+      database->OpenRecordset(QStringLiteral("SELECT * FROM tblPhotos WHERE PhotoID = %1").arg(photoId));
+  row->Edit();
+  row->SetField(QStringLiteral("Title"), ToStore(eTitle->text()));
+  row->SetField(QStringLiteral("Description"), ToStore(eDescription->toPlainText()));
+  row->SetField(QStringLiteral("MadeBy"), ToStore(eMadeBy->text()));
+  row->Update();
+}
+
+void FormView::SaveBttn_Click() {
+  if (Data1.RecordCount() == 0) return;
+  platform::TrapWithBox(this, [&] {
+    const int photoId = Data1.Field(PhotoID).toInt();
+    WriteTexts(photoId);
+    Data1.Refresh();
+    Data1.FindFirst(QStringLiteral("PhotoID = %1").arg(photoId));
+    ShowFormRecord();
+    // The texts may have taken the photo out of the query: another record is the current one then.
+    if (Data1.RecordCount() == 0 || Data1.Recordset().NoMatch()) ShowFormImage();
+  });
+}
+
+}  // namespace veldrin::records

@@ -1,0 +1,96 @@
+// Form View: one photo at a time, large, with its texts to change.
+#pragma once
+
+#include <QWidget>
+#include <functional>
+
+#include "catalogue/paths.h"
+#include "catalogue/record_list.h"
+
+class QLabel;
+class QLineEdit;
+class QPlainTextEdit;
+class QPushButton;
+class QToolButton;
+
+namespace veldrin::catalogue {
+class FittedImage;
+}
+
+namespace veldrin::platform {
+class CaptionLabel;
+}
+
+namespace veldrin::records {
+
+/// `TabPannel(1)`. The texts are always open: Save writes them, and a move to another record forgets what
+/// wasn't saved.
+class FormView : public QWidget {
+  Q_OBJECT
+
+ public:
+  /// The references must outlive the view.
+  FormView(catalogue::RecordList& data1, const catalogue::Paths& paths, platform::DBEngine& engine,
+           QWidget* parent = nullptr);
+
+  /// Fills the fields from the current record. Without one, or when its row has gone, they are empty.
+  void ShowFormRecord();
+  /// Shows the image of the record that the fields show. The former one stands until it is ready; a record
+  /// without a readable image shows none.
+  void ShowFormImage();
+
+  void First_Click();
+  void Previous_Click();
+  void Next_Click();
+  void Last_Click();
+  /// Writes the three texts at once; an empty one as Null. An error shows its box, and all stays as it was.
+  void SaveBttn_Click();
+  void UndoBttn_Click() { ShowFormRecord(); }
+
+ Q_SIGNALS:
+  void FormImage_DblClick();
+
+ protected:
+  void resizeEvent(QResizeEvent* event) override;
+
+ private:
+  void MakeImage();
+  void MakeFields();
+  void MakeNavigator();
+  void MakeButtons();
+  void Connect();
+  QLabel* MakeLabel(const char* name, const QString& text, int left, int top, int width, int height);
+  platform::CaptionLabel* MakeValue(const char* name, const char* captionName, const char* caption, int left,
+                                    int top, int width);
+  template <class Field>
+  Field* MakeField(const char* name, const char* captionName, const char* caption, int left, int top,
+                   int width, int height);
+  QToolButton* MakeStep(const char* name, const char* icon, const QString& tip, int left);
+
+  void MoveAndShow(const std::function<void()>& move);
+  void WriteTexts(int photoId);
+
+  catalogue::RecordList& Data1;
+  const catalogue::Paths& ThePaths;
+  platform::DBEngine& Engine;
+  int ShowImageIndex = 0;  ///< which of the two images is loaded next; the other one is shown
+
+  QWidget* FormImagePannel = nullptr;
+  catalogue::FittedImage* FormImage[2] = {};
+  QLineEdit* eTitle = nullptr;
+  QLineEdit* eMadeBy = nullptr;
+  QPlainTextEdit* eDescription = nullptr;
+  platform::CaptionLabel* eDate = nullptr;
+  platform::CaptionLabel* ePhotoID = nullptr;
+  platform::CaptionLabel* eImageType = nullptr;
+  QLabel* eRcdCount = nullptr;
+  QLabel* eImageFile = nullptr;
+  QToolButton* First = nullptr;
+  QToolButton* Previous = nullptr;
+  QToolButton* Next = nullptr;
+  QToolButton* Last = nullptr;
+  QPushButton* SaveBttn = nullptr;
+  QPushButton* UndoBttn = nullptr;
+};
+
+}  // namespace veldrin::records
