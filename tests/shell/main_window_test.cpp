@@ -202,8 +202,8 @@ TEST_F(MainWindowTest, OneSelectionForGridAndPage) {
   QTest::mouseClick(&Get(QStringLiteral("ImgThumb(5)")), Qt::LeftButton, Qt::ControlModifier);
   test::AnswerBoxes([&] { Choose("RecordDel"); }, {QMessageBox::Yes});
   EXPECT_EQ(Counter(), QStringLiteral("   1 of 17"));
-  EXPECT_EQ(Get<browse::ThumbCaption>(QStringLiteral("ThumbTitle(3)")).Caption(),
-            QStringLiteral("7: Photo 7"));
+  EXPECT_EQ(Get<browse::ThumbCaption>(QStringLiteral("ThumbTitle(4)")).Caption(),
+            QStringLiteral("8: Photo 8"));
   EXPECT_EQ(Window->focusWidget()->objectName(), QStringLiteral("picThumb(0)"));
 }
 
