@@ -1,5 +1,6 @@
 // One photo after the other in Form View, a jump in the grid, deleting many photos.
 
+#include <QApplication>
 #include <QDir>
 #include <QMessageBox>
 #include <QScrollBar>
@@ -144,7 +145,7 @@ double DeleteSelected(const QString& program) {
   window.findChild<QAction*>(QStringLiteral("RecordAll"))->trigger();
   QCoreApplication::processEvents();
   QTimer::singleShot(0, [] {
-    qobject_cast<QMessageBox&>(*QApplication::activeModalWidget()).button(QMessageBox::Yes)->click();
+    qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->button(QMessageBox::Yes)->click();
   });
   const double time =
       Milliseconds([&] { window.findChild<QAction*>(QStringLiteral("RecordDel"))->trigger(); });

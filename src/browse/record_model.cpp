@@ -10,6 +10,7 @@ namespace veldrin::browse {
 namespace {
 
 constexpr int RowsPerPage = 64;
+constexpr int RowsBefore = 12;  // The grid asks from its top row on, and is mostly moved by a few rows.
 
 }  // namespace
 
@@ -44,7 +45,7 @@ int RecordModel::columnCount(const QModelIndex& parent) const {
 const platform::Value& RecordModel::Field(int row, int column) const {
   static const platform::Value null;
   if (row < FirstRow || row >= FirstRow + static_cast<int>(Rows.size())) {
-    FirstRow = row / RowsPerPage * RowsPerPage;
+    FirstRow = std::max(0, row - RowsBefore);
     Rows.clear();
     platform::ResumeNext([&] {
       Rows = Data1.Recordset().ReadRows(FirstRow, std::min(RowsPerPage, Data1.RecordCount() - FirstRow));
