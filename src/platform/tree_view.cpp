@@ -83,6 +83,7 @@ void TreeView::Remove(Node* node) {
 }
 
 void TreeView::Forget(Node* node) {
+  Q_EMIT NodeRemoved(node);
   for (int i = 0; i < node->Children(); ++i) Forget(static_cast<Node*>(node->child(i)));
   Nodes[static_cast<size_t>(node->Index() - 1)] = nullptr;
 }

@@ -32,8 +32,11 @@ frmMain::frmMain(const platform::App& app, const catalogue::Paths& paths, platfo
   MakePanes();
   Source = std::make_unique<catalogue::RecordSource>(Data1, *tvTreeView, Engine, ThePaths, *this);
   Folders = std::make_unique<folders::FolderBrowser>(*tvTreeView, *txtFldrSearch, *Source, *this);
+  Clipboard =
+      std::make_unique<records::RecordClipboard>(Data1, *tvTreeView, *Source, Engine, ThePaths, *this);
   ConnectViews();
   ConnectCommands();
+  ConnectClipboard();
   setMinimumWidth(ToPixels(LeastWindowWidth));
   menuBar()->ensurePolished();
   resize(ToPixels(DesignWidth), ToPixels(DesignHeight) + menuBar()->sizeHint().height());
@@ -41,6 +44,7 @@ frmMain::frmMain(const platform::App& app, const catalogue::Paths& paths, platfo
 
 frmMain::~frmMain() {
   // The views go before the list that they show, which is a member and would go first.
+  Clipboard.reset();
   Folders.reset();
   delete takeCentralWidget();
   catalogue::DeleteWorkFile(ThePaths);
@@ -136,6 +140,18 @@ void frmMain::ConnectCommands() {
   connect(&Bars->Item("HelpAbout"), &QAction::triggered, this, &frmMain::HelpAbout_Click);
 }
 
+void frmMain::ConnectClipboard() {
+  using records::RecordClipboard;
+  const auto on = [this](const char* name, void (RecordClipboard::*command)()) {
+    connect(&Bars->Item(name), &QAction::triggered, Clipboard.get(), command);
+  };
+  on("RecordUndoCut", &RecordClipboard::RecordUndoCut_Click);
+  on("RecordCut", &RecordClipboard::RecordCut_Click);
+  on("RecordCopy", &RecordClipboard::RecordCopy_Click);
+  on("RecordPaste", &RecordClipboard::RecordPaste_Click);
+  on("FolderRcdPaste", &RecordClipboard::RecordPaste_Click);
+}
+
 // --- start and stop ---------------------------------------------------------------------------------------
 
 void frmMain::Form_Load() {
@@ -144,6 +160,7 @@ void frmMain::Form_Load() {
   Data1.SuppressReposition = false;
   Folders->LastNodeIndex = -1;
   TheDataView->PreviewOption(0).setChecked(true);
+  GridSelColor = TheDataView->GridSelColor();
   folders::LoadFolderTree(*tvTreeView, Engine, ThePaths.WorkFile);
   Data1.DatabaseName = ThePaths.WorkFile;
   Source->ClearQuery();
@@ -234,8 +251,15 @@ void frmMain::SetPreview(bool on) { TheDataView->PreviewOption(on ? 0 : 1).setCh
 void frmMain::SetSliderMax(int recordCount) { TheImagePlay->Slider1().setMaximum(recordCount); }
 void frmMain::InitThumbScroll() { ThumbPannel->InitThumbScroll(); }
 
-void frmMain::ShowFolderRecords() {
+void frmMain::ShowFolderRecords() { ShowThumbPannel(); }
+
+void frmMain::ShowThumbPannel() {
   if (!ThumbPannel->isHidden()) ThumbPannel->ShowFromCurrentRecord();
+}
+
+void frmMain::SetSelectionGrey(bool grey) {
+  TheDataView->SetGridSelColor(grey ? browse::DimmedColor : GridSelColor);
+  ThumbPannel->SetMarkColor(grey ? browse::DimmedColor : ThumbPannel->MarkColor());
 }
 
 // --- menus ------------------------------------------------------------------------------------------------
@@ -258,7 +282,17 @@ void frmMain::SetRecordMenus() {
   input.NodeHasChildren = node.Children() > 0;
   input.NodeIsUnorganized = folders::IsUnorganized(node);
   input.ParentIsRoot = node.Parent() != nullptr && node.Parent()->Index() == 1;
+  input.RecordsCut = Clipboard->IsCutPending();
+  const platform::Node* source = Clipboard->CopySource();
+  input.RecordsCopied = source != nullptr;
+  input.NodeIsAboveSource = source != nullptr && folders::IsAboveFolder(node, *source);
   Bars->SetRecordMenus(shell::SetRecordMenus(input));
+}
+
+void frmMain::EnableRecordPaste(bool enabled) { Bars->Item("RecordPaste").setEnabled(enabled); }
+
+void frmMain::ShowRecordUndoCut(bool visible) {
+  for (const char* name : {"RecordUndoCut", "RecordSep1"}) Bars->Item(name).setVisible(visible);
 }
 
 void frmMain::PopupFolderMenu() { Bars->Menu("FolderMenu").popup(QCursor::pos()); }

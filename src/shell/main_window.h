@@ -17,13 +17,17 @@
 #include "platform/file_list.h"
 #include "platform/tree_view.h"
 #include "records/add_view.h"
+#include "records/record_clipboard.h"
 #include "shell/command_bars.h"
 #include "shell/splitter.h"
 #include "show/image_play.h"
 
 namespace veldrin::shell {
 
-class frmMain : public QMainWindow, public catalogue::RecordViews, public folders::FolderViews {
+class frmMain : public QMainWindow,
+                public catalogue::RecordViews,
+                public folders::FolderViews,
+                public records::ClipboardViews {
  public:
   /// Paths and engine must outlive the window. Nothing is read before Form_Load.
   frmMain(const platform::App& app, const catalogue::Paths& paths, platform::DBEngine& engine);
@@ -53,10 +57,16 @@ class frmMain : public QMainWindow, public catalogue::RecordViews, public folder
   void SetFolderMenus() override;
   void SetRecordMenus() override;
   void PopupFolderMenu() override;
+  // What the clipboard asks of them; SetRecordMenus too.
+  void SetSelectionGrey(bool grey) override;
+  void EnableRecordPaste(bool enabled) override;
+  void ShowRecordUndoCut(bool visible) override;
+  void ShowThumbPannel() override;
 
   void MakeHeader();
   void MakePanes();
   void ConnectCommands();
+  void ConnectClipboard();
   void ConnectViews();
   void LoadMusic();
   void Form_Unload();
@@ -79,6 +89,7 @@ class frmMain : public QMainWindow, public catalogue::RecordViews, public folder
   catalogue::RecordList Data1;
   show::ShowSettings Show;
   int TheCurrentView = DataViewCode;
+  QColor GridSelColor;  ///< the normal colour of the grid's selected rows
 
   // The controls belong to the window.
   QWidget* Inside;
@@ -98,6 +109,7 @@ class frmMain : public QMainWindow, public catalogue::RecordViews, public folder
   std::unique_ptr<CommandBars> Bars;
   std::unique_ptr<catalogue::RecordSource> Source;
   std::unique_ptr<folders::FolderBrowser> Folders;
+  std::unique_ptr<records::RecordClipboard> Clipboard;
 };
 
 }  // namespace veldrin::shell
