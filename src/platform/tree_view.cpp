@@ -83,8 +83,8 @@ void TreeView::Remove(Node* node) {
 }
 
 void TreeView::Forget(Node* node) {
-  Q_EMIT NodeRemoved(node);
   for (int i = 0; i < node->Children(); ++i) Forget(static_cast<Node*>(node->child(i)));
+  Q_EMIT NodeRemoved(node);
   Nodes[static_cast<size_t>(node->Index() - 1)] = nullptr;
 }
 

@@ -80,8 +80,8 @@ class TreeView : public QTreeWidget {
   void NodeClick(veldrin::platform::Node* node);
   /// A key was released, the selection is at rest.
   void KeyUp();
-  /// The node is about to go, alone or with the subtree it belongs to: told of each node that goes.
-  void NodeRemoved(veldrin::platform::Node* node);
+  /// The node is about to go, for each node of a removed subtree. The tree is not to be asked meanwhile.
+  void NodeRemoved(const veldrin::platform::Node* node);
 
  protected:
   void mousePressEvent(QMouseEvent* event) override;

@@ -49,18 +49,6 @@ void RecordClipboard::tvTreeView_NodeRemoved(const Node* node) {
 
 // --- staging ----------------------------------------------------------------------------------------------
 
-std::vector<int> RecordClipboard::SelectedPhotoIDs() {
-  const catalogue::RepositionGuard guard(Data1);
-  std::vector<int> ids;
-  const int saved = Data1.Bookmark();
-  for (int i = 0; i < Data1.SelBookmarks.Count(); ++i) {
-    Data1.SetBookmark(Data1.SelBookmarks[i]);
-    ids.push_back(Data1.Field(QStringLiteral("PhotoID")).toInt());
-  }
-  Data1.SetBookmark(saved);
-  return ids;
-}
-
 // The key staged is that of the folder in view, whether or not a record is filed there itself. False without
 // a selection: the table is empty then.
 bool RecordClipboard::StageSelection() {
@@ -68,13 +56,12 @@ bool RecordClipboard::StageSelection() {
   database->Execute(QStringLiteral("DELETE FROM ActPhotoLinks"));
   if (Data1.SelBookmarks.Count() == 0) return false;
   const QString key = LinkKey(Tree.SelectedItem()->Tag());
-  const std::vector<int> ids = SelectedPhotoIDs();
   const auto rows = database->OpenRecordset(QStringLiteral("ActPhotoLinks"));
   database->BeginTrans();
-  for (const int id : ids) {
+  for (int i = 0; i < Data1.SelBookmarks.Count(); ++i) {
     rows->AddNew();
     rows->SetField(QStringLiteral("IDNo"), key);
-    rows->SetField(QStringLiteral("PhotoID"), id);
+    rows->SetField(QStringLiteral("PhotoID"), Data1.SelBookmarks[i]);
     rows->Update();
   }
   database->CommitTrans();

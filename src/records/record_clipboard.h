@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QObject>
-#include <vector>
 
 #include "catalogue/paths.h"
 #include "catalogue/record_list.h"
@@ -47,7 +46,6 @@ class RecordClipboard : public QObject {
 
  private:
   bool StageSelection();
-  std::vector<int> SelectedPhotoIDs();
   void LinkStaged(const platform::Node& target);
   void tvTreeView_NodeRemoved(const platform::Node* node);
 
