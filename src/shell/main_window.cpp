@@ -7,6 +7,7 @@
 
 #include "catalogue/schema.h"
 #include "folders/folder_menus.h"
+#include "folders/folder_nodes.h"
 #include "folders/folder_tree.h"
 #include "platform/failure.h"
 #include "platform/program_start.h"
@@ -32,8 +33,11 @@ frmMain::frmMain(const platform::App& app, const catalogue::Paths& paths, platfo
   MakePanes();
   Source = std::make_unique<catalogue::RecordSource>(Data1, *tvTreeView, Engine, ThePaths, *this);
   Folders = std::make_unique<folders::FolderBrowser>(*tvTreeView, *txtFldrSearch, *Source, *this);
+  TheFolderCommands =
+      std::make_unique<folders::FolderCommands>(*tvTreeView, *Folders, *this, Engine, ThePaths);
   ConnectViews();
   ConnectCommands();
+  ConnectFolderCommands();
   setMinimumWidth(ToPixels(LeastWindowWidth));
   menuBar()->ensurePolished();
   resize(ToPixels(DesignWidth), ToPixels(DesignHeight) + menuBar()->sizeHint().height());
@@ -41,6 +45,7 @@ frmMain::frmMain(const platform::App& app, const catalogue::Paths& paths, platfo
 
 frmMain::~frmMain() {
   // The views go before the list that they show, which is a member and would go first.
+  TheFolderCommands.reset();
   Folders.reset();
   delete takeCentralWidget();
   catalogue::DeleteWorkFile(ThePaths);
@@ -134,6 +139,20 @@ void frmMain::ConnectCommands() {
           [this] { Bars->Item("MusicPlay").setChecked(Show.MusicOn); });
   connect(&Bars->Item("HelpHelp"), &QAction::triggered, this, &frmMain::HelpHelp_Click);
   connect(&Bars->Item("HelpAbout"), &QAction::triggered, this, &frmMain::HelpAbout_Click);
+}
+
+void frmMain::ConnectFolderCommands() {
+  using folders::FolderCommands;
+  const auto call = [this](const char* name, void (FolderCommands::*handler)()) {
+    connect(&Bars->Item(name), &QAction::triggered, TheFolderCommands.get(), handler);
+  };
+  call("FolderUndoCut", &FolderCommands::FolderUndoCut_Click);
+  call("FolderAdd", &FolderCommands::FolderAdd_Click);
+  call("FolderRen", &FolderCommands::FolderRen_Click);
+  call("FolderDel", &FolderCommands::FolderDel_Click);
+  call("FolderCut", &FolderCommands::FolderCut_Click);
+  call("FolderCopy", &FolderCommands::FolderCopy_Click);
+  call("FolderPaste", &FolderCommands::FolderPaste_Click);
 }
 
 // --- start and stop ---------------------------------------------------------------------------------------
@@ -245,7 +264,8 @@ void frmMain::SetFolderMenus() {
   folders::FolderMenuInput input;
   input.IsRoot = node.Index() == 1;
   input.IsUnorganized = folders::IsUnorganized(node);
-  input.IsCut = node.IsGrey();
+  input.IsCut = folders::IsNodeCut(node);
+  input.FolderPending = TheFolderCommands->HasPending();
   Bars->SetFolderMenus(folders::SetFolderMenus(input));
 }
 
@@ -260,6 +280,12 @@ void frmMain::SetRecordMenus() {
   input.ParentIsRoot = node.Parent() != nullptr && node.Parent()->Index() == 1;
   Bars->SetRecordMenus(shell::SetRecordMenus(input));
 }
+
+void frmMain::ShowFolderUndoCut(bool visible) {
+  for (const char* name : {"FolderUndoCut", "FolderSep"}) Bars->Item(name).setVisible(visible);
+}
+
+void frmMain::EnableFolderPaste(bool enabled) { Bars->Item("FolderPaste").setEnabled(enabled); }
 
 void frmMain::PopupFolderMenu() { Bars->Menu("FolderMenu").popup(QCursor::pos()); }
 

@@ -13,6 +13,7 @@
 #include "catalogue/record_list.h"
 #include "catalogue/record_source.h"
 #include "folders/folder_browser.h"
+#include "folders/folder_commands.h"
 #include "platform/app.h"
 #include "platform/file_list.h"
 #include "platform/tree_view.h"
@@ -52,11 +53,14 @@ class frmMain : public QMainWindow, public catalogue::RecordViews, public folder
   void ShowFolderRecords() override;
   void SetFolderMenus() override;
   void SetRecordMenus() override;
+  void ShowFolderUndoCut(bool visible) override;
+  void EnableFolderPaste(bool enabled) override;
   void PopupFolderMenu() override;
 
   void MakeHeader();
   void MakePanes();
   void ConnectCommands();
+  void ConnectFolderCommands();
   void ConnectViews();
   void LoadMusic();
   void Form_Unload();
@@ -98,6 +102,7 @@ class frmMain : public QMainWindow, public catalogue::RecordViews, public folder
   std::unique_ptr<CommandBars> Bars;
   std::unique_ptr<catalogue::RecordSource> Source;
   std::unique_ptr<folders::FolderBrowser> Folders;
+  std::unique_ptr<folders::FolderCommands> TheFolderCommands;
 };
 
 }  // namespace veldrin::shell
