@@ -7,6 +7,7 @@
 
 #include "catalogue/schema.h"
 #include "folders/folder_menus.h"
+#include "folders/folder_nodes.h"
 #include "folders/folder_tree.h"
 #include "platform/failure.h"
 #include "platform/program_start.h"
@@ -32,10 +33,13 @@ frmMain::frmMain(const platform::App& app, const catalogue::Paths& paths, platfo
   MakePanes();
   Source = std::make_unique<catalogue::RecordSource>(Data1, *tvTreeView, Engine, ThePaths, *this);
   Folders = std::make_unique<folders::FolderBrowser>(*tvTreeView, *txtFldrSearch, *Source, *this);
+  TheFolderCommands =
+      std::make_unique<folders::FolderCommands>(*tvTreeView, *Folders, *this, Engine, ThePaths);
   Clipboard =
       std::make_unique<records::RecordClipboard>(Data1, *tvTreeView, *Source, Engine, ThePaths, *this);
   ConnectViews();
   ConnectCommands();
+  ConnectFolderCommands();
   ConnectClipboard();
   setMinimumWidth(ToPixels(LeastWindowWidth));
   menuBar()->ensurePolished();
@@ -44,6 +48,7 @@ frmMain::frmMain(const platform::App& app, const catalogue::Paths& paths, platfo
 
 frmMain::~frmMain() {
   // The views go before the list that they show, which is a member and would go first.
+  TheFolderCommands.reset();
   Clipboard.reset();
   Folders.reset();
   delete takeCentralWidget();
@@ -140,16 +145,30 @@ void frmMain::ConnectCommands() {
   connect(&Bars->Item("HelpAbout"), &QAction::triggered, this, &frmMain::HelpAbout_Click);
 }
 
+void frmMain::ConnectFolderCommands() {
+  using folders::FolderCommands;
+  const auto call = [this](const char* name, void (FolderCommands::*handler)()) {
+    connect(&Bars->Item(name), &QAction::triggered, TheFolderCommands.get(), handler);
+  };
+  call("FolderUndoCut", &FolderCommands::FolderUndoCut_Click);
+  call("FolderAdd", &FolderCommands::FolderAdd_Click);
+  call("FolderRen", &FolderCommands::FolderRen_Click);
+  call("FolderDel", &FolderCommands::FolderDel_Click);
+  call("FolderCut", &FolderCommands::FolderCut_Click);
+  call("FolderCopy", &FolderCommands::FolderCopy_Click);
+  call("FolderPaste", &FolderCommands::FolderPaste_Click);
+}
+
 void frmMain::ConnectClipboard() {
   using records::RecordClipboard;
-  const auto on = [this](const char* name, void (RecordClipboard::*command)()) {
-    connect(&Bars->Item(name), &QAction::triggered, Clipboard.get(), command);
+  const auto call = [this](const char* name, void (RecordClipboard::*handler)()) {
+    connect(&Bars->Item(name), &QAction::triggered, Clipboard.get(), handler);
   };
-  on("RecordUndoCut", &RecordClipboard::RecordUndoCut_Click);
-  on("RecordCut", &RecordClipboard::RecordCut_Click);
-  on("RecordCopy", &RecordClipboard::RecordCopy_Click);
-  on("RecordPaste", &RecordClipboard::RecordPaste_Click);
-  on("FolderRcdPaste", &RecordClipboard::RecordPaste_Click);
+  call("RecordUndoCut", &RecordClipboard::RecordUndoCut_Click);
+  call("RecordCut", &RecordClipboard::RecordCut_Click);
+  call("RecordCopy", &RecordClipboard::RecordCopy_Click);
+  call("RecordPaste", &RecordClipboard::RecordPaste_Click);
+  call("FolderRcdPaste", &RecordClipboard::RecordPaste_Click);
 }
 
 // --- start and stop ---------------------------------------------------------------------------------------
@@ -269,7 +288,8 @@ void frmMain::SetFolderMenus() {
   folders::FolderMenuInput input;
   input.IsRoot = node.Index() == 1;
   input.IsUnorganized = folders::IsUnorganized(node);
-  input.IsCut = node.IsGrey();
+  input.IsCut = folders::IsNodeCut(node);
+  input.FolderPending = TheFolderCommands->HasPending();
   Bars->SetFolderMenus(folders::SetFolderMenus(input));
 }
 
@@ -288,6 +308,12 @@ void frmMain::SetRecordMenus() {
   input.NodeIsAboveSource = source != nullptr && folders::IsAboveFolder(node, *source);
   Bars->SetRecordMenus(shell::SetRecordMenus(input));
 }
+
+void frmMain::ShowFolderUndoCut(bool visible) {
+  for (const char* name : {"FolderUndoCut", "FolderSep"}) Bars->Item(name).setVisible(visible);
+}
+
+void frmMain::EnableFolderPaste(bool enabled) { Bars->Item("FolderPaste").setEnabled(enabled); }
 
 void frmMain::EnableRecordPaste(bool enabled) { Bars->Item("RecordPaste").setEnabled(enabled); }
 

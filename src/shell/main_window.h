@@ -13,6 +13,7 @@
 #include "catalogue/record_list.h"
 #include "catalogue/record_source.h"
 #include "folders/folder_browser.h"
+#include "folders/folder_commands.h"
 #include "platform/app.h"
 #include "platform/file_list.h"
 #include "platform/tree_view.h"
@@ -56,6 +57,8 @@ class frmMain : public QMainWindow,
   void ShowFolderRecords() override;
   void SetFolderMenus() override;
   void SetRecordMenus() override;
+  void ShowFolderUndoCut(bool visible) override;
+  void EnableFolderPaste(bool enabled) override;
   void PopupFolderMenu() override;
   // What the clipboard asks of them; SetRecordMenus too.
   void SetSelectionGrey(bool grey) override;
@@ -66,6 +69,7 @@ class frmMain : public QMainWindow,
   void MakeHeader();
   void MakePanes();
   void ConnectCommands();
+  void ConnectFolderCommands();
   void ConnectClipboard();
   void ConnectViews();
   void LoadMusic();
@@ -109,6 +113,7 @@ class frmMain : public QMainWindow,
   std::unique_ptr<CommandBars> Bars;
   std::unique_ptr<catalogue::RecordSource> Source;
   std::unique_ptr<folders::FolderBrowser> Folders;
+  std::unique_ptr<folders::FolderCommands> TheFolderCommands;
   std::unique_ptr<records::RecordClipboard> Clipboard;
 };
 
