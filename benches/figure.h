@@ -34,6 +34,7 @@ double ResidentMegabytes();
 void RunShell(const std::string& command);
 
 /// The figures of each field; `data` is the directory of what is made once and kept.
+void AddClipboardFigures(const std::string& data);
 void AddPageFigures(const std::string& data);
 void AddStoringFigures(const std::string& data);
 void AddRecordFigures(const std::string& data);

@@ -17,6 +17,7 @@ int main(int argc, char** argv) {
   const QDir directory(QString::fromLocal8Bit(argv[1]));
   directory.mkpath(QStringLiteral("."));
   const std::string data = directory.absolutePath().toStdString();
+  AddClipboardFigures(data);
   AddPageFigures(data);
   AddStoringFigures(data);
   AddRecordFigures(data);

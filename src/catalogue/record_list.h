@@ -10,7 +10,8 @@
 
 namespace veldrin::catalogue {
 
-/// The selected records, by bookmark, each once, in the order in which they were selected.
+/// The selected records, by bookmark, each once, in the order in which they were selected. A photo's bookmark
+/// is its PhotoID: the list of records is one of keys.
 class SelBookmarkList : public QObject {
   Q_OBJECT
 

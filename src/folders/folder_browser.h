@@ -17,6 +17,9 @@ class FolderViews {
   virtual void ShowFolderRecords() = 0;
   virtual void SetFolderMenus() = 0;
   virtual void SetRecordMenus() = 0;
+  /// Shows or hides FolderUndoCut and the line below it.
+  virtual void ShowFolderUndoCut(bool visible) = 0;
+  virtual void EnableFolderPaste(bool enabled) = 0;
   /// Shows the Folder menu at the pointer.
   virtual void PopupFolderMenu() = 0;
 };

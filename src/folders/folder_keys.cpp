@@ -8,6 +8,8 @@ QString PadKey(int value, int width) {
   return QString::number(value).rightJustified(width, QLatin1Char('0'));
 }
 
+QString UnorganizedKey(const QString& parentKey) { return parentKey + PadKey(0, SegmentLength); }
+
 QString LinkKey(const QString& folderKey) { return folderKey.leftJustified(LinkKeyLength, QLatin1Char('0')); }
 
 int LevelOfKey(const QString& folderKey) { return static_cast<int>(folderKey.size()) / SegmentLength; }

@@ -15,6 +15,9 @@ inline QString UnorganizedName() { return QStringLiteral("!UNORGANIZED"); }
 /// The value in decimal with zeros on its left up to `width`; a longer one stays as it is.
 QString PadKey(int value, int width);
 
+/// The key of the "!UNORGANIZED" below a folder; its prefix is that of the links at the folder itself.
+QString UnorganizedKey(const QString& parentKey);
+
 /// The key under which photos of a folder are linked: the folder's key padded with zeros to 40 characters.
 QString LinkKey(const QString& folderKey);
 

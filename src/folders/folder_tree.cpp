@@ -56,20 +56,23 @@ int GetNodeLevel(const Node& node) {
 
 QString AddFolderRecord(platform::DBEngine& engine, const QString& workFile, int level, const QString& name,
                         const QString& parentKey) {
+  return AddFolderRecord(*engine.OpenDatabase(workFile), level, name, parentKey);
+}
+
+QString AddFolderRecord(Database& database, int level, const QString& name, const QString& parentKey) {
   const QString table = catalogue::LevelTable(level);
-  const auto database = engine.OpenDatabase(workFile);
   const auto insert = [&](const QString& key, const QString& folder) {
-    database->Execute(QStringLiteral("INSERT INTO %1 (IDNo, FolderName) VALUES('%2', '%3')")
-                          .arg(table, key, platform::QuoteSql(folder)));
+    database.Execute(QStringLiteral("INSERT INTO %1 (IDNo, FolderName) VALUES('%2', '%3')")
+                         .arg(table, key, platform::QuoteSql(folder)));
   };
 
   const QString below = level == 1 ? QString() : QStringLiteral(" WHERE IDNo LIKE '%1*'").arg(parentKey);
-  const auto highest = database->OpenRecordset(
+  const auto highest = database.OpenRecordset(
       QStringLiteral("SELECT Max(IDNo) AS ID FROM %1%2").arg(table, below), platform::dbOpenSnapshot);
   const platform::Value id = highest->Field(QStringLiteral("ID"));
   int number = 1;
   if (platform::IsNull(id)) {
-    insert(parentKey + QStringLiteral("0000"), UnorganizedName());
+    insert(UnorganizedKey(parentKey), UnorganizedName());
   } else {
     number = id.toString().right(SegmentLength).toInt() + 1;
   }

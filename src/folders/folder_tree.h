@@ -24,6 +24,9 @@ int GetNodeLevel(const platform::Node& node);
 
 /// Writes the row of a new folder below a parent and returns its key. The first folder below a parent brings
 /// the row of the parent's "!UNORGANIZED" with it. Raises the engine's errors, 3078 below the tenth level.
+QString AddFolderRecord(platform::Database& database, int level, const QString& name,
+                        const QString& parentKey);
+/// The same on a database of its own.
 QString AddFolderRecord(platform::DBEngine& engine, const QString& workFile, int level, const QString& name,
                         const QString& parentKey);
 

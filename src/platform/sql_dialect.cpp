@@ -277,8 +277,8 @@ class Translator {
     }
   }
 
-  // DELETE t.* FROM t INNER JOIN u ON c [WHERE w] becomes DELETE FROM t WHERE EXISTS (SELECT 1 FROM u WHERE c
-  // AND w).
+  // DELETE t.* FROM t INNER JOIN u ON t.a = u.b AND t.c = u.d [WHERE w] becomes DELETE FROM t WHERE (t.a,
+  // t.c) IN (SELECT u.b, u.d FROM u) [AND (w)]: the rows of t are looked up in its index, one by one.
   void RewriteJoinDelete() {
     if (!In[0].Is("DELETE") || FindWord(In, "JOIN") == In.size()) return;
     const size_t from = FindWord(In, "FROM");
@@ -286,15 +286,38 @@ class Translator {
     const size_t on = FindWord(In, "ON");
     const size_t where = FindWord(In, "WHERE");
     if (inner != from + 2 || on != inner + 3 || on + 1 >= where) RaiseSyntaxError(Sql);
-    Tokens exists = {Word("DELETE"), Word("FROM"), In[from + 1], Word("WHERE"), Word("EXISTS"), Sign("("),
-                     Word("SELECT"), Number(1),    Word("FROM"), In[inner + 2], Word("WHERE"),  Sign("(")};
-    Add(exists, Slice(In, on + 1, where));
+    Tokens columns;
+    Tokens matches;
+    SplitJoinCondition(Slice(In, on + 1, where), columns, matches);
+    Tokens rewritten = {Word("DELETE"), Word("FROM"), In[from + 1], Word("WHERE"), Sign("(")};
+    Add(rewritten, columns);
+    Add(rewritten, {Sign(")"), Word("IN"), Sign("("), Word("SELECT")});
+    Add(rewritten, matches);
+    Add(rewritten, {Word("FROM"), In[inner + 2], Sign(")")});
     if (where < In.size()) {
-      Add(exists, {Sign(")"), Word("AND"), Sign("(")});
-      Add(exists, Slice(In, where + 1, In.size()));
+      Add(rewritten, {Word("AND"), Sign("(")});
+      Add(rewritten, Slice(In, where + 1, In.size()));
+      Add(rewritten, {Sign(")")});
     }
-    Add(exists, {Sign(")"), Sign(")")});
-    In = std::move(exists);
+    In = std::move(rewritten);
+  }
+
+  // t.a = u.b AND t.c = u.d as the two lists "t.a, t.c" and "u.b, u.d".
+  void SplitJoinCondition(const Tokens& condition, Tokens& columns, Tokens& matches) const {
+    for (size_t at = 0;; ++at) {
+      const size_t columnEnd = NameEnd(condition, at);
+      if (columnEnd == at || columnEnd >= condition.size() || !condition[columnEnd].Is("="))
+        RaiseSyntaxError(Sql);
+      const size_t matchEnd = NameEnd(condition, columnEnd + 1);
+      if (matchEnd == columnEnd + 1) RaiseSyntaxError(Sql);
+      Add(columns, Slice(condition, at, columnEnd));
+      Add(matches, Slice(condition, columnEnd + 1, matchEnd));
+      if (matchEnd == condition.size()) return;
+      if (!condition[matchEnd].Is("AND")) RaiseSyntaxError(Sql);
+      columns.push_back(Sign(","));
+      matches.push_back(Sign(","));
+      at = matchEnd;
+    }
   }
 
   QString Sql;

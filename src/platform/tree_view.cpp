@@ -27,7 +27,9 @@ QIcon FolderIcon() {
 Node* Node::Sibling(int offset) const {
   const Node* parent = Parent();
   if (parent == nullptr) return nullptr;
-  return static_cast<Node*>(parent->child(parent->indexOfChild(const_cast<Node*>(this)) + offset));
+  // Looked for only when siblings in front have gone: a walk along thousands would look through all of them.
+  if (parent->child(Row) != this) Row = parent->indexOfChild(const_cast<Node*>(this));
+  return static_cast<Node*>(parent->child(Row + offset));
 }
 
 Node* Node::Next() const { return Sibling(1); }
@@ -54,6 +56,7 @@ TreeView::TreeView(QWidget* parent) : QTreeWidget(parent) {
   setEditTriggers(QAbstractItemView::NoEditTriggers);
   setTextElideMode(Qt::ElideRight);
   setIconSize(QSize(18, 18));
+  setItemDelegate(new LabelDelegate(this, [this](QWidget* viewport) { return MakeEditor(viewport); }));
 }
 
 Node* TreeView::Add(Node* relative, const QString& text) {
@@ -65,12 +68,14 @@ Node* TreeView::Add(Node* relative, const QString& text) {
   if (relative == nullptr) {
     addTopLevelItem(node);
   } else {
+    node->Row = relative->Children();
     relative->addChild(node);
   }
   return node;
 }
 
 void TreeView::Remove(Node* node) {
+  EndLabelEdit(false);
   Node* parent = node->Parent();
   bool selectionGoes = false;
   for (const Node* selected = SelectedItem(); selected != nullptr; selected = selected->Parent()) {
@@ -84,6 +89,7 @@ void TreeView::Remove(Node* node) {
 
 void TreeView::Forget(Node* node) {
   for (int i = 0; i < node->Children(); ++i) Forget(static_cast<Node*>(node->child(i)));
+  Q_EMIT NodeRemoved(node);
   Nodes[static_cast<size_t>(node->Index() - 1)] = nullptr;
 }
 
@@ -111,7 +117,47 @@ void TreeView::SetFilling(bool filling) {
   setUpdatesEnabled(!filling);
 }
 
+// --- label editing ----------------------------------------------------------------------------------------
+
+void TreeView::StartLabelEdit() {
+  if (Editor != nullptr || SelectedItem() == nullptr) return;
+  scrollToItem(SelectedItem());
+  editItem(SelectedItem());
+}
+
+QWidget* TreeView::MakeEditor(QWidget* parent) {
+  Editor = new LabelEditor(parent, [this](bool keep) { EndLabelEdit(keep); });
+  // A name of fewer characters than that may be longer as it is stored in memory.
+  Editor->setMaxLength(std::max(MaxLabelLength, static_cast<int>(SelectedItem()->Text().size())));
+  return Editor;
+}
+
+bool TreeView::EndLabelEdit(bool keep) {
+  if (Editor == nullptr) return true;
+  QString newString = Editor->text();
+  const QPersistentModelIndex edited = currentIndex();
+  // Closed before anything is told: what follows may show a box or take the focus elsewhere, and a field that
+  // is still there would end its edit a second time.
+  closeEditor(Editor, QAbstractItemDelegate::NoHint);
+  if (!keep) return true;
+  bool cancel = false;
+  Q_EMIT AfterLabelEdit(cancel, newString);
+  if (!cancel && edited.isValid()) itemFromIndex(edited)->setText(0, newString);
+  return Editor == nullptr;
+}
+
+// Also called by the base class, for an edit whose node it leaves.
+void TreeView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint) {
+  if (editor == Editor) Editor = nullptr;
+  QTreeWidget::closeEditor(editor, QAbstractItemDelegate::NoHint);
+}
+
+// --- mouse and keyboard -----------------------------------------------------------------------------------
+
 void TreeView::mousePressEvent(QMouseEvent* event) {
+  // A press takes the focus and so ends an edit. One that has the focus again was refused: it goes on.
+  const bool refused = Editor != nullptr && window()->focusWidget() == Editor;
+  if (refused || !EndLabelEdit()) return event->accept();
   const Node* before = SelectedItem();
   const QPoint point = event->pos();
   const bool onNode = [&] {

@@ -1,12 +1,18 @@
 // The tree control and its nodes.
 #pragma once
 
+#include <QPointer>
 #include <QTreeWidget>
 #include <vector>
+
+#include "platform/label_editor.h"
 
 namespace veldrin::platform {
 
 class TreeView;
+
+/// The longest label that can be typed, in characters.
+constexpr int MaxLabelLength = 255;
 
 /// The grey of a node that is cut, and the normal colour.
 constexpr QRgb GreyNodeColor = 0xFF808080;
@@ -40,6 +46,7 @@ class Node : public QTreeWidgetItem {
   Node* Sibling(int offset) const;
 
   int TheIndex;
+  mutable int Row = 0;  ///< the place among the siblings, as far as known
   QString TheTag;
   bool Grey = false;
 };
@@ -54,7 +61,7 @@ class TreeView : public QTreeWidget {
   /// Adds a last child of `relative`, or the root when it is null.
   Node* Add(Node* relative, const QString& text);
   /// Removes a node and its subtree and renumbers the others. When the selection goes with it, the parent of
-  /// the removed node is selected.
+  /// the removed node is selected. An edit that is open is taken back.
   void Remove(Node* node);
 
   int Count() const { return static_cast<int>(Nodes.size()); }
@@ -68,6 +75,12 @@ class TreeView : public QTreeWidget {
   /// While true Select does not open branches: for filling the tree.
   void SetFilling(bool filling);
 
+  /// Opens the selected node's label for editing; Enter and the loss of the focus keep what was typed, Esc
+  /// takes it back.
+  void StartLabelEdit();
+  /// Ends an edit as the loss of the focus does, or takes it back. False when AfterLabelEdit opened another.
+  bool EndLabelEdit(bool keep = true);
+
   /// The node under a point of the viewport; null where there is none.
   Node* HitTest(const QPoint& point) const { return static_cast<Node*>(itemAt(point)); }
 
@@ -80,19 +93,26 @@ class TreeView : public QTreeWidget {
   void NodeClick(veldrin::platform::Node* node);
   /// A key was released, the selection is at rest.
   void KeyUp();
+  /// An edit of the selected node's label was kept. The label becomes NewString unless Cancel is set.
+  void AfterLabelEdit(bool& Cancel, QString& NewString);
+  /// The node is about to go, for each node of a removed subtree. The tree is not to be asked meanwhile.
+  void NodeRemoved(const veldrin::platform::Node* node);
 
  protected:
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
+  void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
  private:
+  QWidget* MakeEditor(QWidget* parent);
   void Renumber();
   void Forget(Node* node);
 
   std::vector<Node*> Nodes;
   bool Filling = false;
+  QPointer<LabelEditor> Editor;  ///< while a label is edited
 };
 
 }  // namespace veldrin::platform

@@ -8,6 +8,7 @@
 
 #include "catalogue/schema.h"
 #include "folders/folder_menus.h"
+#include "folders/folder_nodes.h"
 #include "folders/folder_tree.h"
 #include "platform/failure.h"
 #include "platform/program_start.h"
@@ -40,8 +41,14 @@ frmMain::frmMain(const platform::App& app, const catalogue::Paths& paths, platfo
   Folders = std::make_unique<folders::FolderBrowser>(*tvTreeView, *txtFldrSearch, *Source, *this);
   Deleting =
       std::make_unique<records::DeletePhotos>(*Source, Data1, *tvTreeView, Engine, ThePaths, *this, *this);
+  TheFolderCommands =
+      std::make_unique<folders::FolderCommands>(*tvTreeView, *Folders, *this, Engine, ThePaths);
+  Clipboard =
+      std::make_unique<records::RecordClipboard>(Data1, *tvTreeView, *Source, Engine, ThePaths, *this);
   ConnectViews();
   ConnectCommands();
+  ConnectFolderCommands();
+  ConnectClipboard();
   setMinimumWidth(ToPixels(LeastWindowWidth));
   menuBar()->ensurePolished();
   resize(ToPixels(DesignWidth), ToPixels(DesignHeight) + menuBar()->sizeHint().height());
@@ -49,6 +56,8 @@ frmMain::frmMain(const platform::App& app, const catalogue::Paths& paths, platfo
 
 frmMain::~frmMain() {
   // The views go before the list that they show, which is a member and would go first.
+  TheFolderCommands.reset();
+  Clipboard.reset();
   Folders.reset();
   delete takeCentralWidget();
   catalogue::DeleteWorkFile(ThePaths);
@@ -113,8 +122,7 @@ void frmMain::ConnectViews() {
   connect(ThumbPannel, &browse::ThumbnailPage::RecordMenuRequested, this, popUp);
   // A new selection isn't the one that was cut.
   connect(&Data1.SelBookmarks, &catalogue::SelBookmarkList::Changed, this, [this] {
-    TheDataView->TDBGrid1().SetGridSelColor(TheDataView->TDBGrid1().GridSelColor());
-    if (ThumbPannel->MarksAreDimmed()) ThumbPannel->SetMarkColor(ThumbPannel->MarkColor());
+    if (Clipboard->IsCutPending()) SetSelectionGrey(false);
   });
   const auto view = [this] { Viewing.ViewBttn_Click(); };
   connect(&TheDataView->Button("ViewBttn"), &QPushButton::clicked, this, view);
@@ -156,6 +164,32 @@ void frmMain::ConnectCommands() {
           [this] { Bars->Item("MusicPlay").setChecked(Show.MusicOn); });
   connect(&Bars->Item("HelpHelp"), &QAction::triggered, this, &frmMain::HelpHelp_Click);
   connect(&Bars->Item("HelpAbout"), &QAction::triggered, this, &frmMain::HelpAbout_Click);
+}
+
+void frmMain::ConnectFolderCommands() {
+  using folders::FolderCommands;
+  const auto call = [this](const char* name, void (FolderCommands::*handler)()) {
+    connect(&Bars->Item(name), &QAction::triggered, TheFolderCommands.get(), handler);
+  };
+  call("FolderUndoCut", &FolderCommands::FolderUndoCut_Click);
+  call("FolderAdd", &FolderCommands::FolderAdd_Click);
+  call("FolderRen", &FolderCommands::FolderRen_Click);
+  call("FolderDel", &FolderCommands::FolderDel_Click);
+  call("FolderCut", &FolderCommands::FolderCut_Click);
+  call("FolderCopy", &FolderCommands::FolderCopy_Click);
+  call("FolderPaste", &FolderCommands::FolderPaste_Click);
+}
+
+void frmMain::ConnectClipboard() {
+  using records::RecordClipboard;
+  const auto call = [this](const char* name, void (RecordClipboard::*handler)()) {
+    connect(&Bars->Item(name), &QAction::triggered, Clipboard.get(), handler);
+  };
+  call("RecordUndoCut", &RecordClipboard::RecordUndoCut_Click);
+  call("RecordCut", &RecordClipboard::RecordCut_Click);
+  call("RecordCopy", &RecordClipboard::RecordCopy_Click);
+  call("RecordPaste", &RecordClipboard::RecordPaste_Click);
+  call("FolderRcdPaste", &RecordClipboard::RecordPaste_Click);
 }
 
 // --- start and stop ---------------------------------------------------------------------------------------
@@ -280,6 +314,12 @@ void frmMain::ResetBttn_Click() {
   ShowFolderRecords();
 }
 
+void frmMain::SetSelectionGrey(bool grey) {
+  browse::RecordGrid& grid = TheDataView->TDBGrid1();
+  grid.SetGridSelColor(grey ? browse::DimmedColor : grid.GridSelColor());
+  ThumbPannel->SetMarkColor(grey ? browse::DimmedColor : ThumbPannel->MarkColor());
+}
+
 // --- menus ------------------------------------------------------------------------------------------------
 
 void frmMain::SetFolderMenus() {
@@ -287,7 +327,8 @@ void frmMain::SetFolderMenus() {
   folders::FolderMenuInput input;
   input.IsRoot = node.Index() == 1;
   input.IsUnorganized = folders::IsUnorganized(node);
-  input.IsCut = node.IsGrey();
+  input.IsCut = folders::IsNodeCut(node);
+  input.FolderPending = TheFolderCommands->HasPending();
   Bars->SetFolderMenus(folders::SetFolderMenus(input));
 }
 
@@ -300,7 +341,23 @@ void frmMain::SetRecordMenus() {
   input.NodeHasChildren = node.Children() > 0;
   input.NodeIsUnorganized = folders::IsUnorganized(node);
   input.ParentIsRoot = node.Parent() != nullptr && node.Parent()->Index() == 1;
+  input.RecordsCut = Clipboard->IsCutPending();
+  const platform::Node* source = Clipboard->CopySource();
+  input.RecordsCopied = source != nullptr;
+  input.NodeIsAboveSource = source != nullptr && folders::IsAboveFolder(node, *source);
   Bars->SetRecordMenus(shell::SetRecordMenus(input));
+}
+
+void frmMain::ShowFolderUndoCut(bool visible) {
+  for (const char* name : {"FolderUndoCut", "FolderSep"}) Bars->Item(name).setVisible(visible);
+}
+
+void frmMain::EnableFolderPaste(bool enabled) { Bars->Item("FolderPaste").setEnabled(enabled); }
+
+void frmMain::EnableRecordPaste(bool enabled) { Bars->Item("RecordPaste").setEnabled(enabled); }
+
+void frmMain::ShowRecordUndoCut(bool visible) {
+  for (const char* name : {"RecordUndoCut", "RecordSep1"}) Bars->Item(name).setVisible(visible);
 }
 
 void frmMain::PopupFolderMenu() { Bars->Menu("FolderMenu").popup(QCursor::pos()); }

@@ -14,12 +14,14 @@
 #include "catalogue/record_list.h"
 #include "catalogue/record_source.h"
 #include "folders/folder_browser.h"
+#include "folders/folder_commands.h"
 #include "platform/app.h"
 #include "platform/file_list.h"
 #include "platform/tree_view.h"
 #include "records/add_view.h"
 #include "records/delete_photos.h"
 #include "records/form_view.h"
+#include "records/record_clipboard.h"
 #include "shell/command_bars.h"
 #include "shell/splitter.h"
 #include "show/image_play.h"
@@ -29,7 +31,8 @@ namespace veldrin::shell {
 class frmMain : public QMainWindow,
                 public catalogue::RecordViews,
                 public folders::FolderViews,
-                public records::DeleteViews {
+                public records::DeleteViews,
+                public records::ClipboardViews {
  public:
   /// Paths and engine must outlive the window. Nothing is read before Form_Load.
   frmMain(const platform::App& app, const catalogue::Paths& paths, platform::DBEngine& engine);
@@ -59,11 +62,19 @@ class frmMain : public QMainWindow,
   bool FormViewIsShown() const override { return SSTab1->currentWidget() == TheFormView; }
   void SetFolderMenus() override;
   void SetRecordMenus() override;
+  void ShowFolderUndoCut(bool visible) override;
+  void EnableFolderPaste(bool enabled) override;
   void PopupFolderMenu() override;
+  // What the clipboard asks of them; SetRecordMenus and ShowFolderRecords too.
+  void SetSelectionGrey(bool grey) override;
+  void EnableRecordPaste(bool enabled) override;
+  void ShowRecordUndoCut(bool visible) override;
 
   void MakeHeader();
   void MakePanes();
   void ConnectCommands();
+  void ConnectFolderCommands();
+  void ConnectClipboard();
   void ConnectViews();
   void LoadMusic();
   void Form_Unload();
@@ -108,7 +119,9 @@ class frmMain : public QMainWindow,
   std::unique_ptr<CommandBars> Bars;
   std::unique_ptr<catalogue::RecordSource> Source;
   std::unique_ptr<folders::FolderBrowser> Folders;
+  std::unique_ptr<folders::FolderCommands> TheFolderCommands;
   std::unique_ptr<records::DeletePhotos> Deleting;
+  std::unique_ptr<records::RecordClipboard> Clipboard;
   browse::ExternalViewing Viewing;
 };
 

@@ -5,6 +5,7 @@
 #include <QMouseEvent>
 #include <QTest>
 
+#include "folders/fake_views.h"
 #include "folders/folder_menus.h"
 #include "folders/folder_tree.h"
 #include "support/test_support.h"
@@ -13,22 +14,6 @@ namespace veldrin::folders {
 namespace {
 
 using platform::Node;
-
-// Counts what the folders ask for; the record source asks for nothing here.
-class FakeViews : public FolderViews, public catalogue::RecordViews {
- public:
-  void ShowFolderRecords() override { Log << QStringLiteral("show"); }
-  void SetFolderMenus() override {}
-  void SetRecordMenus() override {}
-  void PopupFolderMenu() override { Log << QStringLiteral("popup"); }
-  bool PreviewIsOn() const override { return false; }
-  void SetPreview(bool) override {}
-  void SetSliderMax(int) override {}
-  void InitThumbScroll() override {}
-
-  QString Take() { return std::exchange(Log, {}).join(QLatin1Char(' ')); }
-  QStringList Log;
-};
 
 class FolderBrowserTest : public testing::Test {
  protected:

@@ -42,9 +42,12 @@ INSTANTIATE_TEST_SUITE_P(
         Translation{"LeftOfTwoFields", "Left(a.IDNo, 8) = Left(b.IDNo, 8)",
                     "substr ( a . IDNo , 1 , 8 ) = substr ( b . IDNo , 1 , 8 )"},
         Translation{
-            "JoinDelete", "DELETE t.* FROM t INNER JOIN u ON t.PhotoID = u.PhotoID WHERE t.IDNo = '0001'",
-            "DELETE FROM t WHERE EXISTS ( SELECT 1 FROM u WHERE ( t . PhotoID = u . PhotoID ) AND ( t . IDNo "
-            "= '0001' ) )"},
+            "JoinDelete",
+            "DELETE t.* FROM t INNER JOIN u ON t.PhotoID = u.PhotoID WHERE t.IDNo = '0001' OR 1",
+            "DELETE FROM t WHERE ( t . PhotoID ) IN ( SELECT u . PhotoID FROM u ) AND ( t . IDNo = '0001' "
+            "OR 1 )"},
+        Translation{"JoinDeleteByTwoColumns", "DELETE t.* FROM t INNER JOIN u ON t.a = u.b AND t.c = u.d",
+                    "DELETE FROM t WHERE ( t . a , t . c ) IN ( SELECT u . b , u . d FROM u )"},
         Translation{"CommentSignsStayOperators", "SELECT 1 -- 2", "SELECT 1 - - 2"}),
     [](const auto& test) { return std::string(test.param.Name); });
 
@@ -62,7 +65,8 @@ TEST(SqlDialect, RefusesWhatIsNoStatement) {
        {QString(), QStringLiteral("SELECT 'open"), QStringLiteral("a = #soon#"),
         QStringLiteral("a = #2001-12-31"), QStringLiteral("DELETE FROM a; DELETE FROM b"),
         QStringLiteral("Like '*'"), QStringLiteral("Left(a = 1"), QStringLiteral("DELETE a.* FROM a JOIN b"),
-        zeroByte}) {
+        QStringLiteral("DELETE a.* FROM a INNER JOIN b ON a.c < b.c"),
+        QStringLiteral("DELETE a.* FROM a INNER JOIN b ON a.c = b.c OR 1"), zeroByte}) {
     try {
       ToSqlite(sql);
       ADD_FAILURE() << sql.toStdString();

@@ -145,6 +145,55 @@ TEST_F(MainWindowTest, TheMenusFollowTheFolderAndTheTab) {
   EXPECT_EQ(Counter(), QStringLiteral("   No Record"));
 }
 
+TEST_F(MainWindowTest, CutsAndPastesRecords) {
+  const QStringList commands = {QStringLiteral("RecordUndoCut"), QStringLiteral("RecordSep1"),
+                                QStringLiteral("RecordPaste"), QStringLiteral("FolderRcdPaste")};
+  const QColor mark = Get<platform::Shape>(QStringLiteral("shpMark(0)")).BorderColor();
+  const auto shown = [&] {
+    const QColor selected = Get<QTableView>(QStringLiteral("TDBGrid1")).palette().color(QPalette::Highlight);
+    const bool grey = Get<platform::Shape>(QStringLiteral("shpMark(0)")).BorderColor() != mark;
+    EXPECT_EQ(grey, selected == QColor(0x80, 0x80, 0x80));
+    const QString enabled = Those(commands.mid(2), &QAction::isEnabled);
+    return Those(commands.mid(0, 2), &QAction::isVisible) + QLatin1Char('|') + enabled +
+           (grey ? QStringLiteral("|grey") : QString());
+  };
+  Choose("MainImage");
+  ClickFolder(Italy);
+  QTest::mouseClick(&Get(QStringLiteral("ImgThumb(1)")), Qt::LeftButton, Qt::ControlModifier);
+  EXPECT_EQ(shown(), QStringLiteral("|"));
+  Choose("RecordCut");
+  EXPECT_EQ(shown(), QStringLiteral("RecordUndoCut RecordSep1|RecordPaste|grey"));
+  Choose("RecordUndoCut");
+  EXPECT_EQ(shown(), QStringLiteral("|"));
+  Choose("RecordCut");
+  ClickFolder(Travels);
+  EXPECT_EQ(shown(), QStringLiteral("RecordUndoCut RecordSep1||grey"));
+  ClickFolder(Home);
+  EXPECT_EQ(shown(), QStringLiteral("RecordUndoCut RecordSep1|RecordPaste FolderRcdPaste|grey"));
+  Choose("FolderRcdPaste");
+  EXPECT_EQ(shown(), QStringLiteral("|"));
+  EXPECT_EQ(Counter(), QStringLiteral("   1 of 11"));
+  EXPECT_EQ(Get<browse::ThumbCaption>(QStringLiteral("ThumbTitle(0)")).Caption(),
+            QStringLiteral("2: Photo 2"));
+  ClickFolder(Italy);
+  EXPECT_EQ(Counter(), QStringLiteral("   1 of 19"));
+}
+
+TEST_F(MainWindowTest, ACopyIsPastedAnywhereButAbove) {
+  ClickFolder(Italy);
+  Choose("RecordAll");
+  Choose("RecordCopy");
+  for (const auto& [folder, enabled] :
+       {std::pair(Travels, false), std::pair(TopUnorganized, false), std::pair(Home, true)}) {
+    ClickFolder(folder);
+    EXPECT_EQ(Action("RecordPaste").isEnabled(), enabled) << folder;
+  }
+  Choose("RecordPaste");
+  EXPECT_EQ(Counter(), QStringLiteral("   1 of 30"));
+  ClickFolder(Italy);
+  EXPECT_EQ(Counter(), QStringLiteral("   1 of 20"));
+}
+
 TEST_F(MainWindowTest, BrowsesAFolderByMouseAndKeyboard) {
   Choose("MainImage");
   ClickFolder(Italy);

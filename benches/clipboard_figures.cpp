@@ -1,0 +1,151 @@
+// Filing many records in another folder.
+
+#include <filesystem>
+
+#include "benches/catalogue_maker.h"
+#include "benches/figure.h"
+#include "benches/sqlite_file.h"
+#include "folders/folder_keys.h"
+#include "records/record_clipboard.h"
+
+namespace veldrin::benches {
+
+namespace {
+
+constexpr CatalogueSize Catalogue{100'000, 500};
+constexpr int RecordCount = 10'000;
+
+class NoViews : public records::ClipboardViews, public catalogue::RecordViews {
+ public:
+  void SetSelectionGrey(bool) override {}
+  void EnableRecordPaste(bool) override {}
+  void ShowRecordUndoCut(bool) override {}
+  void ShowThumbPannel() override {}
+  void SetRecordMenus() override {}
+  bool PreviewIsOn() const override { return false; }
+  void SetPreview(bool) override {}
+  void SetSliderMax(int) override {}
+  void InitThumbScroll() override {}
+};
+
+/// A catalogue of its own, as the pastes change it.
+QString CopyCatalogue(const std::string& data, const char* name) {
+  const std::string from = MakeCatalogue(QString::fromStdString(data), Catalogue).toStdString();
+  const std::string to = data + "/" + name;
+  std::filesystem::remove_all(to);
+  std::filesystem::copy(from, to, std::filesystem::copy_options::recursive);
+  return QString::fromStdString(to);
+}
+
+class ClipboardBench {
+ public:
+  explicit ClipboardBench(const QString& program)
+      : Opened(program),
+        Data1(Opened.Engine()),
+        Source(Data1, Tree, Opened.Engine(), Opened.Paths(), Views),
+        Clipboard(Data1, Tree, Source, Opened.Engine(), Opened.Paths(), Views) {
+    Data1.DatabaseName = Opened.Paths().WorkFile;
+    platform::Node* root = Tree.Add(nullptr, QStringLiteral("Photos"));
+    From = Tree.Add(root, QStringLiteral("from"));
+    From->SetTag(QLatin1String(TopFolderKey));
+    To = Tree.Add(root, QStringLiteral("to"));
+    To->SetTag(QLatin1String("0002"));
+  }
+
+  double Stage() {
+    Select(From);
+    for (int i = 0; i < RecordCount; ++i) {
+      Data1.SetAbsolutePosition(i);
+      Data1.SelBookmarks.Add(Data1.Bookmark());
+    }
+    return Milliseconds([&] { Clipboard.RecordCopy_Click(); });
+  }
+
+  double Paste() {
+    Stage();
+    Tree.Select(To);
+    const double time = Milliseconds([&] { Clipboard.RecordPaste_Click(); });
+    if (Data1.RecordCount() < RecordCount) throw std::runtime_error("not pasted");
+    return time;
+  }
+
+ private:
+  void Select(platform::Node* node) {
+    Tree.Select(node);
+    Source.SetRecordSource();
+  }
+
+  OpenedCatalogue Opened;
+  platform::TreeView Tree;
+  catalogue::RecordList Data1;
+  NoViews Views;
+  catalogue::RecordSource Source;
+  records::RecordClipboard Clipboard;
+  platform::Node* From;
+  platform::Node* To;
+};
+
+// The same rows by SQLite's C interface: staged by one statement, pasted by one transaction that is flushed.
+class SqliteClipboard {
+ public:
+  explicit SqliteClipboard(const QString& program) : Opened(program), File(Opened.Paths().WorkFile) {
+    File.Run("ATTACH '" + Opened.Paths().DatabaseFile.toStdString() + "' AS linked");
+    File.Run("PRAGMA main.synchronous=OFF; PRAGMA main.journal_mode=MEMORY; PRAGMA linked.synchronous=FULL");
+  }
+
+  double Stage() {
+    return Milliseconds([&] {
+      File.Run("DELETE FROM ActPhotoLinks; BEGIN");
+      auto keys =
+          File.Prepare("SELECT PhotoID FROM tblPhotos ORDER BY PhotoID LIMIT " + std::to_string(RecordCount));
+      auto insert = File.Prepare("INSERT INTO ActPhotoLinks (IDNo, PhotoID) VALUES (?, ?)");
+      while (keys.Step()) {
+        insert.Bind(1, Key("0001"));
+        insert.Bind(2, keys.Integer(0));
+        insert.Run();
+      }
+      File.Run("COMMIT");
+    });
+  }
+
+  double Paste() {
+    Stage();
+    return Milliseconds([&] {
+      File.Run("BEGIN IMMEDIATE");
+      File.Run("DELETE FROM tblPhotoLinks WHERE PhotoID IN (SELECT PhotoID FROM ActPhotoLinks) AND IDNo = '" +
+               Key("0002") + "'");
+      File.Run("INSERT INTO tblPhotoLinks SELECT '" + Key("0002") + "', PhotoID FROM ActPhotoLinks");
+      File.Run("DELETE FROM ActPhotoLinks");
+      File.Run("COMMIT");
+    });
+  }
+
+ private:
+  static std::string Key(const char* folder) { return folders::LinkKey(QLatin1String(folder)).toStdString(); }
+
+  OpenedCatalogue Opened;
+  SqliteFile File;
+};
+
+// Made at the first measurement.
+template <class Bench>
+std::function<Bench&()> Once(const std::string& data, const char* name) {
+  const auto made = std::make_shared<std::unique_ptr<Bench>>();
+  return [data, name, made]() -> Bench& {
+    if (!*made) *made = std::make_unique<Bench>(CopyCatalogue(data, name));
+    return **made;
+  };
+}
+
+}  // namespace
+
+void AddClipboardFigures(const std::string& data) {
+  const auto bench = Once<ClipboardBench>(data, "paste");
+  const auto reference = Once<SqliteClipboard>(data, "paste-sqlite");
+  AddFigure({"record_copy_10k", "ms", [bench] { return bench().Stage(); },
+             [reference] { return reference().Stage(); }, 11});
+  AddFigure({"record_paste_10k", "ms", [bench] { return bench().Paste(); },
+             [reference] { return reference().Paste(); }, 11});
+}
+
+}  // namespace veldrin::benches

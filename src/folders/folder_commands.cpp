@@ -1,0 +1,164 @@
+#include "folders/folder_commands.h"
+
+#include <QCoreApplication>
+
+#include "catalogue/schema.h"
+#include "folders/folder_nodes.h"
+#include "folders/folder_rows.h"
+#include "folders/folder_tree.h"
+#include "platform/msg_box.h"
+#include "platform/sql_dialect.h"
+
+namespace veldrin::folders {
+
+using platform::Database;
+using platform::Node;
+
+FolderCommands::FolderCommands(platform::TreeView& tvTreeView, FolderBrowser& browser, FolderViews& views,
+                               platform::DBEngine& engine, const catalogue::Paths& paths)
+    : Tree(tvTreeView), Browser(browser), Views(views), Engine(engine), ThePaths(paths) {
+  connect(&Tree, &platform::TreeView::AfterLabelEdit, this, &FolderCommands::tvTreeView_AfterLabelEdit);
+  connect(&Tree, &platform::TreeView::NodeRemoved, this, [this](const Node* node) {
+    if (node == FolderCutNode) FolderCutNode = nullptr;
+    if (node == FolderCopyNode) FolderCopyNode = nullptr;
+  });
+}
+
+// What a command writes is stored as a whole, or after an error not at all.
+template <class Work>
+void FolderCommands::InOneGroup(Work&& work) {
+  const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
+  database->BeginTrans();
+  work(*database);
+  database->CommitTrans();
+}
+
+void FolderCommands::Refresh(const Node& node) {
+  Browser.LastNodeIndex = -1;
+  Browser.tvTreeView_NodeClick(node);
+}
+
+// --- add, rename, delete ----------------------------------------------------------------------------------
+
+void FolderCommands::FolderAdd_Click() {
+  if (!Tree.EndLabelEdit()) return;
+  AddUnorganizedNode(Tree);
+  AddFolderNode(Tree);
+  Node& added = *Tree.SelectedItem();
+  InOneGroup([&added](Database& database) {
+    added.SetTag(AddFolderRecord(database, GetNodeLevel(added), added.Text(), added.Parent()->Tag()));
+  });
+  EditFolderName();
+}
+
+void FolderCommands::EditFolderName() {
+  if (Tree.SelectedItem()->Index() != 1) Tree.StartLabelEdit();
+}
+
+void FolderCommands::tvTreeView_AfterLabelEdit(bool& Cancel, QString& NewString) {
+  Node& node = *Tree.SelectedItem();
+  if (IsDuplicateFolder(node, NewString)) {
+    Cancel = true;
+    platform::MsgBox(&Tree, QStringLiteral("Duplicate Folder Name!"), platform::vbInformation,
+                     QStringLiteral("Error"));
+    return EditFolderName();
+  }
+  // No name clashes with a key; one that the catalogue has no room for must not be shown as if it were
+  // stored.
+  Engine.OpenDatabase(ThePaths.WorkFile)
+      ->Execute(
+          QStringLiteral("UPDATE %1 SET FolderName = '%2' WHERE IDNo = '%3'")
+              .arg(catalogue::LevelTable(GetNodeLevel(node)), platform::QuoteSql(NewString), node.Tag()),
+          platform::dbFailOnError);
+  node.SetText(NewString);
+  Refresh(node);
+}
+
+void FolderCommands::FolderDel_Click() {
+  if (!Tree.EndLabelEdit()) return;
+  Node& node = *Tree.SelectedItem();
+  if (node.Index() == 1) return;
+  const QString question =
+      QStringLiteral("Are you sue to delete the folder ") + node.Text() + QLatin1Char('?');
+  if (platform::MsgBox(&Tree, question, platform::vbYesNo | platform::vbQuestion | platform::vbDefaultButton2,
+                       QStringLiteral("Question")) != platform::vbYes) {
+    return;
+  }
+  const Node& parent = *node.Parent();
+  InOneGroup([&](Database& database) { RemoveFolder(database, node); });
+  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+  Refresh(parent);
+}
+
+// The keys must be there while the links move, so the nodes go after them.
+void FolderCommands::RemoveFolder(Database& database, Node& node) {
+  Node& parent = *node.Parent();
+  MoveLinksToParent(database, node);
+  DeleteFolderNodes(database, Tree, node);
+  if (parent.Children() == 1 && IsUnorganized(*parent.Child())) {
+    DeleteFolderNodes(database, Tree, *parent.Child());
+  }
+}
+
+// --- cut, copy, paste -------------------------------------------------------------------------------------
+
+// A folder that was cut before stays grey.
+void FolderCommands::FolderCut_Click() {
+  FolderCutNode = Tree.SelectedItem();
+  FolderCopyNode = nullptr;
+  SetNodeColor(*FolderCutNode, true);
+  Views.ShowFolderUndoCut(true);
+  Views.SetFolderMenus();
+}
+
+void FolderCommands::FolderCopy_Click() {
+  if (FolderCutNode != nullptr) TakeBackCut();
+  FolderCopyNode = Tree.SelectedItem();
+  Views.EnableFolderPaste(true);
+}
+
+void FolderCommands::FolderUndoCut_Click() {
+  if (FolderCutNode == nullptr) return;
+  TakeBackCut();
+  Views.SetFolderMenus();
+}
+
+void FolderCommands::TakeBackCut() {
+  SetNodeColor(*FolderCutNode, false);
+  FolderCutNode = nullptr;
+  Views.ShowFolderUndoCut(false);
+}
+
+void FolderCommands::FolderPaste_Click() {
+  if (!HasPending() || !Tree.EndLabelEdit()) return;
+  Node* pasted = nullptr;
+  const bool isCut = FolderCutNode != nullptr;
+  InOneGroup([&](Database& database) {
+    Node& source = isCut ? *FolderCutNode : *FolderCopyNode;
+    pasted = &PasteNodes(database, source, !isCut);
+    if (isCut) RemoveFolder(database, source);
+  });
+  if (isCut) Views.EnableFolderPaste(false);
+  FolderCutNode = nullptr;
+  FolderCopyNode = nullptr;
+  Tree.Select(pasted);
+  // Compared now that the source has gone: a folder cut and pasted in the same place keeps its name.
+  QString own;
+  if (isCut && IsDuplicateFolder(*pasted, own)) Tree.StartLabelEdit();
+  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+  Refresh(*pasted);
+}
+
+Node& FolderCommands::PasteNodes(Database& database, const Node& source, bool isCopy) {
+  Node& target = *Tree.SelectedItem();
+  RequireOutside(target, source);
+  AddUnorganizedNode(Tree);
+  Node& pasted = CopyFolderNodes(Tree, target, source);
+  QString own;
+  if (IsDuplicateFolder(pasted, own) && isCopy) pasted.SetText(QStringLiteral("Copy of ") + pasted.Text());
+  pasted.SetTag(AddFolderRecord(database, GetNodeLevel(pasted), pasted.Text(), target.Tag()));
+  AssignFolderKeys(database, pasted);
+  return pasted;
+}
+
+}  // namespace veldrin::folders

@@ -1,0 +1,49 @@
+#include "folders/folder_nodes.h"
+
+#include "folders/folder_keys.h"
+#include "folders/folder_tree.h"
+#include "platform/runtime_error.h"
+
+namespace veldrin::folders {
+
+using platform::Node;
+using platform::TreeView;
+
+void SetNodeColor(Node& node, bool grey) {
+  node.SetGrey(grey);
+  for (Node* child = node.Child(); child != nullptr; child = child->Next()) SetNodeColor(*child, grey);
+}
+
+bool IsDuplicateFolder(const Node& node, QString& name) {
+  if (name.isEmpty()) name = node.Text();
+  for (const Node* sibling = node.FirstSibling(); sibling != nullptr; sibling = sibling->Next()) {
+    if (sibling != &node && sibling->Text() == name) return true;
+  }
+  return false;
+}
+
+void AddUnorganizedNode(TreeView& tree) {
+  Node* parent = tree.SelectedItem();
+  if (parent->Children() > 0) return;
+  AddFolderNode(tree);
+  tree.SelectedItem()->SetText(UnorganizedName());
+  tree.SelectedItem()->SetTag(UnorganizedKey(parent->Tag()));
+  tree.Select(parent);
+}
+
+void RequireOutside(const Node& target, const Node& source) {
+  for (const Node* above = &target; above != nullptr; above = above->Parent()) {
+    if (above != &source) continue;
+    throw platform::RuntimeError(platform::errOutOfStackSpace, QStringLiteral("Out of stack space."));
+  }
+}
+
+Node& CopyFolderNodes(TreeView& tree, Node& target, const Node& source) {
+  Node& copy = *tree.Add(&target, source.Text());
+  for (const Node* child = source.Child(); child != nullptr; child = child->Next()) {
+    CopyFolderNodes(tree, copy, *child);
+  }
+  return copy;
+}
+
+}  // namespace veldrin::folders

@@ -1,0 +1,64 @@
+#include "folders/folder_rows.h"
+
+#include "catalogue/schema.h"
+#include "folders/folder_keys.h"
+#include "folders/folder_tree.h"
+#include "platform/failure.h"
+
+namespace veldrin::folders {
+
+using platform::Database;
+using platform::Node;
+using platform::ResumeNext;
+
+namespace {
+
+void DeleteFolderRows(Database& database, const Node& node) {
+  if (node.Children() > 0) {
+    for (const Node* child = node.Child()->LastSibling(); child != nullptr; child = child->Previous()) {
+      DeleteFolderRows(database, *child);
+    }
+  }
+  database.Execute(QStringLiteral("DELETE FROM %1 WHERE IDNo = '%2'")
+                       .arg(catalogue::LevelTable(LevelOfKey(node.Tag())), node.Tag()));
+}
+
+}  // namespace
+
+void AssignFolderKeys(Database& database, Node& node) {
+  for (Node* child = node.Child(); child != nullptr; child = child->Next()) {
+    if (IsUnorganized(*child)) {
+      // Its row comes with the first folder beside it.
+      child->SetTag(UnorganizedKey(node.Tag()));
+      continue;
+    }
+    child->SetTag(AddFolderRecord(database, GetNodeLevel(*child), child->Text(), node.Tag()));
+    AssignFolderKeys(database, *child);
+  }
+}
+
+void MoveLinksToParent(Database& database, const Node& node) {
+  if (node.Index() == 1) return;
+  const auto execute = [&database](const QString& sql) { ResumeNext([&] { database.Execute(sql); }); };
+  // Photos of a top-level folder go where those without a folder are.
+  const QString key = node.Parent()->Index() == 1 ? UnorganizedKey({}) : node.Parent()->Tag();
+  const QString subtree = QStringLiteral(" WHERE IDNo Like '%1*'").arg(node.Tag());
+
+  execute(QStringLiteral("DELETE FROM ActPhotoLinks"));
+  execute(QStringLiteral("INSERT INTO ActPhotoLinks SELECT tblPhotoLinks.* FROM tblPhotoLinks") + subtree);
+  execute(QStringLiteral("UPDATE ActPhotoLinks SET IDNo = '%1'").arg(LinkKey(key)));
+  execute(QStringLiteral("DELETE FROM tblPhotoLinks") + subtree);
+  execute(QStringLiteral("INSERT INTO tblPhotoLinks SELECT ActPhotoLinks.IDNo, ActPhotoLinks.PhotoID "
+                         "FROM ActPhotoLinks LEFT JOIN tblPhotoLinks "
+                         "ON (Left(ActPhotoLinks.IDNo, %1) = Left(tblPhotoLinks.IDNo, %1)) "
+                         "AND (ActPhotoLinks.PhotoID = tblPhotoLinks.PhotoID) "
+                         "WHERE tblPhotoLinks.IDNo is null")
+              .arg(key.size()));
+}
+
+void DeleteFolderNodes(Database& database, platform::TreeView& tree, Node& node) {
+  DeleteFolderRows(database, node);
+  tree.Remove(&node);
+}
+
+}  // namespace veldrin::folders

@@ -1,0 +1,21 @@
+// What the folder commands do in the catalogue. A command gives all its statements one database, in one
+// group, so that a crash leaves the catalogue as it was or as it is to be.
+#pragma once
+
+#include "platform/dao/database.h"
+#include "platform/tree_view.h"
+
+namespace veldrin::folders {
+
+/// Gives all nodes below a node, which has its key, their keys and rows. Raises the engine's errors, 3078
+/// below the tenth level.
+void AssignFolderKeys(platform::Database& database, platform::Node& node);
+
+/// Files the photos of a subtree at the parent of its top: each that has no link below the parent yet, or for
+/// a top-level folder, none among the photos without a folder. Goes on through errors.
+void MoveLinksToParent(platform::Database& database, const platform::Node& node);
+
+/// Removes the rows of a subtree, children before their parents, and its nodes. Raises the engine's errors.
+void DeleteFolderNodes(platform::Database& database, platform::TreeView& tree, platform::Node& node);
+
+}  // namespace veldrin::folders

@@ -1,0 +1,64 @@
+// Filing the selected records in another folder: a cut or a copy stages them, a paste links them there.
+#pragma once
+
+#include <QObject>
+
+#include "catalogue/paths.h"
+#include "catalogue/record_list.h"
+#include "catalogue/record_source.h"
+#include "platform/dao/db_engine.h"
+#include "platform/tree_view.h"
+
+namespace veldrin::records {
+
+/// What the clipboard asks of the views and menus.
+class ClipboardViews {
+ public:
+  virtual ~ClipboardViews() = default;
+  /// Shows the selection of grid and thumbnails in the grey of a cut, or in its normal colours.
+  virtual void SetSelectionGrey(bool grey) = 0;
+  virtual void EnableRecordPaste(bool enabled) = 0;
+  /// Shows or hides `RecordUndoCut` and its separator.
+  virtual void ShowRecordUndoCut(bool visible) = 0;
+  /// Draws the thumbnail page, if it is in view, from the current record.
+  virtual void ShowFolderRecords() = 0;
+  virtual void SetRecordMenus() = 0;
+};
+
+/// No image file and no row of tblPhotos is touched. Errors of the data engine are not handled; the catalogue
+/// is then as it was before the command.
+class RecordClipboard : public QObject {
+ public:
+  RecordClipboard(catalogue::RecordList& data1, platform::TreeView& tvTreeView,
+                  catalogue::RecordSource& source, platform::DBEngine& engine, const catalogue::Paths& paths,
+                  ClipboardViews& views);
+
+  bool IsCutPending() const { return RecordCutIndex != nullptr; }
+  /// The folder that the records of a pending copy were selected in; null when no copy is pending.
+  const platform::Node* CopySource() const { return RecordCopyIndex; }
+
+  void RecordCopy_Click();
+  void RecordCut_Click();
+  /// Drops a pending cut; what was staged stays in its table until the next use.
+  void RecordUndoCut_Click();
+  /// Files the staged records at the selected folder. One staging pastes once.
+  void RecordPaste_Click();
+
+ private:
+  bool StageSelection();
+  void LinkStaged(const platform::Node& target);
+  void tvTreeView_NodeRemoved(const platform::Node* node);
+
+  catalogue::RecordList& Data1;
+  platform::TreeView& Tree;
+  catalogue::RecordSource& Source;
+  platform::DBEngine& Engine;
+  const catalogue::Paths& ThePaths;
+  ClipboardViews& Views;
+
+  // The folder in which the records were staged; at most one of the two is set.
+  const platform::Node* RecordCutIndex = nullptr;
+  const platform::Node* RecordCopyIndex = nullptr;
+};
+
+}  // namespace veldrin::records
