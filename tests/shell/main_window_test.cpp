@@ -291,6 +291,19 @@ TEST_F(MainWindowTest, ClosesWithoutAQuestionAndRemovesTheWorkingCopy) {
   EXPECT_FALSE(QFileInfo::exists(workFile));
 }
 
+TEST_F(MainWindowTest, AnEditThatIsOpenEndsWithTheWindow) {
+  ClickFolder(Home);
+  Choose("FolderRen");
+  QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("Kept"));
+  Choose("FileExit");
+  EXPECT_EQ(Catalogue.Value(QStringLiteral("SELECT FolderName FROM tblLevel1 WHERE IDNo = '0002'")),
+            QStringLiteral("Kept"));
+  Window->show();
+  Choose("FolderRen");
+  EXPECT_EQ(Window->focusWidget()->parent(), Tree().viewport());
+  Window.reset();
+}
+
 TEST_F(MainWindowTest, AMissingBrowserIsLeftToTheReport) {
   Catalogue.Paths().BrowserPath = QStringLiteral("/no/such browser");
   frmMain other(App, Catalogue.Paths(), Catalogue.Engine());
