@@ -15,7 +15,7 @@ using platform::ResumeNext;
 
 namespace {
 
-// The date of a file that has gone, and the note of a photo without a date: it differs from any other.
+// The date of a file that has gone, and the note of a photo without a date.
 const QDateTime EmptyDate(QDate(1899, 12, 30), QTime(0, 0), Qt::UTC);
 
 QDateTime DateOfFile(const QString& path) {
@@ -34,9 +34,8 @@ void ExternalViewing::ViewBttn_Click() {
     const QString file = catalogue::ImageFileName(ThePaths, photoId, imageType);
     if (!QFileInfo(file).isFile()) return;
     platform::OpenWithProgram(platform::GetExtensionClass(QLatin1Char('.') + imageType), file);
-    const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
-    RecordCheckPhoto(*database, photoId, imageType,
-                     Data1.Field(QStringLiteral("LastModifyDate")).toDateTime());
+    const QDateTime date = Data1.Field(QStringLiteral("LastModifyDate")).toDateTime();
+    ResumeNext([&] { RecordCheckPhoto(*Engine.OpenDatabase(ThePaths.WorkFile), photoId, imageType, date); });
   } catch (const platform::RuntimeError&) {
     ShowNoProgram();
   }
@@ -81,7 +80,8 @@ void RefreshCheckedPhoto(platform::Database& database, const catalogue::Paths& p
   ResumeNext([&] {
     const QString imageType = note->Field(QStringLiteral("ImageType")).toString();
     const QDateTime fileDate = DateOfFile(catalogue::ImageFileName(paths, photoId, imageType));
-    if (note->Field(QStringLiteral("LastModifyDate")).toDateTime() == fileDate) return;
+    const QDateTime noted = note->Field(QStringLiteral("LastModifyDate")).toDateTime();
+    if (noted == fileDate && fileDate != EmptyDate) return;
     QFile::remove(catalogue::ThumbFileName(paths, photoId));
     database.Execute(QStringLiteral("UPDATE tblPhotos SET LastModifyDate = #%1# WHERE PhotoID = %2")
                          .arg(platform::DateToStore(fileDate))

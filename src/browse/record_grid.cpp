@@ -1,5 +1,6 @@
 #include "browse/record_grid.h"
 
+#include <QApplication>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -89,7 +90,9 @@ RecordGrid::RecordGrid(catalogue::RecordList& data1, QWidget* parent)
           [this](const QModelIndex& index) { CurrentRowChanged(index.row()); });
   // Many moves of one event make one move of the grid.
   Follow.setSingleShot(true);
-  connect(&Data1, &catalogue::RecordList::Reposition, &Follow, qOverload<>(&QTimer::start));
+  connect(&Data1, &catalogue::RecordList::Reposition, &Follow, [this] {
+    if (!Follow.isActive()) Follow.start();
+  });
   connect(&Follow, &QTimer::timeout, this, &RecordGrid::FollowRecord);
   connect(&Data1.SelBookmarks, &catalogue::SelBookmarkList::Changed, viewport(),
           qOverload<>(&QWidget::update));
@@ -106,7 +109,8 @@ void RecordGrid::SetLook() {
   verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
   verticalHeader()->setDefaultSectionSize(RowHeight);
   verticalHeader()->setFixedWidth(SelectorWidth);
-  verticalHeader()->viewport()->installEventFilter(this);
+  for (QHeaderView* header : {verticalHeader(), horizontalHeader()})
+    header->viewport()->installEventFilter(this);
   horizontalHeader()->setHighlightSections(false);
   horizontalHeader()->setDefaultAlignment(Qt::AlignLeft | Qt::AlignVCenter);
   for (int column = 0; column < 7; ++column) setColumnWidth(column, ColumnWidths[column]);
@@ -147,63 +151,80 @@ void RecordGrid::SelectTo(int row) {
   std::iota(bookmarks.begin(), bookmarks.end(), first);
   for (int& bookmark : bookmarks) bookmark = Data1.BookmarkAt(bookmark);
   Data1.SelBookmarks.Replace(std::move(bookmarks));
+  Q_EMIT SelChange();
 }
 
 void RecordGrid::ToggleRow(int row) {
   const int bookmark = Data1.BookmarkAt(row);
   if (!Data1.SelBookmarks.Add(bookmark)) Data1.SelBookmarks.Remove(Data1.SelBookmarks.IndexOf(bookmark));
+  Q_EMIT SelChange();
+}
+
+void RecordGrid::ClearSelection() {
+  if (Data1.SelBookmarks.Count() == 0) return;
+  Data1.SelBookmarks.Clear();
+  Q_EMIT SelChange();
 }
 
 void RecordGrid::PressRow(int row, Qt::KeyboardModifiers modifiers, bool onSelector) {
   const QScopedValueRollback extending(Extending, modifiers.testFlag(Qt::ShiftModifier));
-  if (row >= 0) MoveToRow(row);
-  if (row >= 0 && Extending) {
-    SelectTo(row);
-  } else if (row >= 0 && modifiers.testFlag(Qt::ControlModifier)) {
-    Anchor = row;
-    ToggleRow(row);
-  } else if (row >= 0 && onSelector) {
-    Anchor = row;
-    SelectTo(row);
-  } else {
-    Anchor = std::max(0, row);
-    Data1.SelBookmarks.Clear();
+  if (row < 0) return ClearSelection();
+  MoveToRow(row);
+  if (Extending) return SelectTo(row);
+  Anchor = row;
+  if (modifiers.testFlag(Qt::ControlModifier)) return ToggleRow(row);
+  if (onSelector) return SelectTo(row);
+  ClearSelection();
+}
+
+// --- mouse and keys ---------------------------------------------------------------------------------------
+
+void RecordGrid::Press(const QMouseEvent& event, bool onSelector) {
+  const int row = rowAt(event.pos().y());
+  if (event.button() == Qt::RightButton) {
+    // The commands of the menu act on the selection, otherwise on the current record: let that be this one.
+    if (Data1.SelBookmarks.Count() == 0 && row >= 0) MoveToRow(row);
+    Q_EMIT RecordMenuRequested();
+  } else if (event.button() == Qt::LeftButton) {
+    PressRow(row, event.modifiers(), onSelector);
+    PressedAt.reset();
+    if (row >= 0 && !event.modifiers().testFlag(Qt::ControlModifier)) PressedAt = event.pos();
   }
 }
 
-void RecordGrid::DragTo(int row) {
-  if (row < 0 || row == currentIndex().row()) return;
+// A hand that slips over the border of a row while it clicks selects nothing.
+void RecordGrid::Drag(const QMouseEvent& event) {
+  if (!event.buttons().testFlag(Qt::LeftButton) || !PressedAt) return;
+  const int row = rowAt(event.pos().y());
+  const int way = (event.pos() - *PressedAt).manhattanLength();
+  if (row < 0 || row == currentIndex().row() || way < QApplication::startDragDistance()) return;
   const QScopedValueRollback extending(Extending, true);
   MoveToRow(row);
   SelectTo(row);
 }
 
-// --- mouse and keys ---------------------------------------------------------------------------------------
+void RecordGrid::mousePressEvent(QMouseEvent* event) { Press(*event, false); }
+void RecordGrid::mouseDoubleClickEvent(QMouseEvent* event) { Press(*event, false); }
+void RecordGrid::mouseMoveEvent(QMouseEvent* event) { Drag(*event); }
 
-void RecordGrid::mousePressEvent(QMouseEvent* event) {
-  const int row = rowAt(event->pos().y());
-  if (event->button() == Qt::RightButton) {
-    // The commands of the menu act on the selection, otherwise on the current record: let that be this one.
-    if (Data1.SelBookmarks.Count() == 0 && row >= 0) MoveToRow(row);
-    Q_EMIT RecordMenuRequested();
-  } else if (event->button() == Qt::LeftButton) {
-    PressRow(row, event->modifiers(), false);
-  }
-}
-
-void RecordGrid::mouseMoveEvent(QMouseEvent* event) {
-  if (event->buttons().testFlag(Qt::LeftButton)) DragTo(rowAt(event->pos().y()));
-}
-
+// The headers: the selectors are pressed as the rows are, and the menu comes up everywhere.
 bool RecordGrid::eventFilter(QObject* watched, QEvent* event) {
-  if (watched != verticalHeader()->viewport()) return QTableView::eventFilter(watched, event);
+  const bool onSelector = watched == verticalHeader()->viewport();
+  if (!onSelector && watched != horizontalHeader()->viewport())
+    return QTableView::eventFilter(watched, event);
   const auto* mouse = dynamic_cast<QMouseEvent*>(event);
   if (mouse == nullptr) return false;
-  const int row = rowAt(mouse->pos().y());
-  if (event->type() == QEvent::MouseMove && mouse->buttons().testFlag(Qt::LeftButton)) DragTo(row);
-  if (event->type() == QEvent::MouseButtonPress && mouse->button() == Qt::LeftButton) {
+  const bool press =
+      mouse->type() == QEvent::MouseButtonPress || mouse->type() == QEvent::MouseButtonDblClick;
+  if (!onSelector) {
+    if (press && mouse->button() == Qt::RightButton) Q_EMIT RecordMenuRequested();
+    return false;
+  }
+  if (press) {
     setFocus(Qt::MouseFocusReason);
-    PressRow(row, mouse->modifiers(), true);
+    Press(*mouse, true);
+  } else if (mouse->type() == QEvent::MouseMove) {
+    Drag(*mouse);
   }
   return true;
 }
@@ -213,7 +234,7 @@ void RecordGrid::keyPressEvent(QKeyEvent* event) {
   const int row = currentIndex().row();
   const int last = Data1.RecordCount() - 1;
   if (key == Qt::Key_Space && row >= 0) return ToggleRow(row);
-  if (key == Qt::Key_Escape && Data1.SelBookmarks.Count() > 0) return Data1.SelBookmarks.Clear();
+  if (key == Qt::Key_Escape && Data1.SelBookmarks.Count() > 0) return ClearSelection();
   if (!IsRowKey(key) || last < 0) return QTableView::keyPressEvent(event);
 
   const bool shift = event->modifiers().testFlag(Qt::ShiftModifier);

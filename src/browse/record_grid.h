@@ -3,6 +3,7 @@
 
 #include <QTableView>
 #include <QTimer>
+#include <optional>
 
 #include "browse/record_model.h"
 #include "catalogue/record_list.h"
@@ -17,6 +18,7 @@ class RecordGrid : public QTableView {
   Q_OBJECT
 
  public:
+  /// The list must outlive the grid.
   RecordGrid(catalogue::RecordList& data1, QWidget* parent);
 
   /// The colour of selected rows at load; SetGridSelColor writes the one in use.
@@ -29,10 +31,13 @@ class RecordGrid : public QTableView {
  Q_SIGNALS:
   /// The Record menu is to be shown at the pointer.
   void RecordMenuRequested();
+  /// The user has selected or unselected rows here.
+  void SelChange();
 
  protected:
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  void mouseDoubleClickEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   bool eventFilter(QObject* watched, QEvent* event) override;
 
@@ -44,7 +49,9 @@ class RecordGrid : public QTableView {
   void SelectTo(int row);
   void ToggleRow(int row);
   void PressRow(int row, Qt::KeyboardModifiers modifiers, bool onSelector);
-  void DragTo(int row);
+  void ClearSelection();
+  void Press(const QMouseEvent& event, bool onSelector);
+  void Drag(const QMouseEvent& event);
 
   catalogue::RecordList& Data1;
   RecordModel Model;
@@ -52,6 +59,8 @@ class RecordGrid : public QTableView {
   QColor TheGridSelColor;
   int Anchor = 0;          ///< the row from which Shift selects
   bool Extending = false;  ///< while a move keeps the anchor
+  /// Where a drag may begin; none after a press that picks single rows.
+  std::optional<QPoint> PressedAt;
 };
 
 }  // namespace veldrin::browse

@@ -31,6 +31,9 @@ RecordModel::RecordModel(catalogue::RecordList& data1) : Data1(data1) {
     Rows.clear();
     endResetModel();
   });
+  connect(&Data1, &catalogue::RecordList::Reposition, this, [this] {
+    if (std::exchange(ReadFailed, false)) Rows.clear();
+  });
 }
 
 int RecordModel::rowCount(const QModelIndex& parent) const {
@@ -46,10 +49,11 @@ const platform::Value& RecordModel::Field(int row, int column) const {
   static const platform::Value null;
   if (row < FirstRow || row >= FirstRow + static_cast<int>(Rows.size())) {
     FirstRow = std::max(0, row - RowsBefore);
-    Rows.clear();
-    platform::ResumeNext([&] {
-      Rows = Data1.Recordset().ReadRows(FirstRow, std::min(RowsPerPage, Data1.RecordCount() - FirstRow));
-    });
+    // Rows that can't be read, as while another machine writes, show empty until the user moves on: asking
+    // for them cell by cell would wait for each.
+    const int count = std::min(RowsPerPage, Data1.RecordCount() - FirstRow);
+    Rows.assign(static_cast<size_t>(count), {});
+    ReadFailed = !platform::ResumeNext([&] { Rows = Data1.Recordset().ReadRows(FirstRow, count); });
   }
   const auto at = static_cast<size_t>(row - FirstRow);
   return at < Rows.size() && !Rows[at].empty() ? Rows[at][static_cast<size_t>(column)] : null;

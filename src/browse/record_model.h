@@ -31,6 +31,7 @@ class RecordModel : public QAbstractTableModel {
 
   catalogue::RecordList& Data1;
   mutable int FirstRow = 0;
+  mutable bool ReadFailed = false;
   mutable std::vector<std::vector<platform::Value>> Rows;
 };
 

@@ -291,15 +291,10 @@ bool ThumbnailPage::IsSelected(int position) const {
 
 void ThumbnailPage::ReloadSelPositions() {
   const int count = Data1.SelBookmarks.Count();
-  if (count == 0) return;
-  const RepositionGuard guard(Data1);
   SelPositions.resize(static_cast<size_t>(count));
-  const int saved = Data1.Bookmark();
   for (int k = 0; k < count; ++k) {
-    Data1.SetBookmark(Data1.SelBookmarks[k]);
-    SelPositions[static_cast<size_t>(k)] = Data1.AbsolutePosition();
+    SelPositions[static_cast<size_t>(k)] = Data1.PositionOf(Data1.SelBookmarks[k]);
   }
-  Data1.SetBookmark(saved);
 }
 
 void ThumbnailPage::AddSelectedRecord() {
@@ -313,17 +308,21 @@ void ThumbnailPage::RemoveSelectedRecord() {
   const auto found = std::find(SelPositions.begin(), end, Data1.AbsolutePosition());
   if (found == end) return;
   Data1.SelBookmarks.Remove(static_cast<int>(found - SelPositions.begin()));
-  ReloadSelPositions();
+  SelPositions.erase(found);
 }
 
+// What is selected already stays in front, as if the records were added one by one.
 void ThumbnailPage::RecordAll_Click() {
   if (Data1.RecordCount() == 0) return;
-  {
-    const RepositionGuard guard(Data1);
-    const int saved = Data1.Bookmark();
-    for (Data1.MoveFirst(); !Data1.Recordset().AtEOF(); Data1.MoveNext()) AddSelectedRecord();
-    Data1.SetBookmark(saved);
+  std::vector<int> all;
+  all.reserve(static_cast<size_t>(Data1.RecordCount()));
+  for (int k = 0; k < Data1.SelBookmarks.Count(); ++k) all.push_back(Data1.SelBookmarks[k]);
+  for (int position = 0; position < Data1.RecordCount(); ++position) {
+    const int bookmark = Data1.BookmarkAt(position);
+    if (!Data1.SelBookmarks.Contains(bookmark)) all.push_back(bookmark);
   }
+  Data1.SelBookmarks.Replace(std::move(all));
+  ReloadSelPositions();
   if (!isHidden()) ShowFromCurrentRecord();
 }
 

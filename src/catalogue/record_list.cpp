@@ -34,7 +34,7 @@ void SelBookmarkList::Replace(std::vector<int> bookmarks) {
   if (Bookmarks == bookmarks) return;
   Bookmarks = std::move(bookmarks);
   Sorted = Bookmarks;
-  std::sort(Sorted.begin(), Sorted.end());
+  if (!std::is_sorted(Sorted.begin(), Sorted.end())) std::sort(Sorted.begin(), Sorted.end());
   Q_EMIT Changed();
 }
 

@@ -72,6 +72,9 @@ class RecordList : public QObject {
   int Bookmark() const { return Recordset().Bookmark(); }
   void SetBookmark(int bookmark);
   int BookmarkAt(int position) const { return Recordset().BookmarkAt(position); }
+  /// -1 for a bookmark that isn't in the list.
+  int PositionOf(int bookmark) const { return Recordset().PositionOf(bookmark); }
+  void Reread() { Recordset().Reread(); }
   platform::Value Field(const QString& name) const { return Recordset().Field(name); }
 
   SelBookmarkList SelBookmarks;

@@ -6,6 +6,7 @@
 #include "folders/folder_nodes.h"
 #include "folders/folder_rows.h"
 #include "folders/folder_tree.h"
+#include "platform/busy_pointer.h"
 #include "platform/msg_box.h"
 #include "platform/sql_dialect.h"
 
@@ -27,6 +28,7 @@ FolderCommands::FolderCommands(platform::TreeView& tvTreeView, FolderBrowser& br
 // What a command writes is stored as a whole, or after an error not at all.
 template <class Work>
 void FolderCommands::InOneGroup(Work&& work) {
+  const platform::BusyPointer busy;
   const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
   database->BeginTrans();
   work(*database);
@@ -46,7 +48,8 @@ void FolderCommands::FolderAdd_Click() {
   AddFolderNode(Tree);
   Node& added = *Tree.SelectedItem();
   InOneGroup([&added](Database& database) {
-    added.SetTag(AddFolderRecord(database, GetNodeLevel(added), added.Text(), added.Parent()->Tag()));
+    added.SetTag(
+        FolderWriter(database).AddFolderRecord(GetNodeLevel(added), added.Text(), added.Parent()->Tag()));
   });
   EditFolderName();
 }
@@ -156,8 +159,9 @@ Node& FolderCommands::PasteNodes(Database& database, const Node& source, bool is
   Node& pasted = CopyFolderNodes(Tree, target, source);
   QString own;
   if (IsDuplicateFolder(pasted, own) && isCopy) pasted.SetText(QStringLiteral("Copy of ") + pasted.Text());
-  pasted.SetTag(AddFolderRecord(database, GetNodeLevel(pasted), pasted.Text(), target.Tag()));
-  AssignFolderKeys(database, pasted);
+  FolderWriter writer(database);
+  pasted.SetTag(writer.AddFolderRecord(GetNodeLevel(pasted), pasted.Text(), target.Tag()));
+  AssignFolderKeys(writer, pasted);
   return pasted;
 }
 

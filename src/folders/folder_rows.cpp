@@ -25,15 +25,15 @@ void DeleteFolderRows(Database& database, const Node& node) {
 
 }  // namespace
 
-void AssignFolderKeys(Database& database, Node& node) {
+void AssignFolderKeys(FolderWriter& writer, Node& node) {
   for (Node* child = node.Child(); child != nullptr; child = child->Next()) {
     if (IsUnorganized(*child)) {
       // Its row comes with the first folder beside it.
       child->SetTag(UnorganizedKey(node.Tag()));
       continue;
     }
-    child->SetTag(AddFolderRecord(database, GetNodeLevel(*child), child->Text(), node.Tag()));
-    AssignFolderKeys(database, *child);
+    child->SetTag(writer.AddFolderRecord(GetNodeLevel(*child), child->Text(), node.Tag()));
+    AssignFolderKeys(writer, *child);
   }
 }
 

@@ -2,6 +2,7 @@
 // group, so that a crash leaves the catalogue as it was or as it is to be.
 #pragma once
 
+#include "folders/folder_writer.h"
 #include "platform/dao/database.h"
 #include "platform/tree_view.h"
 
@@ -9,7 +10,7 @@ namespace veldrin::folders {
 
 /// Gives all nodes below a node, which has its key, their keys and rows. Raises the engine's errors, 3078
 /// below the tenth level.
-void AssignFolderKeys(platform::Database& database, platform::Node& node);
+void AssignFolderKeys(FolderWriter& writer, platform::Node& node);
 
 /// Files the photos of a subtree at the parent of its top: each that has no link below the parent yet, or for
 /// a top-level folder, none among the photos without a folder. Goes on through errors.

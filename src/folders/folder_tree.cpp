@@ -1,8 +1,12 @@
 #include "folders/folder_tree.h"
 
+#include <algorithm>
+#include <map>
+#include <vector>
+
 #include "catalogue/schema.h"
 #include "folders/folder_keys.h"
-#include "platform/sql_dialect.h"
+#include "folders/folder_writer.h"
 
 namespace veldrin::folders {
 
@@ -12,17 +16,59 @@ using platform::TreeView;
 
 namespace {
 
-// Nodes are added below whichever node is selected, so the selection goes back to the parent after each
-// child.
-void LoadLevel(Database& database, TreeView& tree, Node& parent, int level) {
-  const auto rows = database.OpenRecordset(BuildLevelSql(level, parent.Tag()), platform::dbOpenSnapshot);
-  for (; !rows->AtEOF(); rows->MoveNext()) {
+// The rows of the level tables, each table read once: a query for each folder would take a second for ten
+// thousand of them.
+class FolderLevels {
+ public:
+  explicit FolderLevels(Database& database) : TheDatabase(database) {}
+
+  struct Row {
+    QString Key;
+    QString Name;
+    size_t Place;  ///< in the order of names
+  };
+  /// The folders of a level whose keys begin with the parent's, in the order of their names.
+  std::vector<Row> Below(int level, const QString& parentKey);
+
+ private:
+  void Read(int level);
+
+  Database& TheDatabase;
+  std::map<int, std::vector<Row>> Levels;  ///< by level, in the order of keys
+};
+
+void FolderLevels::Read(int level) {
+  auto& table = Levels[level];
+  const auto rows = TheDatabase.OpenRecordset(BuildLevelSql(level, {}), platform::dbOpenSnapshot);
+  for (const auto& row : rows->ReadRows(0, rows->RecordCount())) {
+    table.push_back({row[0].toString(), row[1].toString(), table.size()});
+  }
+  std::sort(table.begin(), table.end(), [](const Row& a, const Row& b) { return a.Key < b.Key; });
+}
+
+std::vector<FolderLevels::Row> FolderLevels::Below(int level, const QString& parentKey) {
+  if (!Levels.contains(level)) Read(level);
+  const auto& table = Levels[level];
+  const auto first = std::lower_bound(table.begin(), table.end(), parentKey,
+                                      [](const Row& row, const QString& key) { return row.Key < key; });
+  const auto last =
+      std::find_if(first, table.end(), [&](const Row& row) { return !row.Key.startsWith(parentKey); });
+  std::vector<Row> below(first, last);
+  std::sort(below.begin(), below.end(), [](const Row& a, const Row& b) { return a.Place < b.Place; });
+  return below;
+}
+
+void LoadChildFolders(FolderLevels& levels, TreeView& tree, Node& node) {
+  const int level = GetNodeLevel(node) + 1;
+  if (level > catalogue::LevelCount) return;
+  for (const FolderLevels::Row& row : levels.Below(level, node.Tag())) {
     AddFolderNode(tree);
     Node* child = tree.SelectedItem();
-    child->SetText(rows->Field(QStringLiteral("FolderName")).toString());
-    child->SetTag(rows->Field(QStringLiteral("IDNo")).toString());
-    LoadChildFolders(database, tree, *child);
-    tree.Select(&parent);
+    child->SetText(row.Name);
+    child->SetTag(row.Key);
+    LoadChildFolders(levels, tree, *child);
+    // Nodes are added below whichever node is selected.
+    tree.Select(&node);
   }
 }
 
@@ -33,15 +79,10 @@ void LoadFolderTree(TreeView& tree, platform::DBEngine& engine, const QString& w
   tree.SetFilling(true);
   tree.Select(root);
   const auto database = engine.OpenDatabase(workFile);
-  LoadLevel(*database, tree, *root, 1);
+  FolderLevels levels(*database);
+  LoadChildFolders(levels, tree, *root);
   tree.SetFilling(false);
   root->setExpanded(true);
-}
-
-void LoadChildFolders(Database& database, TreeView& tree, Node& node) {
-  const int level = GetNodeLevel(node) + 1;
-  if (level > catalogue::LevelCount) return;
-  LoadLevel(database, tree, node, level);
 }
 
 void AddFolderNode(TreeView& tree) {
@@ -56,29 +97,8 @@ int GetNodeLevel(const Node& node) {
 
 QString AddFolderRecord(platform::DBEngine& engine, const QString& workFile, int level, const QString& name,
                         const QString& parentKey) {
-  return AddFolderRecord(*engine.OpenDatabase(workFile), level, name, parentKey);
-}
-
-QString AddFolderRecord(Database& database, int level, const QString& name, const QString& parentKey) {
-  const QString table = catalogue::LevelTable(level);
-  const auto insert = [&](const QString& key, const QString& folder) {
-    database.Execute(QStringLiteral("INSERT INTO %1 (IDNo, FolderName) VALUES('%2', '%3')")
-                         .arg(table, key, platform::QuoteSql(folder)));
-  };
-
-  const QString below = level == 1 ? QString() : QStringLiteral(" WHERE IDNo LIKE '%1*'").arg(parentKey);
-  const auto highest = database.OpenRecordset(
-      QStringLiteral("SELECT Max(IDNo) AS ID FROM %1%2").arg(table, below), platform::dbOpenSnapshot);
-  const platform::Value id = highest->Field(QStringLiteral("ID"));
-  int number = 1;
-  if (platform::IsNull(id)) {
-    insert(UnorganizedKey(parentKey), UnorganizedName());
-  } else {
-    number = id.toString().right(SegmentLength).toInt() + 1;
-  }
-  QString key = parentKey + PadKey(number, SegmentLength);
-  insert(key, name);
-  return key;
+  const auto database = engine.OpenDatabase(workFile);
+  return FolderWriter(*database).AddFolderRecord(level, name, parentKey);
 }
 
 bool IsUnorganized(const Node& node) { return node.Text() == UnorganizedName(); }

@@ -13,20 +13,13 @@ namespace veldrin::folders {
 /// the root. Raises the engine's errors.
 void LoadFolderTree(platform::TreeView& tree, platform::DBEngine& engine, const QString& workFile);
 
-/// Adds the folders below a node, which is selected, and theirs, down to the last level.
-void LoadChildFolders(platform::Database& database, platform::TreeView& tree, platform::Node& node);
-
 /// Adds a child "New Folder" of the selected node and selects it. Writes no row.
 void AddFolderNode(platform::TreeView& tree);
 
 /// 0 for the root, 1 for a top-level folder.
 int GetNodeLevel(const platform::Node& node);
 
-/// Writes the row of a new folder below a parent and returns its key. The first folder below a parent brings
-/// the row of the parent's "!UNORGANIZED" with it. Raises the engine's errors, 3078 below the tenth level.
-QString AddFolderRecord(platform::Database& database, int level, const QString& name,
-                        const QString& parentKey);
-/// The same on a database of its own.
+/// Writes the row of one new folder and returns its key; see FolderWriter.
 QString AddFolderRecord(platform::DBEngine& engine, const QString& workFile, int level, const QString& name,
                         const QString& parentKey);
 

@@ -81,6 +81,10 @@ void InstallEntryManners(QPlainTextEdit& field) {
   new EntryManners(field, [&field] { field.selectAll(); });
 }
 
+QString ExactText(const QPlainTextEdit& field) {
+  return field.document()->toRawText().replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
+}
+
 void LimitText(QPlainTextEdit& field, int maxLength) { new TextLimit(field, maxLength); }
 
 }  // namespace veldrin::platform

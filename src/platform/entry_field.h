@@ -11,6 +11,9 @@ namespace veldrin::platform {
 void InstallEntryManners(QLineEdit& field);
 void InstallEntryManners(QPlainTextEdit& field);
 
+/// The text of a field of several lines as it was given to it; toPlainText makes blanks of fixed blanks.
+QString ExactText(const QPlainTextEdit& field);
+
 /// Cuts from what is typed or pasted into a field of several lines as much as it has no room for.
 void LimitText(QPlainTextEdit& field, int maxLength);
 

@@ -59,6 +59,9 @@ TreeView::TreeView(QWidget* parent) : QTreeWidget(parent) {
   setItemDelegate(new LabelDelegate(this, [this](QWidget* viewport) { return MakeEditor(viewport); }));
 }
 
+// Before the base class hides the tree: an editor that loses the focus then would find it half gone.
+TreeView::~TreeView() { EndLabelEdit(false); }
+
 Node* TreeView::Add(Node* relative, const QString& text) {
   static const QIcon icon = FolderIcon();
   auto* node = new Node(text, Count() + 1);

@@ -57,6 +57,7 @@ class TreeView : public QTreeWidget {
 
  public:
   explicit TreeView(QWidget* parent = nullptr);
+  ~TreeView() override;
 
   /// Adds a last child of `relative`, or the root when it is null.
   Node* Add(Node* relative, const QString& text);

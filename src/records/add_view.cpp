@@ -13,6 +13,7 @@
 #include "platform/busy_pointer.h"
 #include "platform/control_drag.h"
 #include "platform/directory_chooser.h"
+#include "platform/entry_field.h"
 #include "platform/failure.h"
 #include "platform/file_list.h"
 #include "platform/runtime_error.h"
@@ -147,7 +148,7 @@ int AddView::StoreSelectedFiles() {
   const platform::Node* folder = Tree.SelectedItem();
   batch.LinkKey = folders::LinkKey(folder == nullptr ? QString() : folder->Tag());
   batch.Title = NTitle->text();
-  batch.Description = NDescription->toPlainText();
+  batch.Description = platform::ExactText(*NDescription);
   batch.MadeBy = NMadeBy->text();
   batch.RemoveSources = ChkRemove->isChecked();
   return StorePhotos(ThePaths, Engine, batch);

@@ -18,16 +18,6 @@ namespace {
 // Photos whose rows are written in one transaction.
 constexpr size_t GroupLength = 64;
 
-template <class Write>
-void InTransaction(platform::Database& database, Write&& write) {
-  const bool written = ResumeNext([&] {
-    database.BeginTrans();
-    write();
-    database.CommitTrans();
-  });
-  if (!written) ResumeNext([&] { database.Rollback(); });
-}
-
 }  // namespace
 
 bool DeletePhotos::Ask(const QString& question) const {
@@ -41,7 +31,7 @@ void DeletePhotos::RecordDel_Click() {
   if (Ask(QStringLiteral("This option will delete the data and image(s) of selected record(s) from the "
                          "database, can't be recovered!\r"
                          "Are you sure to delete the selected record(s)?"))) {
-    WriteInGroups(&DeletePhotos::DeleteGroup);
+    WriteInGroups([this](platform::Database& database, Group group) { DeleteGroup(database, group); });
   }
 }
 
@@ -52,41 +42,27 @@ void DeletePhotos::RecordRmv_Click() {
                          "but it/they will not be deleted from the database. It/they could be in another "
                          "folder or unorganized.\r"
                          "Are you sure to remove the selected record(s) from the folder?"))) {
-    WriteInGroups(&DeletePhotos::RemoveGroup);
+    WriteInGroups([this](platform::Database& database, Group group) { RemoveGroup(database, group); });
   }
 }
 
-DeletePhotos::Photo DeletePhotos::CurrentPhoto() const {
-  return {Data1.Field(QStringLiteral("PhotoID")).toInt(),
-          Data1.Field(QStringLiteral("ImageType")).toString()};
-}
-
-// A row that has gone meanwhile has nothing to delete.
-std::vector<DeletePhotos::Photo> DeletePhotos::AffectedPhotos() {
-  std::vector<Photo> photos;
+// A record's bookmark is its number.
+std::vector<int> DeletePhotos::AffectedPhotos() const {
   const int count = Data1.SelBookmarks.Count();
-  if (count == 0 || Views.FormViewIsShown()) {
-    ResumeNext([&] { photos.push_back(CurrentPhoto()); });
-    return photos;
-  }
-  const catalogue::RepositionGuard guard(Data1);
-  for (int i = 0; i < count; ++i) {
-    ResumeNext([&] {
-      Data1.SetBookmark(Data1.SelBookmarks[i]);
-      photos.push_back(CurrentPhoto());
-    });
-  }
+  if (count == 0 || Views.FormViewIsShown()) return {Data1.Bookmark()};
+  std::vector<int> photos;
+  for (int i = 0; i < count; ++i) photos.push_back(Data1.SelBookmarks[i]);
   return photos;
 }
 
-void DeletePhotos::WriteInGroups(WriteGroup write) {
+void DeletePhotos::WriteInGroups(const std::function<void(platform::Database&, Group)>& write) {
   const platform::BusyPointer busy;
-  const std::vector<Photo> photos = AffectedPhotos();
+  const std::vector<int> photos = AffectedPhotos();
+  // At the first group that can't be written it ends: the others would wait as long.
   ResumeNext([&] {
     const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
     for (size_t first = 0; first < photos.size(); first += GroupLength) {
-      const size_t length = std::min(GroupLength, photos.size() - first);
-      (this->*write)(*database, std::span(photos).subspan(first, length));
+      write(*database, Group(photos).subspan(first, std::min(GroupLength, photos.size() - first)));
     }
   });
   Source.SetRecordSource();
@@ -94,27 +70,37 @@ void DeletePhotos::WriteInGroups(WriteGroup write) {
 }
 
 // The rows first: an image that is left without its row does no harm, a row without its image would.
-void DeletePhotos::DeleteGroup(platform::Database& database, std::span<const Photo> group) const {
-  InTransaction(database, [&] {
-    for (const Photo& photo : group) {
-      for (const char* table : {"tblPhotoLinks", "tblPhotos"}) {
-        database.Execute(
-            QStringLiteral("DELETE FROM %1 WHERE PhotoID = %2").arg(QLatin1String(table)).arg(photo.PhotoID));
-      }
-    }
-  });
-  for (const Photo& photo : group) {
-    QFile::remove(catalogue::ThumbFileName(ThePaths, photo.PhotoID));
-    QFile::remove(catalogue::ImageFileName(ThePaths, photo.PhotoID, photo.ImageType));
+void DeletePhotos::DeleteGroup(platform::Database& database, Group group) const {
+  QStringList numbers;
+  for (const int photoId : group) numbers << QString::number(photoId);
+  QStringList files;
+  database.BeginTrans();
+  const auto rows =
+      database.OpenRecordset(QStringLiteral("SELECT PhotoID, ImageType FROM tblPhotos WHERE PhotoID IN (%1)")
+                                 .arg(numbers.join(QLatin1Char(','))),
+                             platform::dbOpenSnapshot);
+  for (const auto& row : rows->ReadRows(0, rows->RecordCount())) {
+    files << catalogue::ThumbFileName(ThePaths, row[0].toInt())
+          << catalogue::ImageFileName(ThePaths, row[0].toInt(), row[1].toString());
   }
+  for (const int photoId : group) DeletePhoto(database, photoId);
+  database.CommitTrans();
+  for (const QString& file : files) QFile::remove(file);
 }
 
-void DeletePhotos::RemoveGroup(platform::Database& database, std::span<const Photo> group) const {
+void DeletePhotos::RemoveGroup(platform::Database& database, Group group) const {
   const platform::Node* folder = Tree.SelectedItem();
   if (folder == nullptr || folder->Parent() == nullptr) return;
-  InTransaction(database, [&] {
-    for (const Photo& photo : group) RemovePhotoLink(database, *folder, photo.PhotoID);
-  });
+  database.BeginTrans();
+  for (const int photoId : group) RemovePhotoLink(database, *folder, photoId);
+  database.CommitTrans();
+}
+
+void DeletePhoto(platform::Database& database, int photoId) {
+  for (const char* table : {"tblPhotoLinks", "tblPhotos", "CheckPhotos"}) {
+    database.Execute(
+        QStringLiteral("DELETE FROM %1 WHERE PhotoID = %2").arg(QLatin1String(table)).arg(photoId));
+  }
 }
 
 void RemovePhotoLink(platform::Database& database, const platform::Node& folder, int photoId) {

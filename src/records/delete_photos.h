@@ -35,24 +35,22 @@ class DeletePhotos {
         Views(views),
         Window(window) {}
 
+  // What can't be written, such as while another machine holds the catalogue, stays as it was, files
+  // included.
+
   /// Asks, then deletes the photos: rows, links, stored images and thumbnails.
   void RecordDel_Click();
   /// Asks, then takes the photos out of the selected folder and all below it.
   void RecordRmv_Click();
 
  private:
-  struct Photo {
-    int PhotoID;
-    QString ImageType;
-  };
+  using Group = std::span<const int>;  ///< numbers of photos
 
   bool Ask(const QString& question) const;
-  Photo CurrentPhoto() const;
-  std::vector<Photo> AffectedPhotos();
-  void DeleteGroup(platform::Database& database, std::span<const Photo> group) const;
-  void RemoveGroup(platform::Database& database, std::span<const Photo> group) const;
-  using WriteGroup = void (DeletePhotos::*)(platform::Database&, std::span<const Photo>) const;
-  void WriteInGroups(WriteGroup write);
+  std::vector<int> AffectedPhotos() const;
+  void DeleteGroup(platform::Database& database, Group group) const;
+  void RemoveGroup(platform::Database& database, Group group) const;
+  void WriteInGroups(const std::function<void(platform::Database&, Group)>& write);
 
   catalogue::RecordSource& Source;
   catalogue::RecordList& Data1;
@@ -63,8 +61,13 @@ class DeletePhotos {
   QWidget& Window;
 };
 
-/// Takes a photo's links at `folder` and below it away. A photo that nothing else holds below the folder's
-/// parent is linked to the parent itself: some folder always leads to a photo. To be run in a transaction.
+/// Deletes a photo's row, its links and the note of its hand-over, by which a later photo of its number would
+/// be taken for changed. To be run in a transaction; its files go when that is stored.
+void DeletePhoto(platform::Database& database, int photoId);
+
+/// Takes a photo's links at `folder`, which must not be the root, and below it away. A photo that nothing
+/// else holds below the folder's parent is linked to the parent itself: some folder always leads to a photo.
+/// To be run in a transaction. Raises the errors of the data engine.
 void RemovePhotoLink(platform::Database& database, const platform::Node& folder, int photoId);
 
 }  // namespace veldrin::records

@@ -9,8 +9,10 @@
 
 #include "catalogue/fitted_image.h"
 #include "catalogue/image_store.h"
+#include "platform/busy_pointer.h"
 #include "platform/caption_label.h"
 #include "platform/dates.h"
+#include "platform/entry_field.h"
 #include "platform/failure.h"
 
 namespace veldrin::records {
@@ -26,8 +28,6 @@ QString TextOf(const Value& value) {
   return value.userType() == QMetaType::QDateTime ? platform::FormatDate(value.toDateTime())
                                                   : value.toString();
 }
-
-Value ToStore(const QString& text) { return text.isEmpty() ? Value() : Value(text); }
 
 }  // namespace
 
@@ -58,9 +58,11 @@ void FormView::ShowFormRecord() {
   for (platform::CaptionLabel* label : {eImageType, eDate}) label->SetCaption({});
   for (QLineEdit* field : {eTitle, eMadeBy}) field->clear();
   eDescription->clear();
+  ShownPhotoID = 0;
   const int position = Data1.AbsolutePosition();
   if (position < 0) return;
   platform::EndSilently([&] {
+    Data1.Reread();
     const int photoId = Data1.Field(PhotoID).toInt();
     const QString imageType = Data1.Field(QStringLiteral("ImageType")).toString();
     const QString file = catalogue::ImageFileName(ThePaths, photoId, imageType);
@@ -72,6 +74,8 @@ void FormView::ShowFormRecord() {
     eMadeBy->setText(Data1.Field(QStringLiteral("MadeBy")).toString());
     eDate->SetCaption(TextOf(Data1.Field(QStringLiteral("CreateDate"))));
     eRcdCount->setText(QStringLiteral("%1 of %2").arg(position + 1).arg(Data1.RecordCount()));
+    ShownTexts = TypedTexts();
+    ShownPhotoID = photoId;
   });
 }
 
@@ -120,22 +124,35 @@ void FormView::Previous_Click() {
 
 // --- save -------------------------------------------------------------------------------------------------
 
-// Not through the list itself, which the other views show.
+FormView::Texts FormView::TypedTexts() const {
+  return {eTitle->text(), platform::ExactText(*eDescription), eMadeBy->text()};
+}
+
+// Not through the list itself, which the other views show. What wasn't changed here isn't written: another
+// machine may have changed it.
 void FormView::WriteTexts(int photoId) {
   const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
   const auto row =
       database->OpenRecordset(QStringLiteral("SELECT * FROM tblPhotos WHERE PhotoID = %1").arg(photoId));
   row->Edit();
-  row->SetField(QStringLiteral("Title"), ToStore(eTitle->text()));
-  row->SetField(QStringLiteral("Description"), ToStore(eDescription->toPlainText()));
-  row->SetField(QStringLiteral("MadeBy"), ToStore(eMadeBy->text()));
+  const auto write = [&row](const QString& name, const QString& shown, const QString& typed) {
+    if (typed != shown) row->SetField(name, typed.isEmpty() ? Value() : Value(typed));
+  };
+  const Texts typed = TypedTexts();
+  write(QStringLiteral("Title"), ShownTexts.Title, typed.Title);
+  write(QStringLiteral("Description"), ShownTexts.Description, typed.Description);
+  write(QStringLiteral("MadeBy"), ShownTexts.MadeBy, typed.MadeBy);
   row->Update();
 }
 
 void FormView::SaveBttn_Click() {
   if (Data1.RecordCount() == 0) return;
   platform::TrapWithBox(this, [&] {
+    const platform::BusyPointer busy;
     const int photoId = Data1.Field(PhotoID).toInt();
+    // Empty fields of a record that couldn't be read are not its texts.
+    if (photoId != ShownPhotoID)
+      throw platform::RuntimeError(platform::errNoCurrentRecord, QStringLiteral("No current record."));
     WriteTexts(photoId);
     Data1.Refresh();
     Data1.FindFirst(QStringLiteral("PhotoID = %1").arg(photoId));
@@ -143,6 +160,8 @@ void FormView::SaveBttn_Click() {
     // The texts may have taken the photo out of the query: another record is the current one then.
     if (Data1.RecordCount() == 0 || Data1.Recordset().NoMatch()) ShowFormImage();
   });
+  // Stored, but the list couldn't be read again.
+  if (ShownPhotoID != 0 && Data1.RecordCount() == 0) ShowFormRecord();
 }
 
 }  // namespace veldrin::records

@@ -33,7 +33,8 @@ class FormView : public QWidget {
   FormView(catalogue::RecordList& data1, const catalogue::Paths& paths, platform::DBEngine& engine,
            QWidget* parent = nullptr);
 
-  /// Fills the fields from the current record. Without one, or when its row has gone, they are empty.
+  /// Fills the fields from the current record, read anew. Without one, or when its row can't be read, they
+  /// are empty.
   void ShowFormRecord();
   /// Shows the image of the record that the fields show. The former one stands until it is ready; a record
   /// without a readable image shows none.
@@ -43,7 +44,8 @@ class FormView : public QWidget {
   void Previous_Click();
   void Next_Click();
   void Last_Click();
-  /// Writes the three texts at once; an empty one as Null. An error shows its box, and all stays as it was.
+  /// Writes at once which of the three texts were changed; an empty one as Null. An error of the writing
+  /// shows its box, and all stays as it was, on the screen too.
   void SaveBttn_Click();
   void UndoBttn_Click() { ShowFormRecord(); }
 
@@ -68,11 +70,17 @@ class FormView : public QWidget {
   QToolButton* MakeStep(const char* name, const char* icon, const QString& tip, int left);
 
   void MoveAndShow(const std::function<void()>& move);
+  struct Texts {
+    QString Title, Description, MadeBy;
+  };
+  Texts TypedTexts() const;
   void WriteTexts(int photoId);
 
   catalogue::RecordList& Data1;
   const catalogue::Paths& ThePaths;
   platform::DBEngine& Engine;
+  int ShownPhotoID = 0;  ///< whose texts the fields were filled with; 0 for none
+  Texts ShownTexts;
   int ShowImageIndex = 0;  ///< which of the two images is loaded next; the other one is shown
 
   QWidget* FormImagePannel = nullptr;

@@ -25,7 +25,7 @@ namespace {
 constexpr int ImageHeight = 7215;
 constexpr int LeastImageHeight = 3000;
 constexpr int CaptionHeight = 225;
-constexpr int FieldHeight = 300;
+constexpr int FieldHeight = 285;
 constexpr int FirstRow = 8160;
 constexpr int SecondRow = 8760;
 constexpr int ColumnLeft = 10560;

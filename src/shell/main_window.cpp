@@ -121,7 +121,7 @@ void frmMain::ConnectViews() {
   connect(&TheDataView->TDBGrid1(), &browse::RecordGrid::RecordMenuRequested, this, popUp);
   connect(ThumbPannel, &browse::ThumbnailPage::RecordMenuRequested, this, popUp);
   // A new selection isn't the one that was cut.
-  connect(&Data1.SelBookmarks, &catalogue::SelBookmarkList::Changed, this, [this] {
+  connect(&TheDataView->TDBGrid1(), &browse::RecordGrid::SelChange, this, [this] {
     if (Clipboard->IsCutPending()) SetSelectionGrey(false);
   });
   const auto view = [this] { Viewing.ViewBttn_Click(); };
@@ -130,8 +130,10 @@ void frmMain::ConnectViews() {
   connect(TheFormView, &records::FormView::FormImage_DblClick, this, view);
   connect(&TheDataView->Button("RefreshBttn"), &QPushButton::clicked, this, &frmMain::RefreshBttn_Click);
   connect(&TheDataView->Button("ResetBttn"), &QPushButton::clicked, this, &frmMain::ResetBttn_Click);
-  connect(new QShortcut(QKeySequence::Refresh, this), &QShortcut::activated, this,
-          &frmMain::RefreshBttn_Click);
+  const auto* refresh = new QShortcut(QKeySequence::Refresh, this);
+  connect(refresh, &QShortcut::activated, this, [this] {
+    if (SSTab1->currentIndex() == 0 || FormViewIsShown()) RefreshBttn_Click();
+  });
   connect(bttnGo, &QPushButton::clicked, Folders.get(), &folders::FolderBrowser::bttnGo_Click);
   connect(txtFldrSearch, &QLineEdit::returnPressed, Folders.get(), &folders::FolderBrowser::bttnGo_Click);
 }

@@ -165,6 +165,7 @@ INSTANTIATE_TEST_SUITE_P(
                     NoteCase{"Newer", "2009-01-01T12:00:00Z", true, "2010-01-01", false},
                     NoteCase{"Older", "2011-01-01T12:00:00Z", true, "2010-01-01", false},
                     NoteCase{"WithoutADate", "", true, "2010-01-01", false},
+                    NoteCase{"WithoutADateAndGone", "", false, "1899-12-30", false},
                     NoteCase{"Gone", "2010-01-01T12:00:00Z", false, "1899-12-30", false}),
     test::CaseName);
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QRegularExpression>
 #include <QTest>
 
 #include "catalogue/schema.h"
@@ -30,10 +31,10 @@ class FolderCommandsTest : public testing::Test {
     Tree.setGeometry(0, 40, 300, 600);
   }
 
-  // Folders by their names, each below the one that its name's path says.
-  void Load(const QStringList& paths) {
+  // Folders by their paths.
+  void Load(const char* paths) {
     QMap<QString, QString> keys;
-    for (const QString& path : paths) {
+    for (const QString& path : Text(paths).split(QLatin1Char(' '), Qt::SkipEmptyParts)) {
       const QString parent = keys.value(path.section(QLatin1Char('/'), 0, -2));
       keys[path] = AddFolderRecord(Catalogue.Engine(), Catalogue.Paths().WorkFile, LevelOfKey(parent) + 1,
                                    path.section(QLatin1Char('/'), -1), parent);
@@ -44,16 +45,16 @@ class FolderCommandsTest : public testing::Test {
     EXPECT_TRUE(QTest::qWaitForWindowActive(&Window));
   }
 
-  Node* Find(const QString& path) {
+  Node* Find(const char* path) {
     Node* node = Tree.Root();
-    for (const QString& name : path.split(QLatin1Char('/'), Qt::SkipEmptyParts)) {
+    for (const QString& name : Text(path).split(QLatin1Char('/'), Qt::SkipEmptyParts)) {
       node = node->Child();
       while (node->Text() != name) node = node->Next();
     }
     return node;
   }
   void On(const char* path, void (FolderCommands::*command)()) {
-    Tree.Select(Find(QLatin1String(path)));
+    Tree.Select(Find(path));
     (Commands.*command)();
   }
   void Copy(const char* from, const char* to) {
@@ -66,6 +67,10 @@ class FolderCommandsTest : public testing::Test {
   }
   void Delete(const char* path) {
     test::AnswerBoxes([&] { On(path, &FolderCommands::FolderDel_Click); }, {QMessageBox::Yes});
+  }
+
+  void Click(const char* path) {
+    QTest::mouseClick(Tree.viewport(), Qt::LeftButton, {}, Tree.visualItemRect(Find(path)).center());
   }
 
   // The field over a label, when it has the focus.
@@ -84,13 +89,13 @@ class FolderCommandsTest : public testing::Test {
     QTest::keyClick(Editor(), end);
   }
 
-  static QString Spell(const Node& node) {
-    QStringList children;
-    for (const Node* child = node.Child(); child != nullptr; child = child->Next()) children << Spell(*child);
-    const QString inside = children.join(QLatin1Char(' '));
-    return node.Text() + (inside.isEmpty() ? QString() : QLatin1Char('(') + inside + QLatin1Char(')'));
+  static std::string Short(const Node& node) { return IsUnorganized(node) ? "!" : node.Text().toStdString(); }
+  static std::string Spell(const Node& node) {
+    std::string inside;
+    for (const Node* child = node.Child(); child != nullptr; child = child->Next())
+      inside += (inside.empty() ? "" : " ") + Spell(*child);
+    return Short(node) + (inside.empty() ? "" : "(" + inside + ")");
   }
-  QString Spell() { return Spell(*Tree.Root()).replace(UnorganizedName(), QStringLiteral("!")); }
   QStringList Rows() {
     QStringList rows;
     for (int level = 1; level <= catalogue::LevelCount; ++level) {
@@ -99,24 +104,27 @@ class FolderCommandsTest : public testing::Test {
     rows.sort();
     return rows;
   }
-  void ExpectInStep() {
+  // Checks also that each node has its row and each row its node.
+  void ExpectTree(const char* tree) {
+    EXPECT_EQ(Spell(*Tree.Root()), tree);
     QStringList nodes;
     for (int i = 2; i <= Tree.Count(); ++i)
       nodes << Tree.NodeAt(i)->Tag() + QLatin1Char('|') + Tree.NodeAt(i)->Text();
     nodes.sort();
     EXPECT_EQ(nodes, Rows());
   }
-  // "photo@key", without the zeros at the end.
-  QString Links() {
-    QStringList links;
-    for (const QString& row :
-         Catalogue.Rows(QStringLiteral("SELECT PhotoID, IDNo FROM tblPhotoLinks ORDER BY IDNo"))) {
-      QString key = row.section(QLatin1Char('|'), 1);
-      while (key.endsWith(QLatin1String("0000"))) key.chop(SegmentLength);
-      links << row.section(QLatin1Char('|'), 0, 0) + QLatin1Char('@') + key;
+  std::string GreyOnes() {
+    std::string names;
+    for (int i = 1; i <= Tree.Count(); ++i) {
+      if (IsNodeCut(*Tree.NodeAt(i))) names += (names.empty() ? "" : " ") + Short(*Tree.NodeAt(i));
     }
-    links.sort();
-    return links.join(QLatin1Char(' '));
+    return names;
+  }
+  // The photos' numbers with the keys of their folders.
+  std::string Links() {
+    const QString sql = QStringLiteral("SELECT PhotoID, IDNo FROM tblPhotoLinks ORDER BY PhotoID, IDNo");
+    static const QRegularExpression padding(QStringLiteral("(0000)+(?= |$)"));
+    return Catalogue.Rows(sql).join(QLatin1Char(' ')).replace(padding, QString()).toStdString();
   }
 
   test::TestCatalogue Catalogue;
@@ -133,214 +141,175 @@ class FolderCommandsTest : public testing::Test {
 // --- names ------------------------------------------------------------------------------------------------
 
 TEST_F(FolderCommandsTest, TheFirstFolderBringsTheUnorganized) {
-  Load({});
+  Load("");
   On("", &FolderCommands::FolderAdd_Click);
-  EXPECT_EQ(Spell(), QStringLiteral("Photos(! New Folder)"));
-  ExpectInStep();
-  EXPECT_EQ(Views.Take(), QString());
+  ExpectTree("Photos(! New Folder)");
   ASSERT_NE(Editor(), nullptr);
-  QTest::keyClicks(Editor(), QStringLiteral("O'Hara"));
-  EXPECT_EQ(Tree.SelectedItem()->Text(), QStringLiteral("New Folder"));
+  QTest::keyClicks(Editor(), Text("O'Hara"));
+  EXPECT_EQ(Tree.SelectedItem()->Text(), Text("New Folder"));
+  EXPECT_EQ(Views.Take(), Text(""));
   QTest::keyClick(Editor(), Qt::Key_Return);
-  EXPECT_EQ(Spell(), QStringLiteral("Photos(! O'Hara)"));
-  EXPECT_EQ(Views.Take(), QStringLiteral("show"));
+  ExpectTree("Photos(! O'Hara)");
+  EXPECT_EQ(Views.Take(), Text("show"));
   EXPECT_EQ(Editor(), nullptr);
   On("O'Hara", &FolderCommands::FolderAdd_Click);
-  QTest::keyClick(Editor(), Qt::Key_Escape);
-  EXPECT_EQ(Spell(), QStringLiteral("Photos(! O'Hara(! New Folder))"));
-  EXPECT_EQ(Views.Take(), QString());
-  ExpectInStep();
+  Type(Text("Never"), Qt::Key_Escape);
+  ExpectTree("Photos(! O'Hara(! New Folder))");
+  EXPECT_EQ(Views.Take(), Text(""));
 }
 
 TEST_F(FolderCommandsTest, StoresTheNameThatWasTyped) {
-  Load({QStringLiteral("Old"), QStringLiteral("Taken")});
+  Load("Old Taken");
   struct Case {
     const char* Name;
     QString Typed, Stored;
   };
-  const QString old = QStringLiteral("Old");
   const QString longest(255, QChar(0x00E4));
-  for (const Case& c : std::vector<Case>{{"unchanged", old, old},
-                                         {"cleared", QString(), old},
-                                         {"blanks", QStringLiteral("   "), QStringLiteral("   ")},
+  for (const Case& c : std::vector<Case>{{"unchanged", Text("Old"), Text("Old")},
+                                         {"cleared", Text(""), Text("Old")},
+                                         {"blanks", Text("   "), Text("   ")},
                                          {"quotes", Text("\"a\" 'b' ''"), Text("\"a\" 'b' ''")},
                                          {"emoji", Text("🏔 ü"), Text("🏔 ü")},
-                                         {"another case", QStringLiteral("TAKEN"), QStringLiteral("TAKEN")},
+                                         {"another case", Text("TAKEN"), Text("TAKEN")},
                                          {"longest", longest + QLatin1Char('x'), longest},
-                                         {"back", old, old}}) {
+                                         {"back", Text("Old"), Text("Old")}}) {
     SCOPED_TRACE(c.Name);
     Tree.Select(Tree.NodeAt(3));
     Commands.FolderRen_Click();
     Type(c.Typed);
-    EXPECT_EQ(Tree.NodeAt(3)->Text(), c.Stored);
-    EXPECT_EQ(Views.Take(), QStringLiteral("show"));
-    ExpectInStep();
+    EXPECT_EQ(Views.Take(), Text("show"));
+    ExpectTree(("Photos(! " + c.Stored.toStdString() + " Taken)").c_str());
   }
   On("", &FolderCommands::FolderRen_Click);
   EXPECT_EQ(Editor(), nullptr);
 }
 
 TEST_F(FolderCommandsTest, ATakenNameLeadsBackToTheEdit) {
-  Load({QStringLiteral("Mine"), QStringLiteral("Taken")});
-  const QStringList box(QStringLiteral("Error|Duplicate Folder Name!"));
+  Load("Mine Taken");
   On("Mine", &FolderCommands::FolderRen_Click);
-  for (const QString& taken : {QStringLiteral("Taken"), UnorganizedName()}) {
-    EXPECT_EQ(test::AnswerBoxes([&] { Type(taken); }, {QMessageBox::Ok}), box);
-  }
-  // By the loss of the focus, and by a click on another folder, which then is no click on it.
-  test::AnswerBoxes([&] { Type(QStringLiteral("Taken"), Qt::Key_Tab); }, {QMessageBox::Ok});
-  ASSERT_TRUE(IsEditing());
-  Editor()->insert(QStringLiteral("Taken"));
-  test::AnswerBoxes(
-      [&] {
-        QTest::mouseClick(Tree.viewport(), Qt::LeftButton, {}, Tree.visualItemRect(Tree.NodeAt(4)).center());
-      },
-      {QMessageBox::Ok});
-  EXPECT_EQ(Tree.SelectedItem()->Text(), QStringLiteral("Mine"));
-  EXPECT_EQ(Views.Take(), QString());
-  ASSERT_TRUE(IsEditing());
-  Editor()->insert(QStringLiteral("Free"));
+  const auto refuses = [this](const std::function<void()>& action) {
+    EXPECT_EQ(test::AnswerBoxes(action, {QMessageBox::Ok}),
+              QStringList(Text("Error|Duplicate Folder Name!")));
+    EXPECT_TRUE(IsEditing());
+    EXPECT_EQ(Tree.SelectedItem()->Text(), Text("Mine"));
+    EXPECT_EQ(Views.Take(), Text(""));
+  };
+  refuses([this] { Type(Text("Taken")); });
+  refuses([this] { Type(UnorganizedName()); });
+  refuses([this] { Type(Text("Taken"), Qt::Key_Tab); });
+  Editor()->insert(Text("Taken"));
+  refuses([this] { Click("Taken"); });  // which then is no click on it
+  Editor()->insert(Text("Free"));
   QTest::keyClick(Editor(), Qt::Key_Down);  // moves nothing in the tree
-  Other.setFocus();
-  EXPECT_EQ(Spell(), QStringLiteral("Photos(! Free Taken)"));
-  EXPECT_EQ(Views.Take(), QStringLiteral("show"));
-  ExpectInStep();
+  Click("Taken");
+  ExpectTree("Photos(! Free Taken)");
+  EXPECT_EQ(Tree.SelectedItem()->Text(), Text("Taken"));
+  EXPECT_EQ(Views.Take(), Text("show show"));
 }
 
 // --- delete -----------------------------------------------------------------------------------------------
 
 TEST_F(FolderCommandsTest, ADeletedFolderEmptiesIntoItsParent) {
-  Load({QStringLiteral("A"), QStringLiteral("A/B"), QStringLiteral("A/B/C"), QStringLiteral("A/D"),
-        QStringLiteral("E")});
-  Catalogue.AddPhoto(1, QStringLiteral("in C"), {QStringLiteral("000100010001")});
-  Catalogue.AddPhoto(2, QStringLiteral("in B and D"),
-                     {QStringLiteral("00010001"), QStringLiteral("00010002")});
-  Catalogue.AddPhoto(3, QStringLiteral("in A and E"), {QStringLiteral("0001"), QStringLiteral("0002")});
-  const QString before = Spell();
-  const QStringList boxes =
-      test::AnswerBoxes([this] { On("A/B", &FolderCommands::FolderDel_Click); }, {QMessageBox::No});
-  EXPECT_EQ(boxes, QStringList(QStringLiteral("Question|Are you sue to delete the folder B?")));
-  EXPECT_EQ(Spell(), before);
+  Load("A A/B A/B/C A/D E");
+  Catalogue.AddPhoto(1, Text("in C"), {Text("000100010001")});
+  Catalogue.AddPhoto(2, Text("in B and D"), {Text("00010001"), Text("00010002")});
+  Catalogue.AddPhoto(3, Text("in A and E"), {Text("0001"), Text("0002")});
+  EXPECT_EQ(test::AnswerBoxes([this] { On("A/B", &FolderCommands::FolderDel_Click); }, {QMessageBox::No}),
+            QStringList(Text("Question|Are you sue to delete the folder B?")));
+  ExpectTree("Photos(! A(! B(! C) D) E)");
 
   Delete("A/B");
-  EXPECT_EQ(Spell(), QStringLiteral("Photos(! A(! D) E)"));
-  EXPECT_EQ(Links(), QStringLiteral("1@0001 2@00010002 3@0001 3@0002"));
-  EXPECT_EQ(Tree.SelectedItem(), Find(QStringLiteral("A")));
-  EXPECT_EQ(Views.Take(), QStringLiteral("show"));
-  ExpectInStep();
+  ExpectTree("Photos(! A(! D) E)");
+  EXPECT_EQ(Links(), "1|0001 2|00010002 3|0001 3|0002");
+  EXPECT_EQ(Tree.SelectedItem(), Find("A"));
+  EXPECT_EQ(Views.Take(), Text("show"));
   Delete("A/D");
-  EXPECT_EQ(Spell(), QStringLiteral("Photos(! A E)"));
-  EXPECT_EQ(Links(), QStringLiteral("1@0001 2@0001 3@0001 3@0002"));
+  ExpectTree("Photos(! A E)");
+  EXPECT_EQ(Links(), "1|0001 2|0001 3|0001 3|0002");
   // At the top the photo gets a link although it stands in another folder.
   Delete("A");
-  EXPECT_EQ(Links(), QStringLiteral("1@ 2@ 3@ 3@0002"));
+  EXPECT_EQ(Links(), "1| 2| 3| 3|0002");
   Delete("E");
-  EXPECT_EQ(Spell(), QStringLiteral("Photos"));
-  EXPECT_EQ(Links(), QStringLiteral("1@ 2@ 3@"));
-  ExpectInStep();
+  ExpectTree("Photos");
+  EXPECT_EQ(Links(), "1| 2| 3|");
 }
 
 // --- cut, copy, paste -------------------------------------------------------------------------------------
 
 TEST_F(FolderCommandsTest, ACopyHasTheStructureWithoutPhotos) {
-  Load({QStringLiteral("A"), QStringLiteral("A/B"), QStringLiteral("A/C"), QStringLiteral("A/C/D"),
-        QStringLiteral("E")});
+  Load("A A/B A/C A/C/D E");
   Delete("A/B");  // the numbers of the copy have no gap
-  Catalogue.AddPhoto(1, QStringLiteral("in C"), {QStringLiteral("00010002")});
+  Catalogue.AddPhoto(1, Text("in C"), {Text("00010002")});
   Views.Take();
   Copy("A", "E");
-  EXPECT_EQ(Spell(), QStringLiteral("Photos(! A(! C(! D)) E(! A(! C(! D))))"));
-  EXPECT_EQ(Find(QStringLiteral("E/A/C/D"))->Tag(), QStringLiteral("0002000100010001"));
-  EXPECT_EQ(Tree.SelectedItem(), Find(QStringLiteral("E/A")));
-  EXPECT_EQ(Views.Take(), QStringLiteral("show"));
-  EXPECT_FALSE(Commands.HasPending());
+  ExpectTree("Photos(! A(! C(! D)) E(! A(! C(! D))))");
+  EXPECT_EQ(Find("E/A/C/D")->Tag(), Text("0002000100010001"));
+  EXPECT_EQ(Tree.SelectedItem(), Find("E/A"));
+  EXPECT_EQ(Views.Take(), Text("show"));
   Commands.FolderPaste_Click();  // once only
-  Copy("E/A/C", "");
-  Copy("C", "");
-  Copy("C", "");
-  EXPECT_EQ(Spell(),
-            QStringLiteral("Photos(! A(! C(! D)) E(! A(! C(! D))) C(! D) Copy of C(! D) Copy of C(! D))"));
-  EXPECT_EQ(Links(), QStringLiteral("1@00010002"));
-  ExpectInStep();
+  for (const char* source : {"E/A/C", "C", "C"}) Copy(source, "");
+  ExpectTree("Photos(! A(! C(! D)) E(! A(! C(! D))) C(! D) Copy of C(! D) Copy of C(! D))");
+  EXPECT_EQ(Links(), "1|00010002");
 }
 
 TEST_F(FolderCommandsTest, AMoveLeavesThePhotosBehind) {
-  Load({QStringLiteral("A"), QStringLiteral("A/B"), QStringLiteral("C"), QStringLiteral("C/B")});
-  Catalogue.AddPhoto(1, QStringLiteral("in A/B"), {QStringLiteral("00010001")});
+  Load("A A/B C C/B");
+  Catalogue.AddPhoto(1, Text("in A/B"), {Text("00010001")});
   Move("A/B", "");
-  EXPECT_EQ(Spell(), QStringLiteral("Photos(! A C(! B) B)"));
-  EXPECT_EQ(Links(), QStringLiteral("1@0001"));
+  ExpectTree("Photos(! A C(! B) B)");
+  EXPECT_EQ(Links(), "1|0001");
   Move("B", "");  // in its own place
   EXPECT_EQ(Editor(), nullptr);
-  ExpectInStep();
   Move("B", "C");
-  EXPECT_EQ(Spell(), QStringLiteral("Photos(! A C(! B B))"));
-  test::AnswerBoxes([this] { Type(QStringLiteral("B")); }, {QMessageBox::Ok});
-  Type(QStringLiteral("B2"));
-  EXPECT_EQ(Spell(), QStringLiteral("Photos(! A C(! B B2))"));
-  EXPECT_FALSE(Find(QStringLiteral("C/B2"))->IsGrey());
-  ExpectInStep();
+  ExpectTree("Photos(! A C(! B B))");
+  test::AnswerBoxes([this] { Type(Text("B")); }, {QMessageBox::Ok});
+  Type(Text("B2"));
+  ExpectTree("Photos(! A C(! B B2))");
+  EXPECT_EQ(GreyOnes(), "");
 }
 
 TEST_F(FolderCommandsTest, CutAndCopyReplaceEachOther) {
-  Load({QStringLiteral("A"), QStringLiteral("A/B"), QStringLiteral("C")});
-  const auto grey = [this] {
-    QStringList names;
-    for (int i = 1; i <= Tree.Count(); ++i) {
-      if (IsNodeCut(*Tree.NodeAt(i))) names << Tree.NodeAt(i)->Text();
-    }
-    return names.join(QLatin1Char(' '));
-  };
+  Load("A A/B C");
   On("A", &FolderCommands::FolderCut_Click);
-  EXPECT_EQ(grey(), QStringLiteral("A !UNORGANIZED B"));
+  EXPECT_EQ(GreyOnes(), "A ! B");
   EXPECT_TRUE(Views.UndoVisible);
   Commands.FolderUndoCut_Click();
-  EXPECT_EQ(grey(), QString());
+  EXPECT_EQ(GreyOnes(), "");
   EXPECT_FALSE(Views.UndoVisible || Commands.HasPending());
   On("A", &FolderCommands::FolderCut_Click);
   On("C", &FolderCommands::FolderCopy_Click);
-  EXPECT_EQ(grey(), QString());
+  EXPECT_EQ(GreyOnes(), "");
   EXPECT_TRUE(Views.PasteEnabled && !Views.UndoVisible);
   On("A/B", &FolderCommands::FolderCut_Click);
-  On("C", &FolderCommands::FolderCut_Click);
-  On("", &FolderCommands::FolderPaste_Click);
-  EXPECT_EQ(grey(), QStringLiteral("B"));  // for good
-  EXPECT_EQ(Spell(), QStringLiteral("Photos(! A(! B) C)"));
-  EXPECT_TRUE(Views.UndoVisible && !Views.PasteEnabled);
+  Move("C", "");
+  EXPECT_EQ(GreyOnes(), "B");  // for good
+  ExpectTree("Photos(! A(! B) C)");
+  EXPECT_FALSE(Views.PasteEnabled);
   Commands.FolderUndoCut_Click();
-  EXPECT_TRUE(Views.UndoVisible);
-  ExpectInStep();
+  EXPECT_TRUE(Views.UndoVisible);  // and does nothing
 }
 
 TEST_F(FolderCommandsTest, NothingWaitsOnceItsFolderHasGone) {
-  for (const auto pend : {&FolderCommands::FolderCut_Click, &FolderCommands::FolderCopy_Click}) {
-    if (Tree.Count() == 0) Load({QStringLiteral("A"), QStringLiteral("A/B"), QStringLiteral("C")});
-    On("A/B", pend);
-    Delete("A");
-    EXPECT_FALSE(Commands.HasPending());
-    On("", &FolderCommands::FolderPaste_Click);
-    Commands.FolderUndoCut_Click();
-    EXPECT_EQ(Spell(), QStringLiteral("Photos(! C)"));
-    for (const char* parent : {"", "A"}) {
-      On(parent, &FolderCommands::FolderAdd_Click);
-      Type(*parent == 0 ? QStringLiteral("A") : QStringLiteral("B"));
-    }
-    ExpectInStep();
-    Delete("C");
-    On("", &FolderCommands::FolderAdd_Click);
-    Type(QStringLiteral("C"));
-  }
+  Load("A A/B C C/B");
+  On("A/B", &FolderCommands::FolderCopy_Click);
+  Delete("A");
+  EXPECT_FALSE(Commands.HasPending());
+  On("C/B", &FolderCommands::FolderCut_Click);
+  Delete("C");
+  On("", &FolderCommands::FolderAdd_Click);  // whose nodes may stand where those stood in memory
+  Commands.FolderUndoCut_Click();
+  Commands.FolderPaste_Click();
+  ExpectTree("Photos(! New Folder)");
 }
 
 // --- limits -----------------------------------------------------------------------------------------------
 
 TEST_F(FolderCommandsTest, WhatCantBeDoneWritesNothing) {
-  QStringList paths = {QStringLiteral("X"), QStringLiteral("X/Y"), QStringLiteral("1")};
-  for (int level = 2; level <= 10; ++level) paths << paths.last() + QStringLiteral("/%1").arg(level);
-  Load(paths);
+  Load(
+      "X X/Y 1 1/2 1/2/3 1/2/3/4 1/2/3/4/5 1/2/3/4/5/6 1/2/3/4/5/6/7 1/2/3/4/5/6/7/8 1/2/3/4/5/6/7/8/9 "
+      "1/2/3/4/5/6/7/8/9/10");
   const QStringList rows = Rows();
-  const QByteArray ninth = paths[paths.size() - 2].toLatin1();
-  const QByteArray tenth = paths.last().toLatin1();
+  const int nodes = Tree.Count();
   const auto number = [](const std::function<void()>& command) {
     try {
       command();
@@ -349,13 +318,12 @@ TEST_F(FolderCommandsTest, WhatCantBeDoneWritesNothing) {
     }
     return 0;
   };
-  const QString before = Spell();
-  for (const char* target : {"1/2", "1/2/3/4"}) {
-    EXPECT_EQ(number([&] { Copy("1/2", target); }), platform::errOutOfStackSpace) << target;
-    EXPECT_EQ(Spell(), before);
-  }
-  EXPECT_EQ(number([&] { Copy("X", ninth); }), platform::errNoSuchTable);
-  EXPECT_EQ(number([&] { On(tenth, &FolderCommands::FolderAdd_Click); }), platform::errNoSuchTable);
+  EXPECT_EQ(number([this] { Copy("1/2", "1/2"); }), platform::errOutOfStackSpace);
+  EXPECT_EQ(number([this] { Copy("1/2", "1/2/3/4"); }), platform::errOutOfStackSpace);
+  EXPECT_EQ(Tree.Count(), nodes);
+  EXPECT_EQ(number([this] { Copy("X", "1/2/3/4/5/6/7/8/9"); }), platform::errNoSuchTable);
+  EXPECT_EQ(number([this] { On("1/2/3/4/5/6/7/8/9/10", &FolderCommands::FolderAdd_Click); }),
+            platform::errNoSuchTable);
   EXPECT_EQ(Rows(), rows);
 }
 

@@ -172,6 +172,29 @@ INSTANTIATE_TEST_SUITE_P(
                     RemoveCase{"FromUnorganizedIntoASubfolder", "00010000", {A, B}, "00010001"}),
     test::CaseName);
 
+TEST_F(DeletePhotosTest, ASelectionOfManyGoesAsAWhole) {
+  for (int id = 1; id <= 140; ++id) Catalogue.AddPhoto(id, {}, {B});
+  Select(B);
+  for (int id = 1; id <= 130; ++id) Data1.SelBookmarks.Add(id);
+  Remove(QMessageBox::Yes);
+  EXPECT_EQ(Data1.RecordCount(), 10);
+  Select(QStringLiteral("00010000"));
+  EXPECT_EQ(Data1.RecordCount(), 130);
+  for (int id = 2; id <= 130; ++id) Data1.SelBookmarks.Add(id);
+  Delete(QMessageBox::Yes);
+  EXPECT_EQ(Photos(), QStringLiteral("1 131 132 133 134 135 136 137 138 139 140"));
+}
+
+TEST_F(DeletePhotosTest, ACatalogueThatAnotherProgramHoldsKeepsItsPhotos) {
+  Catalogue.AddPhoto(1, {}, {B}, QSize(4, 4));
+  Catalogue.Engine().LockTimeout = 50;
+  Select(B);
+  const test::HeldCatalogue held(Catalogue, "BEGIN IMMEDIATE");
+  Delete(QMessageBox::Yes);
+  Remove(QMessageBox::Yes);
+  EXPECT_EQ(Photos() + Links(1) + Files().join(QLatin1Char(' ')), QStringLiteral("1000100011.jpg"));
+}
+
 TEST_F(DeletePhotosTest, TheRootAndAnEmptyListGiveNothingAway) {
   Catalogue.AddPhoto(1, {}, {D});
   Select(QString());

@@ -1,7 +1,6 @@
 #include "records/form_view.h"
 
 #include <gtest/gtest.h>
-#include <sqlite3.h>
 
 #include <QDir>
 #include <QFile>
@@ -46,7 +45,7 @@ class FormViewTest : public testing::Test {
   QString Label(const char* name) { return Get<QLabel>(name).text(); }
   QLineEdit& Title() { return Get<QLineEdit>("eTitle"); }
   QPlainTextEdit& Description() { return Get<QPlainTextEdit>("eDescription"); }
-  // The natural size of the image that is shown; with two, or none, an invalid one.
+  // Where the image is shown; an invalid place with two, or none.
   QRect ShownImage() {
     QRect shown;
     for (const char* name : {"FormImage(0)", "FormImage(1)"}) {
@@ -164,7 +163,7 @@ TEST_P(SavedTexts, AreStoredAsTyped) {
 INSTANTIATE_TEST_SUITE_P(OfAllKinds, SavedTexts,
                          testing::Values(TextCase{"Emptied", {}, {}, "<null>|<null>|<null>"},
                                          TextCase{"Apostrophes", QStringLiteral("It's \"'; --"),
-                                                  QStringLiteral("''"), nullptr},
+                                                  QString::fromUtf8("''\u00A0\n"), nullptr},
                                          TextCase{"EmojiAndRightToLeft", QStringLiteral(u"\U0001F600 שלום"),
                                                   QStringLiteral(u"مرحبا"), nullptr},
                                          TextCase{"OfFullLength", QString(60, QLatin1Char('t')),
@@ -208,18 +207,47 @@ TEST_F(FormViewTest, ASavedPhotoThatTheQueryNoLongerFindsGivesWayToTheFirst) {
 TEST_F(FormViewTest, ACatalogueThatAnotherProgramHoldsKeepsTheTextsOnTheScreen) {
   Open();
   Catalogue.Engine().LockTimeout = 50;
-  sqlite3* other = nullptr;
-  ASSERT_EQ(sqlite3_open(QFile::encodeName(Catalogue.Paths().DatabaseFile).constData(), &other), SQLITE_OK);
-  ASSERT_EQ(sqlite3_exec(other, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
+  auto held = std::make_unique<test::HeldCatalogue>(Catalogue, "BEGIN EXCLUSIVE");
   Title().setText(QStringLiteral("kept"));
   const QStringList boxes = test::AnswerBoxes([&] { Click("SaveBttn"); }, {QMessageBox::Ok});
   EXPECT_TRUE(boxes.value(0).startsWith(QStringLiteral("Error|Error Code: 3260 ")))
       << boxes.value(0).toStdString();
   EXPECT_EQ(Title().text(), QStringLiteral("kept"));
-  sqlite3_close(other);
+  held.reset();
   EXPECT_EQ(Texts(1), QStringLiteral("Wide|<null>|<null>"));
   Click("SaveBttn");
   EXPECT_EQ(Texts(1), QStringLiteral("kept|<null>|<null>"));
+}
+
+TEST_F(FormViewTest, TextsThatCouldntBeReadAreNeverSaved) {
+  Open();
+  Catalogue.Engine().LockTimeout = 50;
+  auto held = std::make_unique<test::HeldCatalogue>(Catalogue, "BEGIN EXCLUSIVE");
+  Click("Next");
+  EXPECT_EQ(Title().text(), QString());
+  held.reset();
+  EXPECT_TRUE(test::AnswerBoxes([&] { Click("SaveBttn"); }, {QMessageBox::Ok})
+                  .value(0)
+                  .startsWith(QStringLiteral("Error|Error Code: 3021 ")));
+  EXPECT_EQ(Texts(2), QStringLiteral("Tiny|<null>|<null>"));
+  Click("UndoBttn");
+  EXPECT_EQ(Title().text(), QStringLiteral("Tiny"));
+}
+
+TEST_F(FormViewTest, WhatAnotherMachineChangedStays) {
+  Open();
+  Catalogue.Execute(
+      {QStringLiteral("UPDATE tblPhotos SET Title = 'theirs', MadeBy = 'they' WHERE PhotoID = 1")});
+  Title().setText(QStringLiteral("ours"));
+  Click("SaveBttn");
+  EXPECT_EQ(Texts(1), QStringLiteral("ours|<null>|they"));
+  Catalogue.Execute({QStringLiteral("UPDATE tblPhotos SET Title = 'theirs' WHERE PhotoID = 1")});
+  Click("UndoBttn");
+  EXPECT_EQ(Title().text(), QStringLiteral("theirs"));
+  Catalogue.Execute({QStringLiteral("DELETE FROM tblPhotos WHERE PhotoID = 1")});
+  Title().setText(QStringLiteral("ours"));
+  EXPECT_EQ(test::AnswerBoxes([&] { Click("SaveBttn"); }, {QMessageBox::Ok}).size(), 1);
+  EXPECT_EQ(Title().text(), QStringLiteral("ours"));
 }
 
 }  // namespace

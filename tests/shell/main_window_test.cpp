@@ -194,6 +194,40 @@ TEST_F(MainWindowTest, ACopyIsPastedAnywhereButAbove) {
   EXPECT_EQ(Counter(), QStringLiteral("   1 of 20"));
 }
 
+TEST_F(MainWindowTest, TheFolderMenuChangesTheTree) {
+  const QStringList commands = {QStringLiteral("FolderUndoCut"), QStringLiteral("FolderSep")};
+  const auto pasteIsEnabled = [this] { return Action("FolderPaste").isEnabled(); };
+  ClickFolder(Home);
+  Choose("FolderCut");
+  EXPECT_EQ(Those(commands, &QAction::isVisible), commands.join(QLatin1Char(' ')));
+  EXPECT_FALSE(pasteIsEnabled());
+  ClickFolder(Root);
+  EXPECT_TRUE(pasteIsEnabled());
+  Choose("FolderUndoCut");
+  EXPECT_EQ(Those(commands, &QAction::isVisible), QString());
+  EXPECT_FALSE(pasteIsEnabled());
+  ClickFolder(Italy);
+  Choose("FolderCopy");
+  EXPECT_TRUE(pasteIsEnabled());
+  ClickFolder(Home);
+  Choose("FolderPaste");
+  EXPECT_EQ(Counter(), QStringLiteral("   No Record"));
+  EXPECT_FALSE(pasteIsEnabled());
+
+  // By keys alone: the menu gives the focus back before the name is edited.
+  Choose("MainImage");
+  ClickFolder(Travels);
+  QTest::keyClick(Window.get(), Qt::Key_O, Qt::AltModifier);
+  QTest::keyClick(&Get<QMenu>(QStringLiteral("FolderMenu")), Qt::Key_A);
+  QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("Spain"));
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+  EXPECT_EQ(Tree().SelectedItem()->Text(), QStringLiteral("Spain"));
+  EXPECT_TRUE(Action("FolderRen").isEnabled());
+  test::AnswerBoxes([this] { Choose("FolderDel"); }, {QMessageBox::Yes});
+  EXPECT_EQ(Tree().SelectedItem()->Text(), QStringLiteral("Travels"));
+  EXPECT_EQ(Counter(), QStringLiteral("   1 of 20"));
+}
+
 TEST_F(MainWindowTest, BrowsesAFolderByMouseAndKeyboard) {
   Choose("MainImage");
   ClickFolder(Italy);
@@ -364,6 +398,19 @@ TEST_F(MainWindowTest, ClosesWithoutAQuestionAndRemovesTheWorkingCopy) {
   EXPECT_FALSE(Window->isVisible());
   Window.reset();
   EXPECT_FALSE(QFileInfo::exists(workFile));
+}
+
+TEST_F(MainWindowTest, AnEditThatIsOpenEndsWithTheWindow) {
+  ClickFolder(Home);
+  Choose("FolderRen");
+  QTest::keyClicks(QApplication::focusWidget(), QStringLiteral("Kept"));
+  Choose("FileExit");
+  EXPECT_EQ(Catalogue.Value(QStringLiteral("SELECT FolderName FROM tblLevel1 WHERE IDNo = '0002'")),
+            QStringLiteral("Kept"));
+  Window->show();
+  Choose("FolderRen");
+  EXPECT_EQ(Window->focusWidget()->parent(), Tree().viewport());
+  Window.reset();
 }
 
 TEST_F(MainWindowTest, AMissingBrowserIsLeftToTheReport) {

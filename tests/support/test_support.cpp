@@ -1,6 +1,7 @@
 #include "support/test_support.h"
 
 #include <gtest/gtest.h>
+#include <sqlite3.h>
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -121,5 +122,12 @@ void TestCatalogue::AddPhoto(int photoId, const QString& title, const QStringLis
   }
   if (size.isValid()) WritePicture(catalogue::ImageFileName(ThePaths, photoId, QStringLiteral("jpg")), size);
 }
+
+HeldCatalogue::HeldCatalogue(TestCatalogue& catalogue, const char* begin) {
+  EXPECT_EQ(sqlite3_open(QFile::encodeName(catalogue.Paths().DatabaseFile).constData(), &File), SQLITE_OK);
+  EXPECT_EQ(sqlite3_exec(File, begin, nullptr, nullptr, nullptr), SQLITE_OK);
+}
+
+HeldCatalogue::~HeldCatalogue() { sqlite3_close(File); }
 
 }  // namespace veldrin::test

@@ -12,6 +12,8 @@
 #include "catalogue/paths.h"
 #include "platform/dao/db_engine.h"
 
+struct sqlite3;
+
 namespace veldrin::test {
 
 /// The name of a case of a table of tests, whose type has a Name.
@@ -55,6 +57,19 @@ class TestCatalogue {
   QTemporaryDir Directory;
   catalogue::Paths ThePaths;
   platform::DBEngine TheEngine;
+};
+
+/// Another program that holds the catalogue's file, for the life of the object.
+class HeldCatalogue {
+ public:
+  /// `begin`: the statement by which it takes hold.
+  HeldCatalogue(TestCatalogue& catalogue, const char* begin);
+  ~HeldCatalogue();
+  HeldCatalogue(const HeldCatalogue&) = delete;
+  HeldCatalogue& operator=(const HeldCatalogue&) = delete;
+
+ private:
+  sqlite3* File = nullptr;
 };
 
 }  // namespace veldrin::test

@@ -31,6 +31,7 @@ class Dynaset : public Recordset {
   int RecordCount() const override { return static_cast<int>(Keys().size()); }
   QStringList FieldNames() const override { return Names; }
   int BookmarkAt(int position) const override { return Keys()[static_cast<size_t>(position)]; }
+  int PositionOf(int bookmark) const override;
   void AddNew() override;
   void Edit() override;
   void SetField(const QString& name, const Value& value) override;
@@ -39,7 +40,6 @@ class Dynaset : public Recordset {
   std::vector<std::vector<Value>> ReadRows(int first, int count) const override;
 
  protected:
-  int PositionOf(int bookmark) const override;
   int FindPosition(const QString& criteria) const override;
 
  private:

@@ -38,6 +38,11 @@ class Recordset {
   void SetBookmark(int bookmark);
   /// The bookmark of the row at a position within the list.
   virtual int BookmarkAt(int position) const { return position; }
+  /// The position of a bookmark; -1 when no row has it.
+  virtual int PositionOf(int bookmark) const { return bookmark; }
+
+  /// Forgets what was read of the current row, so that the next Field reads it anew.
+  void Reread() { Moved(); }
 
   /// The current row's field; 3265 for a name that isn't there.
   Value Field(const QString& name) const;
@@ -59,8 +64,6 @@ class Recordset {
   virtual std::vector<std::vector<Value>> ReadRows(int first, int count) const = 0;
 
  protected:
-  /// The position of a bookmark; -1 when no row has it.
-  virtual int PositionOf(int bookmark) const { return bookmark; }
   /// The position of the first row that meets the criteria; -1 when none does.
   virtual int FindPosition(const QString& criteria) const = 0;
   void RequireCurrent() const;

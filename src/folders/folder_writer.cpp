@@ -1,0 +1,48 @@
+#include "folders/folder_writer.h"
+
+#include <algorithm>
+
+#include "catalogue/schema.h"
+#include "folders/folder_keys.h"
+#include "platform/runtime_error.h"
+
+namespace veldrin::folders {
+
+QString FolderWriter::AddFolderRecord(int level, const QString& name, const QString& parentKey) {
+  QString& last = LastKey(level, parentKey);
+  if (last.isEmpty()) {
+    last = UnorganizedKey(parentKey);
+    Insert(level, last, UnorganizedName());
+  }
+  QString key = parentKey + PadKey(last.right(SegmentLength).toInt() + 1, SegmentLength);
+  Insert(level, key, name);
+  // As texts: behind 9999 the last key stays the last.
+  last = std::max(last, key);
+  return key;
+}
+
+QString& FolderWriter::LastKey(int level, const QString& parentKey) {
+  const auto known = LastKeys.find(parentKey);
+  if (known != LastKeys.end()) return *known;
+  const QString below = level == 1 ? QString() : QStringLiteral(" WHERE IDNo LIKE '%1*'").arg(parentKey);
+  const auto last = TheDatabase.OpenRecordset(
+      QStringLiteral("SELECT Max(IDNo) AS ID FROM %1%2").arg(catalogue::LevelTable(level), below),
+      platform::dbOpenSnapshot);
+  return *LastKeys.insert(parentKey, last->Field(QStringLiteral("ID")).toString());
+}
+
+void FolderWriter::Insert(int level, const QString& key, const QString& name) {
+  auto& table = Tables[level];
+  if (!table) table = TheDatabase.OpenRecordset(catalogue::LevelTable(level));
+  table->AddNew();
+  table->SetField(QStringLiteral("IDNo"), key);
+  table->SetField(QStringLiteral("FolderName"), name);
+  try {
+    table->Update();
+  } catch (const platform::RuntimeError& error) {
+    // The same key comes again where a parent has no number left. The row that has it stays.
+    if (error.Number() != platform::errDuplicateKey) throw;
+  }
+}
+
+}  // namespace veldrin::folders

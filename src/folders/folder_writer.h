@@ -1,0 +1,33 @@
+// Hands out the keys of new folders and writes their rows.
+#pragma once
+
+#include <QHash>
+#include <QString>
+#include <map>
+#include <memory>
+
+#include "platform/dao/database.h"
+
+namespace veldrin::folders {
+
+/// Writes one folder or thousands: what one row needs prepared serves for all, and a parent's last key is
+/// asked for once. So nobody else may write folders while a writer is in use.
+class FolderWriter {
+ public:
+  explicit FolderWriter(platform::Database& database) : TheDatabase(database) {}
+
+  /// Writes the row of a new folder below a parent and returns its key. The first folder below a parent
+  /// brings the row of the parent's "!UNORGANIZED" with it. Raises the engine's errors, 3078 below the tenth
+  /// level.
+  QString AddFolderRecord(int level, const QString& name, const QString& parentKey);
+
+ private:
+  QString& LastKey(int level, const QString& parentKey);
+  void Insert(int level, const QString& key, const QString& name);
+
+  platform::Database& TheDatabase;
+  std::map<int, std::unique_ptr<platform::Recordset>> Tables;  ///< by level
+  QHash<QString, QString> LastKeys;                            ///< by parent; empty below one without rows
+};
+
+}  // namespace veldrin::folders
