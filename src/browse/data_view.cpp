@@ -84,7 +84,9 @@ void DataView::MakeButtons() {
 }
 
 QPushButton& DataView::Button(const char* name) const {
-  return *findChild<QPushButton*>(QLatin1String(name));
+  auto* button = findChild<QPushButton*>(QLatin1String(name));
+  Q_ASSERT(button != nullptr);
+  return *button;
 }
 
 void DataView::SetContentHeight(int pixels) { Grid->resize(Grid->width(), pixels); }

@@ -24,6 +24,7 @@ class DataView : public QWidget {
   RecordGrid& TDBGrid1() { return *Grid; }
   QRadioButton& PreviewOption(int index) { return *(index == 0 ? PreviewOn : PreviewOff); }
 
+  /// A button of the tab by its name, which must be one of them, such as "RefreshBttn".
   QPushButton& Button(const char* name) const;
   void SetContentHeight(int pixels);
 

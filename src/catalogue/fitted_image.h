@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QTimer>
 
 #include "catalogue/image_store.h"
 
@@ -12,7 +13,8 @@ class FittedImage : public QLabel {
   Q_OBJECT
 
  public:
-  /// The box is the parent; the control follows its size. Hidden at first.
+  /// The box is the parent; the control follows its size, and loads its file again when that has grown beyond
+  /// what was decoded. Hidden at first.
   FittedImage(const QString& name, QWidget& box);
 
   /// Loads a file and takes its place in the middle of the box. Raises what LoadPicture raises, 11 for a
@@ -28,9 +30,13 @@ class FittedImage : public QLabel {
 
  private:
   TwipSize BoxSize() const;
+  bool IsLoaded() const { return Natural.isValid(); }
   void Place();
+  void LoadLarger();
 
-  platform::Picture Shown;
+  QString Path;
+  QSize Natural;  ///< of the picture, in pixels
+  QTimer Resized;
 };
 
 }  // namespace veldrin::catalogue
