@@ -5,6 +5,7 @@
 #include <QLocale>
 
 #include "platform/dates.h"
+#include "platform/like.h"
 #include "platform/runtime_error.h"
 
 namespace veldrin::platform {
@@ -101,8 +102,7 @@ TEST(SqlDialect, LikeMatches) {
       {"a*b*c*d*e", "edcba", false},
   };
   for (const auto& [pattern, text, matches] : cases) {
-    EXPECT_EQ(MatchesLike(QString::fromUtf8(pattern), QString::fromUtf8(text)), matches)
-        << pattern << " : " << text;
+    EXPECT_EQ(LikePattern(pattern).Matches(text), matches) << pattern << " : " << text;
   }
 }
 
