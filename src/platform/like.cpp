@@ -2,8 +2,6 @@
 
 #include <QList>
 #include <algorithm>
-#include <array>
-#include <cstring>
 
 namespace veldrin::platform {
 
@@ -45,8 +43,15 @@ bool IsTwoBytes(std::string_view text, size_t at) {
          (ByteAt(text, at + 1) & 0xC0U) == 0x80;
 }
 
-// What stands behind the first characters, which are ASCII.
-void FoldRest(std::string_view text, size_t at, std::string& folded) {
+// Without an end on the way, so that it runs over many bytes at once.
+bool IsAsciiText(std::string_view text) {
+  unsigned char bits = 0;
+  for (const char c : text) bits |= static_cast<unsigned char>(c);
+  return bits < 0x80;
+}
+
+void FoldAll(std::string_view text, std::string& folded) {
+  size_t at = 0;
   static const FoldedTable table = MakeFoldedTable();
   while (at < text.size()) {
     if (IsAscii(text[at])) {
@@ -83,12 +88,13 @@ char32_t Character(std::string_view folded, size_t length) {
 }  // namespace
 
 void FoldCase(std::string_view text, std::string& folded) {
-  folded.resize(text.size());
-  size_t at = 0;
-  for (; at < text.size() && IsAscii(text[at]); ++at) folded[at] = LowerAscii(text[at]);
-  if (at == text.size()) return;
-  folded.resize(at);
-  FoldRest(text, at, folded);
+  if (IsAsciiText(text)) {
+    folded.resize(text.size());
+    std::transform(text.begin(), text.end(), folded.begin(), LowerAscii);
+  } else {
+    folded.clear();
+    FoldAll(text, folded);
+  }
 }
 
 int CompareFolded(std::string_view left, std::string_view right) {
@@ -130,6 +136,29 @@ LikePattern::LikePattern(std::string_view pattern) {
   }
   Containment = Items.size() == 3 && Items[0].Is == Kind::Star && Items[1].Is == Kind::Literal &&
                 Items[2].Is == Kind::Star;
+  if (Containment) SetPart();
+}
+
+void LikePattern::SetPart() {
+  const std::string& part = Items[1].Text;
+  Skip.fill(part.size());
+  for (size_t i = 0; i + 1 < part.size(); ++i) {
+    const size_t distance = part.size() - 1 - i;
+    Skip[ByteAt(part, i)] = distance;
+    if (part[i] >= 'a' && part[i] <= 'z') Skip[ByteAt(part, i) - 0x20U] = distance;
+  }
+}
+
+// The text is folded, or all ASCII: those letters count the same here.
+bool LikePattern::ContainsPart(std::string_view text) const {
+  const std::string& part = Items[1].Text;
+  const size_t last = part.size() - 1;
+  for (size_t at = last; at < text.size(); at += Skip[ByteAt(text, at)]) {
+    size_t left = part.size();
+    while (left > 0 && LowerAscii(text[at - last + left - 1]) == part[left - 1]) --left;
+    if (left == 0) return true;
+  }
+  return false;
 }
 
 void LikePattern::AddLiteral(char32_t c) {
@@ -170,6 +199,12 @@ size_t LikePattern::MatchItem(const Item& item, std::string_view text) {
   return found != item.None ? length : 0;
 }
 
+// The next place from `at` on where the item behind a star can begin; the text's size where there is none.
+size_t LikePattern::NextStart(size_t item, std::string_view folded, size_t at) const {
+  if (item == Items.size() || Items[item].Is != Kind::Literal) return at;
+  return std::min(folded.find(Items[item].Text, at), folded.size());
+}
+
 bool LikePattern::MatchesItems(std::string_view text) const {
   constexpr auto noStar = static_cast<size_t>(-1);
   size_t item = 0;
@@ -180,7 +215,7 @@ bool LikePattern::MatchesItems(std::string_view text) const {
   while (at < text.size()) {
     if (item < Items.size() && Items[item].Is == Kind::Star) {
       starItem = ++item;
-      starAt = at;
+      at = starAt = NextStart(starItem, text, at);
       continue;
     }
     if (item < Items.size()) {
@@ -192,20 +227,18 @@ bool LikePattern::MatchesItems(std::string_view text) const {
     }
     if (starItem == noStar) return false;
     item = starItem;
-    starAt += CharacterLength(text.substr(starAt));
-    at = starAt;
+    at = starAt = NextStart(starItem, text, starAt + CharacterLength(text.substr(starAt)));
   }
   return std::all_of(Items.begin() + static_cast<std::ptrdiff_t>(item), Items.end(),
                      [](const Item& left) { return left.Is == Kind::Star; });
 }
 
 bool LikePattern::Matches(std::string_view text) const {
+  if (Containment && IsAsciiText(text)) return ContainsPart(text);
   // Kept, so that a scan over many rows asks for memory once.
   thread_local std::string folded;
   FoldCase(text, folded);
-  if (!Containment) return MatchesItems(folded);
-  const std::string& part = Items[1].Text;
-  return memmem(folded.data(), folded.size(), part.data(), part.size()) != nullptr;
+  return Containment ? ContainsPart(folded) : MatchesItems(folded);
 }
 
 }  // namespace veldrin::platform

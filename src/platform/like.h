@@ -2,11 +2,11 @@
 // the catalogue holds them: a query compares a million of them.
 #pragma once
 
+#include <QString>
+#include <array>
 #include <string>
 #include <string_view>
 #include <vector>
-
-#include <QString>
 
 namespace veldrin::platform {
 
@@ -40,11 +40,17 @@ class LikePattern {
 
   void AddLiteral(char32_t c);
   size_t AddSet(const QList<uint>& pattern, size_t at);
+  void SetPart();
+  bool ContainsPart(std::string_view text) const;
   bool MatchesItems(std::string_view text) const;
+  size_t NextStart(size_t item, std::string_view folded, size_t at) const;
   static size_t MatchItem(const Item& item, std::string_view text);
 
   std::vector<Item> Items;
-  bool Containment = false;  ///< `*literal*`, what nearly every pattern is
+  /// The pattern is `*literal*`, as nearly all are. By the last byte of a place in the text: how far the next
+  /// place is at which the literal can stand.
+  bool Containment = false;
+  std::array<size_t, 256> Skip{};
 };
 
 }  // namespace veldrin::platform

@@ -44,6 +44,20 @@ QString ReadQuoted(const QString& sql, qsizetype& at, QChar quote) {
   RaiseSyntaxError(sql);
 }
 
+// Half of a character of two units would become a question mark in SQLite's texts, and a pattern by that.
+QString WholeCharacters(QString text) {
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    if (!text[i].isSurrogate()) continue;
+    const bool whole = text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
+    if (whole) {
+      ++i;
+    } else {
+      text[i] = QChar::ReplacementCharacter;
+    }
+  }
+  return text;
+}
+
 template <class Test>
 QString ReadWhile(const QString& sql, qsizetype& at, Test test) {
   const qsizetype start = at;
@@ -342,7 +356,7 @@ QString JoinTokens(const std::vector<SqlToken>& tokens) {
     const bool glue = sql.endsWith(QLatin1String(" |")) && token.Is("|");
     if (!sql.isEmpty() && !glue) sql += QLatin1Char(' ');
     if (token.Kind == SqlToken::Text) {
-      sql += QLatin1Char('\'') + QuoteSql(token.Content) + QLatin1Char('\'');
+      sql += QLatin1Char('\'') + QuoteSql(WholeCharacters(token.Content)) + QLatin1Char('\'');
     } else if (token.Kind == SqlToken::Word &&
                !std::all_of(token.Content.begin(), token.Content.end(), IsWordPart)) {
       sql += QLatin1Char('[') + token.Content + QLatin1Char(']');

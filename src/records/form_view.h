@@ -33,6 +33,8 @@ class FormView : public QWidget {
   FormView(catalogue::RecordList& data1, const catalogue::Paths& paths, platform::DBEngine& engine,
            QWidget* parent = nullptr);
 
+  QPushButton& Button(const char* name) const;
+
   /// Fills the fields from the current record. Without one, or when its row has gone, they are empty.
   void ShowFormRecord();
   /// Shows the image of the record that the fields show. The former one stands until it is ready; a record

@@ -30,6 +30,7 @@ frmMain::frmMain(const platform::App& app, const catalogue::Paths& paths, platfo
       Engine(engine),
       Data1(engine),
       Inside(new QWidget(this)),
+      Searching(Data1, browse::GridFields(), *this, *this),
       Viewing(Data1, engine, paths, *this) {
   setObjectName(QStringLiteral("frmMain"));
   setWindowTitle(platform::App::Title());
@@ -40,7 +41,9 @@ frmMain::frmMain(const platform::App& app, const catalogue::Paths& paths, platfo
   Folders = std::make_unique<folders::FolderBrowser>(*tvTreeView, *txtFldrSearch, *Source, *this);
   Deleting =
       std::make_unique<records::DeletePhotos>(*Source, Data1, *tvTreeView, Engine, ThePaths, *this, *this);
+  Querying = std::make_unique<find::Query>(*Source, Data1, *this, *this);
   ConnectViews();
+  ConnectFinding();
   ConnectCommands();
   setMinimumWidth(ToPixels(LeastWindowWidth));
   menuBar()->ensurePolished();
@@ -128,6 +131,19 @@ void frmMain::ConnectViews() {
   connect(txtFldrSearch, &QLineEdit::returnPressed, Folders.get(), &folders::FolderBrowser::bttnGo_Click);
 }
 
+void frmMain::ConnectFinding() {
+  const auto search = [this] { Searching.SearchBttn_Click(); };
+  connect(&TheDataView->Button("QueryBttn"), &QPushButton::clicked, this,
+          [this] { Querying->QueryBttn_Click(); });
+  connect(&TheDataView->Button("SearchBttn(0)"), &QPushButton::clicked, this, search);
+  connect(&TheFormView->Button("SearchBttn(1)"), &QPushButton::clicked, this, search);
+  connect(&Bars->Item("RecordQuery"), &QAction::triggered, this, [this] { Querying->RecordQuery_Click(); });
+  connect(&Bars->Item("RecordSearch"), &QAction::triggered, this, search);
+  connect(&Data1, &catalogue::RecordList::Refreshed, this, &frmMain::ShowQueryState);
+  // A click lifts the button, or puts it down, whatever the dialog is left by.
+  connect(&Bars->Button(12), &QAction::toggled, this, &frmMain::ShowQueryState);
+}
+
 void frmMain::ConnectCommands() {
   for (int number = 1; number <= 22; ++number) {
     connect(&Bars->Button(number), &QAction::triggered, this,
@@ -212,6 +228,10 @@ void frmMain::tbarToolBar_ButtonClick(int number) {
       case 9:
         close();
         return;
+      case 12:
+        return Querying->RecordQuery_Click();
+      case 13:
+        return Searching.SearchBttn_Click();
       default:
         return;
     }
@@ -250,6 +270,12 @@ void frmMain::SSTab1_Click(int) {
 
 void frmMain::Data1_Reposition() {
   if (SSTab1->currentIndex() == 0) TheDataView->Data1_Reposition();
+}
+
+void frmMain::ShowQueryState() {
+  const QStringList criteria = find::DescribeQuery(Source->Query);
+  TheDataView->SetQueryNote(criteria);
+  Bars->ShowQueryHolds(!criteria.isEmpty());
 }
 
 bool frmMain::PreviewIsOn() const { return TheDataView->PreviewOption(0).isChecked(); }

@@ -13,6 +13,8 @@
 #include "browse/thumbnail_page.h"
 #include "catalogue/record_list.h"
 #include "catalogue/record_source.h"
+#include "find/find_record.h"
+#include "find/query.h"
 #include "folders/folder_browser.h"
 #include "platform/app.h"
 #include "platform/file_list.h"
@@ -29,7 +31,8 @@ namespace veldrin::shell {
 class frmMain : public QMainWindow,
                 public catalogue::RecordViews,
                 public folders::FolderViews,
-                public records::DeleteViews {
+                public records::DeleteViews,
+                public find::FindViews {
  public:
   /// Paths and engine must outlive the window. Nothing is read before Form_Load.
   frmMain(const platform::App& app, const catalogue::Paths& paths, platform::DBEngine& engine);
@@ -60,11 +63,14 @@ class frmMain : public QMainWindow,
   void SetFolderMenus() override;
   void SetRecordMenus() override;
   void PopupFolderMenu() override;
+  void SuspendShow() override {}
+  void ResumeShow() override {}
 
   void MakeHeader();
   void MakePanes();
   void ConnectCommands();
   void ConnectViews();
+  void ConnectFinding();
   void LoadMusic();
   void Form_Unload();
 
@@ -73,6 +79,7 @@ class frmMain : public QMainWindow,
   void ShowImageView();
   void SSTab1_Click(int previousTab);
   void Data1_Reposition();
+  void ShowQueryState();
   void ArrangeMainWindow(float position);
 
   void RefreshBttn_Click();
@@ -109,6 +116,8 @@ class frmMain : public QMainWindow,
   std::unique_ptr<catalogue::RecordSource> Source;
   std::unique_ptr<folders::FolderBrowser> Folders;
   std::unique_ptr<records::DeletePhotos> Deleting;
+  std::unique_ptr<find::Query> Querying;
+  find::RecordSearch Searching;
   browse::ExternalViewing Viewing;
 };
 
