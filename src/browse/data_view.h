@@ -2,6 +2,7 @@
 // first tab.
 #pragma once
 
+#include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QWidget>
@@ -31,6 +32,8 @@ class DataView : public QWidget {
   /// After a move of the list: the counter and the preview follow. Who knows that the first tab isn't shown
   /// does not call it.
   void Data1_Reposition();
+  /// Tells below the buttons that a query holds and how to end it; nothing without lines.
+  void SetQueryNote(const QStringList& lines);
   /// Switches the preview on (0) or off (1) and draws it anew.
   void PreviewOption_Click(int index);
 
@@ -40,6 +43,7 @@ class DataView : public QWidget {
  private:
   void MakePreview();
   void MakeButtons();
+  void MakeQueryNote();
   void ShowPreview();
 
   catalogue::RecordList& Data1;
@@ -50,6 +54,7 @@ class DataView : public QWidget {
   QWidget* picPreview = nullptr;
   catalogue::FittedImage* ImgPreview = nullptr;
   DataNavigator* Navigator = nullptr;
+  QLabel* lblQuery = nullptr;
 };
 
 }  // namespace veldrin::browse

@@ -6,6 +6,7 @@
 #include <QMainWindow>
 #include <QPushButton>
 #include <QStackedWidget>
+#include <functional>
 #include <memory>
 
 #include "browse/data_view.h"
@@ -13,6 +14,8 @@
 #include "browse/thumbnail_page.h"
 #include "catalogue/record_list.h"
 #include "catalogue/record_source.h"
+#include "find/find_record.h"
+#include "find/query.h"
 #include "folders/folder_browser.h"
 #include "folders/folder_commands.h"
 #include "platform/app.h"
@@ -32,7 +35,8 @@ class frmMain : public QMainWindow,
                 public catalogue::RecordViews,
                 public folders::FolderViews,
                 public records::DeleteViews,
-                public records::ClipboardViews {
+                public records::ClipboardViews,
+                public find::FindViews {
  public:
   /// Paths and engine must outlive the window. Nothing is read before Form_Load.
   frmMain(const platform::App& app, const catalogue::Paths& paths, platform::DBEngine& engine);
@@ -69,13 +73,19 @@ class frmMain : public QMainWindow,
   void SetSelectionGrey(bool grey) override;
   void EnableRecordPaste(bool enabled) override;
   void ShowRecordUndoCut(bool visible) override;
+  void SuspendShow() override {}
+  void ResumeShow() override {}
 
   void MakeHeader();
   void MakePanes();
-  void ConnectCommands();
-  void ConnectFolderCommands();
-  void ConnectClipboard();
   void ConnectViews();
+  void OnChoice(QAction& action, const std::function<void()>& handler);
+  void OnChoice(const char* item, const std::function<void()>& handler);
+  void ConnectCommands();
+  void ConnectViewCommands();
+  void ConnectFolderCommands();
+  void ConnectRecordCommands();
+  void ConnectFinding();
   void LoadMusic();
   void Form_Unload();
 
@@ -84,6 +94,7 @@ class frmMain : public QMainWindow,
   void ShowImageView();
   void SSTab1_Click(int previousTab);
   void Data1_Reposition();
+  void ShowQueryState();
   void ArrangeMainWindow(float position);
 
   void RefreshBttn_Click();
@@ -122,6 +133,8 @@ class frmMain : public QMainWindow,
   std::unique_ptr<folders::FolderCommands> TheFolderCommands;
   std::unique_ptr<records::DeletePhotos> Deleting;
   std::unique_ptr<records::RecordClipboard> Clipboard;
+  std::unique_ptr<find::Query> Querying;
+  find::RecordSearch Searching;
   browse::ExternalViewing Viewing;
 };
 
