@@ -18,7 +18,11 @@ TwipSize FittedImage::BoxSize() const {
 }
 
 void FittedImage::Load(const QString& path) {
-  Shown = LoadPictureForBox(path, BoxSize(), devicePixelRatioF());
+  SetPicture(LoadPictureForBox(path, BoxSize(), devicePixelRatioF()));
+}
+
+void FittedImage::SetPicture(const platform::Picture& picture) {
+  Shown = picture;
   setPixmap(QPixmap::fromImage(Shown.Image()));
   Place();
 }

@@ -6,6 +6,7 @@
 #include <QMainWindow>
 #include <QPushButton>
 #include <QStackedWidget>
+#include <functional>
 #include <memory>
 
 #include "browse/data_view.h"
@@ -25,6 +26,8 @@
 #include "shell/command_bars.h"
 #include "shell/splitter.h"
 #include "show/image_play.h"
+#include "show/media_player.h"
+#include "show/music.h"
 
 namespace veldrin::shell {
 
@@ -35,7 +38,8 @@ class frmMain : public QMainWindow,
                 public records::ClipboardViews {
  public:
   /// Paths and engine must outlive the window. Nothing is read before Form_Load.
-  frmMain(const platform::App& app, const catalogue::Paths& paths, platform::DBEngine& engine);
+  frmMain(const platform::App& app, const catalogue::Paths& paths, platform::DBEngine& engine,
+          std::unique_ptr<show::Media> media = std::make_unique<show::MediaPlayer>());
   /// Deletes the working copy.
   ~frmMain() override;
 
@@ -76,6 +80,7 @@ class frmMain : public QMainWindow,
   void ConnectFolderCommands();
   void ConnectClipboard();
   void ConnectViews();
+  void ConnectShow();
   void LoadMusic();
   void Form_Unload();
 
@@ -88,6 +93,8 @@ class frmMain : public QMainWindow,
 
   void RefreshBttn_Click();
   void ResetBttn_Click();
+  /// Runs a dialog for which a show on its tab waits.
+  void HoldShow(const std::function<void()>& dialog);
   void FileSetup_Click();
   void HelpHelp_Click();
   void HelpAbout_Click();
@@ -98,6 +105,7 @@ class frmMain : public QMainWindow,
 
   catalogue::RecordList Data1;
   show::ShowSettings Show;
+  std::unique_ptr<show::Media> Media;
   int TheCurrentView = DataViewCode;
 
   // The controls belong to the window.
@@ -114,6 +122,7 @@ class frmMain : public QMainWindow,
   records::AddView* TheAddView;
   show::ImagePlay* TheImagePlay;
   platform::FileListBox* MusicList;
+  std::unique_ptr<show::Music> TheMusic;
   Splitter* bttnSplitter;
 
   std::unique_ptr<CommandBars> Bars;
