@@ -1,6 +1,7 @@
 #include "show/media_player.h"
 
 #include <QAudioOutput>
+#include <QFile>
 #include <QUrl>
 #include <utility>
 
@@ -15,9 +16,6 @@ constexpr qint64 NothingPlayed = 50;
 
 }  // namespace
 
-MediaPlayer::MediaPlayer() = default;
-MediaPlayer::~MediaPlayer() = default;
-
 bool MediaPlayer::HasSoundCard() const { return platform::HasSoundCard(); }
 
 void MediaPlayer::SetState(int state) {
@@ -26,25 +24,32 @@ void MediaPlayer::SetState(int state) {
 }
 
 void MediaPlayer::Open(const QString& file) {
-  Player = std::make_unique<QMediaPlayer>();
-  Player->setAudioOutput(new QAudioOutput(Player.get()));
-  File = std::make_unique<QFile>(file);
-  // With the player as their receiver, these wait on the event queue and go with the track.
+  if (Player != nullptr) {
+    Player->stop();
+    Player->deleteLater();
+  }
+  auto* track = new QMediaPlayer(this);
+  Player = track;
+  track->setAudioOutput(new QAudioOutput(track));
   connect(
-      Player.get(), &QMediaPlayer::mediaStatusChanged, Player.get(),
-      [this](QMediaPlayer::MediaStatus status) { StatusChanged(status); }, Qt::QueuedConnection);
-  connect(
-      Player.get(), &QMediaPlayer::errorOccurred, Player.get(), [this] { EndTrack(MediaClosed); },
+      track, &QMediaPlayer::mediaStatusChanged, this,
+      [this, track](QMediaPlayer::MediaStatus status) {
+        if (track == Player) StatusChanged(status);
+      },
       Qt::QueuedConnection);
+  const auto broken = [this, track] {
+    if (track == Player) EndTrack(MediaClosed);
+  };
+  connect(track, &QMediaPlayer::errorOccurred, this, broken, Qt::QueuedConnection);
   Opened.start();
   SetState(MediaPlaying);
   // The library is handed the open file: it would take some characters of a name for parts of an address.
-  if (File->open(QIODevice::ReadOnly)) {
-    Player->setSourceDevice(File.get(), QUrl::fromLocalFile(file));
-    Player->play();
+  auto* bytes = new QFile(file, track);
+  if (bytes->open(QIODevice::ReadOnly)) {
+    track->setSourceDevice(bytes, QUrl::fromLocalFile(file));
+    track->play();
   } else {
-    QMetaObject::invokeMethod(
-        Player.get(), [this] { EndTrack(MediaClosed); }, Qt::QueuedConnection);
+    QMetaObject::invokeMethod(this, broken, Qt::QueuedConnection);
   }
 }
 

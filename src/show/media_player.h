@@ -2,9 +2,7 @@
 #pragma once
 
 #include <QElapsedTimer>
-#include <QFile>
 #include <QMediaPlayer>
-#include <memory>
 
 #include "show/media.h"
 
@@ -12,9 +10,6 @@ namespace veldrin::show {
 
 class MediaPlayer : public Media {
  public:
-  MediaPlayer();
-  ~MediaPlayer() override;
-
   bool HasSoundCard() const override;
   int PlayState() const override { return State; }
   void Open(const QString& file) override;
@@ -29,9 +24,8 @@ class MediaPlayer : public Media {
 
   int State = MediaClosed;
   QElapsedTimer Opened;
-  // Each track has a player of its own: what an earlier one still reports can't be taken for the new one's.
-  std::unique_ptr<QFile> File;
-  std::unique_ptr<QMediaPlayer> Player;
+  /// Each track has its own, a child of this object: what an earlier one still reports isn't the new one's.
+  QMediaPlayer* Player = nullptr;
 };
 
 }  // namespace veldrin::show

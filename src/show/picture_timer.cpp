@@ -2,10 +2,10 @@
 
 namespace veldrin::show {
 
-PictureTimer::PictureTimer(const PicturePair& pictures, QObject* parent)
+PictureTimer::PictureTimer(const PicturePair& pictures, QObject* parent, int interval)
     : QObject(parent), Pictures(pictures), Clock(new QTimer(this)) {
   Clock->setObjectName(QStringLiteral("Timer1"));
-  Clock->setInterval(ShowInterval);
+  Clock->setInterval(interval);
   Clock->setSingleShot(true);
   Clock->setTimerType(Qt::PreciseTimer);
   connect(Clock, &QTimer::timeout, this, &PictureTimer::Elapsed);

@@ -16,7 +16,8 @@ class PictureTimer : public QObject, public ShowTimer {
   Q_OBJECT
 
  public:
-  PictureTimer(const PicturePair& pictures, QObject* parent);
+  /// `interval` in milliseconds.
+  PictureTimer(const PicturePair& pictures, QObject* parent, int interval = ShowInterval);
 
   void SetEnabled(bool enabled) override;
 
