@@ -50,6 +50,7 @@ void AddFindFigures(const std::string& data);
 void AddPageFigures(const std::string& data);
 void AddStoringFigures(const std::string& data);
 void AddRecordFigures(const std::string& data);
+void AddShowFigures(const std::string& data);
 void AddWindowFigures(const std::string& data);
 
 /// The program started on the directory argv[2]; tells when its main window is shown, and ends.

@@ -22,6 +22,7 @@ int main(int argc, char** argv) {
   AddPageFigures(data);
   AddStoringFigures(data);
   AddRecordFigures(data);
+  AddShowFigures(data);
   AddWindowFigures(data);
   return PrintFigures({argv + 2, argv + argc}) ? 0 : 1;
 }

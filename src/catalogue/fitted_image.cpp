@@ -23,7 +23,10 @@ TwipSize FittedImage::BoxSize() const {
 }
 
 void FittedImage::Load(const QString& path) {
-  const platform::Picture picture = LoadPictureForBox(path, BoxSize(), devicePixelRatioF());
+  SetPicture(LoadPictureForBox(path, BoxSize(), devicePixelRatioF()), path);
+}
+
+void FittedImage::SetPicture(const platform::Picture& picture, const QString& path) {
   FitToBox(picture, BoxSize());  // Refuses a picture without size while the former one is whole.
   Path = path;
   Natural = picture.NaturalPixels();

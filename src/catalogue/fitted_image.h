@@ -20,6 +20,9 @@ class FittedImage : public QLabel {
   /// Loads a file and takes its place in the middle of the box. Raises what LoadPicture raises, 11 for a
   /// picture without size; the control is as it was then. Does not show it.
   void Load(const QString& path);
+  /// The same with a picture that was decoded elsewhere from the file, for a box of BoxSize.
+  void SetPicture(const platform::Picture& picture, const QString& path);
+  TwipSize BoxSize() const;
 
  Q_SIGNALS:
   void DblClick();
@@ -29,7 +32,6 @@ class FittedImage : public QLabel {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  TwipSize BoxSize() const;
   bool IsLoaded() const { return Natural.isValid(); }
   void Place();
   void LoadLarger();

@@ -58,12 +58,17 @@ Picture LoadPictureForBox(const QString& path, TwipSize box, double pixelRatio) 
       path, [&](QSize natural) { return ToDevicePixels(FitToBox(Picture({}, natural), box), pixelRatio); });
 }
 
+Picture LoadFittedPicture(const QString& path, TwipSize box, double pixelRatio) {
+  const Picture picture = LoadPictureForBox(path, box, pixelRatio);
+  const QSize size = ToDevicePixels(FitToBox(picture, box), pixelRatio);
+  return {picture.Image().scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation),
+          picture.NaturalPixels()};
+}
+
 void CreateThumbnail(const Paths& paths, int photoId, const QString& imageType, double pixelRatio) {
   platform::EndSilently([&] {
-    const Picture picture =
-        LoadPictureForBox(ImageFileName(paths, photoId, imageType), ThumbnailBox, pixelRatio);
-    const QSize size = ToDevicePixels(FitToBox(picture, ThumbnailBox), pixelRatio);
-    platform::SavePicture(picture.Image().scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation),
+    const QString file = ImageFileName(paths, photoId, imageType);
+    platform::SavePicture(LoadFittedPicture(file, ThumbnailBox, pixelRatio).Image(),
                           ThumbFileName(paths, photoId));
   });
 }

@@ -35,6 +35,10 @@ constexpr int Centre(int boxLength, int length) { return (boxLength - length) / 
 /// pixels to a logical one. Raises what LoadPicture raises.
 platform::Picture LoadPictureForBox(const QString& path, TwipSize box, double pixelRatio);
 
+/// The same, and scaled to the fitted size, so that nothing is left to do for drawing it. Safe to call from
+/// any thread.
+platform::Picture LoadFittedPicture(const QString& path, TwipSize box, double pixelRatio);
+
 /// Makes the thumbnail of a stored image. Every failure ends it silently, with no file left behind by the
 /// failed step. Safe to call from any thread, for different photos.
 void CreateThumbnail(const Paths& paths, int photoId, const QString& imageType, double pixelRatio);

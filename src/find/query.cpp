@@ -38,9 +38,7 @@ void Query::QueryBttn_Click() {
 }
 
 void Query::RecordQuery_Click() {
-  Views.SuspendShow();
-  QueryBttn_Click();
-  Views.ResumeShow();
+  Views.HoldShow([this] { QueryBttn_Click(); });
 }
 
 }  // namespace veldrin::find

@@ -80,8 +80,12 @@ FileCopy::FileCopy(const QString& source, const QString& target) : Target(target
   Descriptor from(source, O_RDONLY | O_NONBLOCK);
   struct stat status {};
   if (from.Get() < 0 || ::fstat(from.Get(), &status) != 0 || !S_ISREG(status.st_mode)) Raise(ENOENT, source);
-  Descriptor to(target, O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW);
+  Descriptor to(target, O_WRONLY | O_CREAT | O_NOFOLLOW);
   if (to.Get() < 0) Raise(errno, target);
+  struct stat former {};
+  if (::fstat(to.Get(), &former) == 0 && former.st_dev == status.st_dev && former.st_ino == status.st_ino)
+    throw RuntimeError(errPermissionDenied, QStringLiteral("Permission denied: %1").arg(target));
+  if (::ftruncate(to.Get(), 0) != 0) Raise(errno, target);
   try {
     CopyBytes(from.Get(), source, to.Get(), target);
   } catch (const RuntimeError&) {

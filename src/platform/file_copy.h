@@ -9,8 +9,9 @@ namespace veldrin::platform {
 /// file that stands under the target's name is replaced.
 class FileCopy {
  public:
-  /// Raises 53 for a source that can't be opened or isn't a regular file, 61 where the disk is full, 75
-  /// otherwise; no target is left then.
+  /// Raises 70 where source and target are the same file, which stays as it is. Raises 53 for a source that
+  /// can't be opened or isn't a regular file, 61 where the disk is full, 75 otherwise; no target is left
+  /// then.
   FileCopy(const QString& source, const QString& target);
   ~FileCopy();
   FileCopy(const FileCopy&) = delete;

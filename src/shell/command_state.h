@@ -12,6 +12,9 @@ enum ViewCode : int {
   ImagePlayCode = 7
 };
 
+/// The button of `tbarToolBar` for the music dialog.
+constexpr int SetupMusicCode = 22;
+
 constexpr bool IsView(int code) {
   return code == DataViewCode || code == ImageViewCode || code == FormViewCode || code == AddNewCode ||
          code == ImagePlayCode;

@@ -11,7 +11,6 @@
 #include "folders/folder_tree.h"
 #include "platform/failure.h"
 #include "platform/program_start.h"
-#include "platform/sound.h"
 #include "platform/twips.h"
 #include "shell/about.h"
 #include "shell/layout.h"
@@ -24,11 +23,13 @@ using platform::ResumeNext;
 using platform::ToPixels;
 using platform::ToTwips;
 
-frmMain::frmMain(const platform::App& app, const catalogue::Paths& paths, platform::DBEngine& engine)
+frmMain::frmMain(const platform::App& app, const catalogue::Paths& paths, platform::DBEngine& engine,
+                 std::unique_ptr<show::Media> media)
     : TheApp(app),
       ThePaths(paths),
       Engine(engine),
       Data1(engine),
+      Media(std::move(media)),
       Inside(new QWidget(this)),
       Searching(Data1, browse::GridFields(), *this, *this),
       Viewing(Data1, engine, paths, *this) {
@@ -100,14 +101,15 @@ void frmMain::MakePanes() {
   TheFormView = new records::FormView(Data1, ThePaths, Engine, SSTab1);
   TheAddView = new records::AddView(Data1, *tvTreeView, ThePaths, Engine,
                                     QStandardPaths::writableLocation(QStandardPaths::PicturesLocation));
-  TheImagePlay = new show::ImagePlay(Show, SSTab1);
-  for (QWidget* panel : std::initializer_list<QWidget*>{TheDataView, TheFormView, TheAddView, TheImagePlay}) {
-    SSTab1->addWidget(panel);
-  }
   // The list of the music directory is never shown itself.
   MusicList = new platform::FileListBox(Inside);
   MusicList->setObjectName(QStringLiteral("AudioFileList"));
   MusicList->hide();
+  TheMusic = std::make_unique<show::Music>(Show, *MusicList, ThePaths.MusicDir, *Media);
+  TheImagePlay = new show::ImagePlay({Data1, ThePaths, Show, *TheMusic}, SSTab1);
+  for (QWidget* panel : std::initializer_list<QWidget*>{TheDataView, TheFormView, TheAddView, TheImagePlay}) {
+    SSTab1->addWidget(panel);
+  }
   bttnSplitter = new Splitter(Inside, [this](float position) { ArrangeMainWindow(position); });
   bttnSplitter->Place(DesignSplitterLeft, PaneTop, DesignHeight - PaneTop);
 }
@@ -146,18 +148,21 @@ void frmMain::Form_Load() {
 
 void frmMain::LoadMusic() {
   Show = show::ShowSettings{};
-  Show.MusicOn = platform::HasSoundCard();
+  Show.MusicOn = Media->HasSoundCard();
   QAction& play = Bars->Item("MusicPlay");
   play.setChecked(Show.MusicOn);
   play.setEnabled(Show.MusicOn);
   TheImagePlay->Button(show::MusicOnOff).setEnabled(Show.MusicOn);
   TheImagePlay->SetShowButtons();
-  MusicList->SetPattern(QStringLiteral("*.wav;*.snd;*.mp3;*.au;*.aif;*.aiff;*.aifc;*.asf;*.asx"));
+  MusicList->SetPattern(show::MusicPattern());
   // A catalogue without a music directory has no music.
   ResumeNext([&] { MusicList->SetPath(ThePaths.MusicDir); });
 }
 
-void frmMain::Form_Unload() { MusicList->clear(); }
+void frmMain::Form_Unload() {
+  TheImagePlay->TheShow().DisableTimer();
+  MusicList->clear();
+}
 
 void frmMain::closeEvent(QCloseEvent* event) {
   if (!tvTreeView->EndLabelEdit()) return event->ignore();
@@ -186,6 +191,8 @@ void frmMain::tbarToolBar_ButtonClick(int number) {
         return Querying->RecordQuery_Click();
       case 13:
         return Searching.SearchBttn_Click();
+      case SetupMusicCode:
+        return TheImagePlay->tbarShow_ButtonClick(show::SetupMusic);
       default:
         return;
     }
@@ -213,7 +220,8 @@ void frmMain::SetViewControls(int view) {
   Bars->SetViewMenus(TheCurrentView);
 }
 
-void frmMain::SSTab1_Click(int) {
+void frmMain::SSTab1_Click(int previousTab) {
+  if (previousTab == TabOfView(ImagePlayCode)) TheImagePlay->tbarShow_ButtonClick(show::StopPlay);
   // Another view: no routine walks the list, and a page without records may have left the guard up.
   Data1.SuppressReposition = false;
   if (SSTab1->currentIndex() == 0) Data1_Reposition();
@@ -338,7 +346,17 @@ void frmMain::showEvent(QShowEvent* event) {
 
 // --- dialogs and help -------------------------------------------------------------------------------------
 
-void frmMain::FileSetup_Click() { frmSetup(ThePaths.IniFile, this).exec(); }
+void frmMain::HoldShow(const std::function<void()>& dialog) {
+  const auto onShow = [this] { return SSTab1->currentWidget() == TheImagePlay; };
+  if (!onShow()) return dialog();
+  const int playState = TheImagePlay->TheShow().Suspend();
+  dialog();
+  if (onShow()) TheImagePlay->TheShow().Resume(playState);
+}
+
+void frmMain::FileSetup_Click() {
+  HoldShow([this] { frmSetup(ThePaths.IniFile, this).exec(); });
+}
 
 void frmMain::HelpAbout_Click() { frmAbout(this).exec(); }
 

@@ -28,6 +28,8 @@
 #include "shell/command_bars.h"
 #include "shell/splitter.h"
 #include "show/image_play.h"
+#include "show/media_player.h"
+#include "show/music.h"
 
 namespace veldrin::shell {
 
@@ -39,7 +41,8 @@ class frmMain : public QMainWindow,
                 public find::FindViews {
  public:
   /// Paths and engine must outlive the window. Nothing is read before Form_Load.
-  frmMain(const platform::App& app, const catalogue::Paths& paths, platform::DBEngine& engine);
+  frmMain(const platform::App& app, const catalogue::Paths& paths, platform::DBEngine& engine,
+          std::unique_ptr<show::Media> media = std::make_unique<show::MediaPlayer>());
   /// Deletes the working copy.
   ~frmMain() override;
 
@@ -73,8 +76,7 @@ class frmMain : public QMainWindow,
   void SetSelectionGrey(bool grey) override;
   void EnableRecordPaste(bool enabled) override;
   void ShowRecordUndoCut(bool visible) override;
-  void SuspendShow() override {}
-  void ResumeShow() override {}
+  void HoldShow(const std::function<void()>& dialog) override;
 
   void MakeHeader();
   void MakePanes();
@@ -86,6 +88,7 @@ class frmMain : public QMainWindow,
   void ConnectFolderCommands();
   void ConnectRecordCommands();
   void ConnectFinding();
+  void ConnectShow();
   void LoadMusic();
   void Form_Unload();
 
@@ -99,6 +102,7 @@ class frmMain : public QMainWindow,
 
   void RefreshBttn_Click();
   void ResetBttn_Click();
+  /// Runs a dialog for which a show on its tab waits.
   void FileSetup_Click();
   void HelpHelp_Click();
   void HelpAbout_Click();
@@ -109,6 +113,7 @@ class frmMain : public QMainWindow,
 
   catalogue::RecordList Data1;
   show::ShowSettings Show;
+  std::unique_ptr<show::Media> Media;
   int TheCurrentView = DataViewCode;
 
   // The controls belong to the window.
@@ -125,6 +130,7 @@ class frmMain : public QMainWindow,
   records::AddView* TheAddView;
   show::ImagePlay* TheImagePlay;
   platform::FileListBox* MusicList;
+  std::unique_ptr<show::Music> TheMusic;
   Splitter* bttnSplitter;
 
   std::unique_ptr<CommandBars> Bars;

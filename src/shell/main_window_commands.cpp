@@ -22,10 +22,9 @@ void frmMain::ConnectCommands() {
   ConnectFolderCommands();
   ConnectRecordCommands();
   ConnectFinding();
+  ConnectShow();
   OnChoice("FileSetup", [this] { FileSetup_Click(); });
   OnChoice("FileExit", [this] { close(); });
-  // The tick shows the state of the show, whatever the menu makes of a click.
-  OnChoice("MusicPlay", [this] { Bars->Item("MusicPlay").setChecked(Show.MusicOn); });
   OnChoice("HelpHelp", [this] { HelpHelp_Click(); });
   OnChoice("HelpAbout", [this] { HelpAbout_Click(); });
 }
@@ -97,6 +96,16 @@ void frmMain::ConnectFinding() {
   connect(&Data1, &catalogue::RecordList::Refreshed, this, &frmMain::ShowQueryState);
   // A click lifts the button, or puts it down, whatever the dialog is left by.
   connect(&Bars->Button(12), &QAction::toggled, this, &frmMain::ShowQueryState);
+}
+
+void frmMain::ConnectShow() {
+  const auto press = [this](const char* item, int button) {
+    OnChoice(item, [this, button] { TheImagePlay->tbarShow_ButtonClick(button); });
+  };
+  press("MusicPlay", show::MusicOnOff);
+  press("MusicSetup", show::SetupMusic);
+  connect(TheImagePlay, &show::ImagePlay::MusicSwitched, this,
+          [this] { Bars->Item("MusicPlay").setChecked(Show.MusicOn); });
 }
 
 }  // namespace veldrin::shell

@@ -1,9 +1,13 @@
 #include "show/image_play.h"
 
-#include <QIcon>
-#include <QToolButton>
+#include <QLabel>
+#include <QMouseEvent>
+#include <algorithm>
 
+#include "platform/panel_size.h"
 #include "platform/twips.h"
+#include "show/audio_dialog.h"
+#include "show/full_screen_show.h"
 
 namespace veldrin::show {
 
@@ -11,73 +15,81 @@ using platform::MoveTwips;
 
 namespace {
 
-struct ButtonLook {
-  int Number;
-  const char* Tip;
-  const char* Icon;
-};
-
-constexpr ButtonLook Looks[] = {{PlayBackward, "Play Backward", "media-playback-start-rtl"},
-                                {StopPlay, "Stop Play", "media-playback-stop"},
-                                {PlayForward, "Play Forward", "media-playback-start"},
-                                {StepBackward, "Step Backward", "media-skip-backward"},
-                                {PausePlay, "Pause", "media-playback-pause"},
-                                {StepForward, "Step Forward", "media-skip-forward"},
-                                {PlayOnce, "Play Once", "media-playlist-normal"},
-                                {PlayRepeat, "Play Repeat", "media-playlist-repeat"},
-                                {PlayFullScreen, "Play Full Screen", "view-fullscreen"},
-                                {MusicOnOff, "Music On/Off", "audio-volume-high"},
-                                {SetupMusic, "Setup Music", "view-media-playlist"}};
+constexpr int PlayLeft = 120;
+constexpr int PlayWidth = 12135;
+constexpr int ScreenTop = 420;
+// What lies below the pictures keeps its distance from the lower edge.
+constexpr int BelowScreen = platform::PanelHeight - 8640;
+constexpr int SliderFromEdge = platform::PanelHeight - 8730;
+constexpr int ToolbarFromEdge = platform::PanelHeight - 9120;
+constexpr int LeastScreenHeight = 1500;
 
 }  // namespace
 
-ImagePlay::ImagePlay(ShowSettings& settings, QWidget* parent)
+ImagePlay::ImagePlay(const ShowParts& parts, QWidget* parent)
     : QWidget(parent),
-      Settings(settings),
+      Parts(parts),
+      Title(new QLabel(QStringLiteral("Photo Image Show"), this)),
       picScreen(new QWidget(this)),
+      Pictures(new PicturePair(*picScreen)),
       Slider(new QSlider(Qt::Horizontal, this)),
-      tbarShow(new QToolBar(this)) {
+      tbarShow(new ShowToolbar(ShowWindow::Main, this)),
+      Timer1(new PictureTimer(*Pictures, this)),
+      Show(parts, *this, *Timer1, ShowWindow::Main) {
+  MakeControls();
+  PlaceControls();
+  SetShowButtons();
+  Slider->installEventFilter(this);
+  connect(tbarShow, &ShowToolbar::ButtonClick, this, &ImagePlay::tbarShow_ButtonClick);
+  connect(Timer1, &PictureTimer::Timer, this, [this] { Show.Timer1_Timer(); });
+  connect(&Parts.Data1, &catalogue::RecordList::Refreshed, this, [this] { Show.ListChanged(); });
+}
+
+void ImagePlay::MakeControls() {
   setObjectName(QStringLiteral("TabPannel(3)"));
-  auto* title = new QLabel(QStringLiteral("Photo Image Show"), this);
-  title->setObjectName(QStringLiteral("lblShow"));
-  title->setAlignment(Qt::AlignCenter);
-  MoveTwips(*title, 120, 60, 12135, 300);
+  Title->setObjectName(QStringLiteral("lblShow"));
+  static_cast<QLabel*>(Title)->setAlignment(Qt::AlignCenter);
   picScreen->setObjectName(QStringLiteral("picScreen"));
   picScreen->setAutoFillBackground(true);
   picScreen->setPalette(QPalette(Qt::black));
-  MoveTwips(*picScreen, 120, 420, 12135, 8220);
   Slider->setObjectName(QStringLiteral("Slider1"));
-  MoveTwips(*Slider, 120, 8730, 12135, 360);
-  MakeToolbar();
-  SetShowButtons();
 }
 
-void ImagePlay::MakeToolbar() {
-  tbarShow->setObjectName(QStringLiteral("tbarShow"));
-  tbarShow->setIconSize(QSize(22, 22));
-  MoveTwips(*tbarShow, 3600, 9120, 5400, 585);
-  int next = 4;
-  for (const ButtonLook& look : Looks) {
-    // A number between two buttons is a separator.
-    if (look.Number > next) tbarShow->addSeparator();
-    next = look.Number + 1;
-    QAction* action =
-        tbarShow->addAction(QIcon::fromTheme(QLatin1String(look.Icon)), QLatin1String(look.Tip));
-    action->setObjectName(QStringLiteral("tbarShow(%1)").arg(look.Number));
+void ImagePlay::PlaceControls() {
+  const int bottom = std::max(platform::ToTwips(height()), ScreenTop + LeastScreenHeight + BelowScreen);
+  MoveTwips(*Title, PlayLeft, 60, PlayWidth, 300);
+  MoveTwips(*picScreen, PlayLeft, ScreenTop, PlayWidth, bottom - BelowScreen - ScreenTop);
+  MoveTwips(*Slider, PlayLeft, bottom - SliderFromEdge, PlayWidth, 360);
+  MoveTwips(*tbarShow, 3600, bottom - ToolbarFromEdge, 5400, 585);
+}
+
+void ImagePlay::resizeEvent(QResizeEvent* event) {
+  QWidget::resizeEvent(event);
+  PlaceControls();
+}
+
+void ImagePlay::SetShowButtons() { tbarShow->SetShowButtons(Parts.Settings); }
+
+bool ImagePlay::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() == QEvent::MouseButtonPress) Show.Slider1_MouseDown();
+  if (event->type() == QEvent::MouseButtonRelease) {
+    // The slider takes its last value first.
+    watched->event(event);
+    Show.Slider1_MouseUp(Slider->value());
+    return true;
   }
+  return QWidget::eventFilter(watched, event);
 }
 
-QAction& ImagePlay::Button(int number) const {
-  return *tbarShow->findChild<QAction*>(QStringLiteral("tbarShow(%1)").arg(number));
+void ImagePlay::ChangeWindow() {
+  frmPic(Parts, *Slider, *window()).exec();
+  Pictures->Hide();
+  Q_EMIT MusicSwitched();
+  Show.TakeUp();
 }
 
-void ImagePlay::SetShowButtons() {
-  for (const ShowButtonState& state : show::SetShowButtons(Settings, Button(StopPlay).isEnabled())) {
-    Button(state.Button).setEnabled(state.Enabled);
-  }
-  Button(MusicOnOff)
-      .setIcon(QIcon::fromTheme(Settings.MusicOn ? QStringLiteral("audio-volume-high")
-                                                 : QStringLiteral("audio-volume-muted")));
+void ImagePlay::ShowAudioDialog() {
+  frmAudio(Parts.Data1, Parts.TheMusic.MusicList(), Parts.TheMusic.MusicDir(), window()).exec();
 }
 
 }  // namespace veldrin::show

@@ -7,9 +7,11 @@
 #include <QTest>
 #include <QTimer>
 
+#include "catalogue/schema.h"
 #include "folders/folder_tree.h"
 #include "platform/dir_list.h"
 #include "platform/runtime_error.h"
+#include "show/fakes.h"
 #include "support/test_support.h"
 
 namespace veldrin::shell {
@@ -34,8 +36,13 @@ class MainWindowTest : public testing::Test {
     Start();
   }
 
-  void Start() {
-    Window = std::make_unique<frmMain>(App, Catalogue.Paths(), Catalogue.Engine());
+  void Start(std::unique_ptr<show::Media> media = std::make_unique<show::MediaPlayer>()) {
+    if (Window) {
+      Window.reset();
+      catalogue::CreateWorkFile(Catalogue.Paths(), Catalogue.Engine(), Catalogue.ProgramPath());
+      catalogue::OpenCatalogue(Catalogue.Paths(), Catalogue.Engine());
+    }
+    Window = std::make_unique<frmMain>(App, Catalogue.Paths(), Catalogue.Engine(), std::move(media));
     Window->Form_Load();
     Window->show();
     Window->activateWindow();
@@ -69,6 +76,21 @@ class MainWindowTest : public testing::Test {
   QRect Twips(const char* name) {
     const QRect pixels = Get(QLatin1String(name)).geometry();
     return {pixels.left() * 15, pixels.top() * 15, pixels.width() * 15, pixels.height() * 15};
+  }
+
+  // Does something while the dialog that an action opens is there, and closes it.
+  static void OnDialog(const char* name, const std::function<void()>& open,
+                       const std::function<void()>& action) {
+    bool opened = false;
+    QTimer::singleShot(0, qApp, [&] {
+      QWidget* dialog = QApplication::activeModalWidget();
+      ASSERT_NE(dialog, nullptr);
+      opened = dialog->objectName() == QLatin1String(name);
+      action();
+      dialog->close();
+    });
+    open();
+    EXPECT_TRUE(opened) << name;
   }
 
   TestCatalogue Catalogue;
@@ -430,13 +452,72 @@ TEST_F(MainWindowTest, AnEmptyPageLeavesNothingStill) {
   EXPECT_EQ(Counter(), QStringLiteral("   1 of 10"));
 }
 
-TEST_F(MainWindowTest, TheMusicTickShowsTheStateOfTheShow) {
-  QAction& play = Action("MusicPlay");
-  EXPECT_EQ(play.isChecked(), play.isEnabled());  // on with a sound card, off and disabled without
-  const bool on = play.isChecked();
-  play.setEnabled(true);
-  play.trigger();
-  EXPECT_EQ(play.isChecked(), on);
+TEST_F(MainWindowTest, TheMusicMenuPressesTheButtonsOfTheShow) {
+  for (const bool soundCard : {false, true}) {
+    auto player = std::make_unique<show::ScriptedMedia>();
+    player->SoundCard = soundCard;
+    Start(std::move(player));
+    EXPECT_EQ(Action("MusicPlay").isChecked(), soundCard);
+    EXPECT_EQ(Action("MusicPlay").isEnabled(), soundCard);
+    EXPECT_EQ(Action("tbarShow(17)").isEnabled(), soundCard);
+  }
+  for (QAction* action : {&Action("MusicPlay"), &Action("tbarShow(17)")}) {
+    const bool on = Action("MusicPlay").isChecked();
+    action->trigger();
+    EXPECT_NE(Action("MusicPlay").isChecked(), on);
+  }
+  for (const char* name : {"MusicSetup", "tbarToolBar(22)", "tbarShow(19)"}) {
+    OnDialog(
+        "frmAudio", [&] { Choose(name); }, [] {});
+  }
+}
+
+TEST_F(MainWindowTest, AShowOnItsTabWaitsForADialog) {
+  auto scripted = std::make_unique<show::ScriptedMedia>();
+  show::ScriptedMedia& player = *scripted;
+  Start(std::move(scripted));
+  const auto& clock = Get<QTimer>(QStringLiteral("Timer1"));
+  Choose("MainPlay");
+  Choose("tbarShow(6)");
+  EXPECT_TRUE(clock.isActive());
+  EXPECT_EQ(player.State, show::MediaPlaying);
+  const auto waits = [&] {
+    EXPECT_FALSE(clock.isActive());
+    EXPECT_EQ(player.State, show::MediaPaused);
+  };
+  OnDialog(
+      "frmSetup", [this] { Choose("FileSetup"); }, waits);
+  EXPECT_TRUE(clock.isActive());
+  EXPECT_EQ(player.State, show::MediaPlaying);
+  // Music that was paused before stays paused.
+  Choose("tbarShow(17)");
+  OnDialog(
+      "frmSetup", [this] { Choose("FileSetup"); }, waits);
+  EXPECT_TRUE(clock.isActive());
+  EXPECT_EQ(player.State, show::MediaPaused);
+  Window->close();
+  EXPECT_FALSE(clock.isActive());
+}
+
+TEST_F(MainWindowTest, AShowEndsWhenItsTabIsLeft) {
+  for (const char* command : {"MainData", "MainImage", "MainForm", "MainAdd"}) {
+    Choose("MainPlay");
+    Choose("tbarShow(13)");
+    Choose("tbarShow(6)");
+    // Beyond the last photo.
+    Get<show::ImagePlay>(QStringLiteral("TabPannel(3)")).TheShow().Slider1_MouseUp(29);
+    EXPECT_EQ(Get<QSlider>(QStringLiteral("Slider1")).value(), 30);
+    Choose(command);
+    EXPECT_FALSE(Get<QTimer>(QStringLiteral("Timer1")).isActive()) << command;
+    EXPECT_FALSE(Action("tbarShow(5)").isEnabled()) << command;
+  }
+  Choose("MainPlay");
+  Choose("tbarShow(6)");
+  ClickFolder(TopUnorganized);  // holds nothing
+  Get<show::ImagePlay>(QStringLiteral("TabPannel(3)")).TheShow().Timer1_Timer();
+  EXPECT_TRUE(Action("tbarShow(5)").isEnabled());  // repeating
+  ClickFolder(Home);
+  EXPECT_EQ(Get<QSlider>(QStringLiteral("Slider1")).maximum(), 10);
 }
 
 TEST_F(MainWindowTest, ItsMenusPopUpAtTheirPlaces) {

@@ -32,15 +32,18 @@ inline std::string IdsOf(const std::vector<Photo>& photos) {
 class FindingViews : public find::FindViews, public catalogue::RecordViews {
  public:
   void ShowFolderRecords() override { ++Shown; }
-  void SuspendShow() override { Show = QStringLiteral("suspended"); }
-  void ResumeShow() override { Show = QStringLiteral("resumed"); }
+  void HoldShow(const std::function<void()>& dialog) override {
+    ShowIsHeld = true;
+    dialog();
+    ShowIsHeld = false;
+  }
   bool PreviewIsOn() const override { return false; }
   void SetPreview(bool) override {}
   void SetSliderMax(int) override {}
   void InitThumbScroll() override {}
 
   int Shown = 0;
-  QString Show;
+  bool ShowIsHeld = false;
 };
 
 class FindingTest : public testing::Test {

@@ -21,6 +21,7 @@
 #include "shell/configuration.h"
 #include "shell/main_window.h"
 #include "shell/splash.h"
+#include "tour/show_tour.h"
 
 namespace {
 
@@ -42,6 +43,8 @@ class Tour {
     DataView();
     FormView();
     Browse();
+    ShowTour(*Window, Paths.MusicDir,
+             [this](const QPixmap& picture, const char* name) { Save(picture, name); });
     AddNew();
     Dialogs();
   }
@@ -182,8 +185,6 @@ class Tour {
     SelectShortFolder();
     Save("05-image-view-short");
     SaveFolderMenu();
-    Choose("MainPlay");
-    Save("07-image-play");
   }
 
   // The first folder with fewer photos than a page has cells.

@@ -1,0 +1,120 @@
+#include "show/audio_dialog.h"
+
+#include <QFile>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QPushButton>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "platform/busy_pointer.h"
+#include "platform/failure.h"
+#include "platform/file_copy.h"
+#include "show/music.h"
+
+namespace veldrin::show {
+
+using platform::FileListBox;
+using platform::ResumeNext;
+
+namespace {
+
+QString FullName(const FileListBox& list, int index) {
+  const QString separator = list.Path().endsWith(QLatin1Char('/')) ? QString() : QStringLiteral("/");
+  return list.Path() + separator + list.List(index);
+}
+
+}  // namespace
+
+frmAudio::frmAudio(const catalogue::RecordList& data1, FileListBox& musicList, QString musicDir,
+                   QWidget* parent, QString audioDir)
+    : QDialog(parent),
+      Data1(data1),
+      MusicList(musicList),
+      MusicDir(std::move(musicDir)),
+      AudioDir(std::move(audioDir)),
+      Choosers(new platform::DirectoryChooser(this)) {
+  setObjectName(QStringLiteral("frmAudio"));
+  setWindowTitle(QStringLiteral("Select Audio FIles"));
+  Arrange();
+  Form_Load();
+  connect(Choosers, &platform::DirectoryChooser::Change, this, &frmAudio::Dir1_Change);
+}
+
+frmAudio::~frmAudio() { MusicList.Refresh(); }
+
+void frmAudio::Form_Load() {
+  ResumeNext([&] { Choosers->Drive1().SetDrive(AudioDir); });
+  ResumeNext([&] { Choosers->Dir1().SetPath(AudioDir); });
+  ResumeNext([&] { FileToSel->SetPath(AudioDir); });
+  FileToSel->SetPattern(MusicPattern());
+  ResumeNext([&] { FileToPlay->SetPath(MusicDir); });
+  FileToPlay->SetPattern(MusicPattern());
+  // Without a music directory the list would offer another one's files for removal.
+  if (FileToPlay->Path() != MusicDir) FileToPlay->clear();
+}
+
+void frmAudio::Arrange() {
+  auto* buttons = new QVBoxLayout;
+  buttons->addStretch(1);
+  buttons->addWidget(MakeButton("AddBttn", "&Add", &frmAudio::AddBttn_Click));
+  buttons->addWidget(MakeButton("RmvBttn", "&Rmv", &frmAudio::RmvBttn_Click));
+  buttons->addStretch(1);
+  buttons->addWidget(MakeButton("CloseBttn", "&Close", &frmAudio::CloseBttn_Click));
+  auto* row = new QHBoxLayout(this);
+  row->setContentsMargins(16, 14, 16, 16);
+  row->setSpacing(12);
+  row->addWidget(Choosers, 3);
+  row->addWidget(MakeList("FileToSel", "lblSel", "Files to Select:", FileToSel), 4);
+  row->addLayout(buttons);
+  row->addWidget(MakeList("FileToPlay", "lblPlay", "Files to Play:", FileToPlay), 4);
+  resize(860, 420);
+}
+
+QWidget* frmAudio::MakeList(const char* listName, const char* labelName, const char* caption,
+                            FileListBox*& list) {
+  auto* panel = new QWidget(this);
+  auto* label = new QLabel(QLatin1String(caption), panel);
+  label->setObjectName(QLatin1String(labelName));
+  list = new FileListBox(panel);
+  list->setObjectName(QLatin1String(listName));
+  label->setBuddy(list);
+  auto* column = new QVBoxLayout(panel);
+  column->setContentsMargins(0, 0, 0, 0);
+  column->addWidget(label);
+  column->addWidget(list, 1);
+  return panel;
+}
+
+QPushButton* frmAudio::MakeButton(const char* name, const char* caption, void (frmAudio::*handler)()) {
+  auto* button = new QPushButton(QLatin1String(caption), this);
+  button->setObjectName(QLatin1String(name));
+  button->setAutoDefault(false);
+  connect(button, &QPushButton::clicked, this, handler);
+  return button;
+}
+
+void frmAudio::Dir1_Change() {
+  if (!Data1.SuppressReposition) FileToSel->SetPath(Choosers->Path());
+}
+
+void frmAudio::AddBttn_Click() {
+  const platform::BusyPointer busy;
+  for (int i = 0; i < FileToSel->ListCount(); ++i) {
+    if (FileToSel->Selected(i)) platform::FileCopy(FullName(*FileToSel, i), MusicDir + FileToSel->List(i));
+  }
+  RefreshToPlay();
+}
+
+void frmAudio::RmvBttn_Click() {
+  for (int i = 0; i < FileToPlay->ListCount(); ++i) {
+    if (FileToPlay->Selected(i)) QFile::remove(FullName(*FileToPlay, i));
+  }
+  RefreshToPlay();
+}
+
+void frmAudio::RefreshToPlay() {
+  if (FileToPlay->Path() == MusicDir) FileToPlay->Refresh();
+}
+
+}  // namespace veldrin::show

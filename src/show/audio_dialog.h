@@ -1,0 +1,50 @@
+// The dialog that copies files into the music directory and deletes them from it.
+#pragma once
+
+#include <QDialog>
+#include <QStandardPaths>
+
+#include "catalogue/record_list.h"
+#include "platform/directory_chooser.h"
+#include "platform/file_list.h"
+
+class QPushButton;
+
+namespace veldrin::show {
+
+/// Lists the user's music directory at first.
+class frmAudio : public QDialog {
+  Q_OBJECT
+
+ public:
+  /// `musicList` is read anew when the dialog goes, so that the show plays what there is then.
+  frmAudio(const catalogue::RecordList& data1, platform::FileListBox& musicList, QString musicDir,
+           QWidget* parent,
+           QString audioDir = QStandardPaths::writableLocation(QStandardPaths::MusicLocation));
+  ~frmAudio() override;
+
+ private:
+  void Form_Load();
+  void Arrange();
+  QWidget* MakeList(const char* listName, const char* labelName, const char* caption,
+                    platform::FileListBox*& list);
+  QPushButton* MakeButton(const char* name, const char* caption, void (frmAudio::*handler)());
+  void RefreshToPlay();
+
+  void Dir1_Change();
+  /// A copy that fails is an error of the program.
+  void AddBttn_Click();
+  /// Passes over what can't be deleted.
+  void RmvBttn_Click();
+  void CloseBttn_Click() { accept(); }
+
+  const catalogue::RecordList& Data1;
+  platform::FileListBox& MusicList;
+  QString MusicDir;
+  QString AudioDir;
+  platform::DirectoryChooser* Choosers;
+  platform::FileListBox* FileToSel = nullptr;
+  platform::FileListBox* FileToPlay = nullptr;
+};
+
+}  // namespace veldrin::show

@@ -1,0 +1,31 @@
+// The media player of the machine.
+#pragma once
+
+#include <QElapsedTimer>
+#include <QMediaPlayer>
+
+#include "show/media.h"
+
+namespace veldrin::show {
+
+class MediaPlayer : public Media {
+ public:
+  bool HasSoundCard() const override;
+  int PlayState() const override { return State; }
+  void Open(const QString& file) override;
+  void Play() override;
+  void Pause() override;
+  void Stop() override;
+
+ private:
+  void SetState(int state);
+  void StatusChanged(QMediaPlayer::MediaStatus status);
+  void EndTrack(int state);
+
+  int State = MediaClosed;
+  QElapsedTimer Opened;
+  /// Each track has its own, a child of this object: what an earlier one still reports isn't the new one's.
+  QMediaPlayer* Player = nullptr;
+};
+
+}  // namespace veldrin::show

@@ -1,0 +1,50 @@
+#include "show/music.h"
+
+namespace veldrin::show {
+
+QString NextMusicFile(const QStringList& files, int& MusicIndex) {
+  if (files.isEmpty()) return {};
+  if (MusicIndex == files.size()) MusicIndex = 0;
+  return files.value(MusicIndex++);
+}
+
+Music::Music(ShowSettings& settings, platform::FileListBox& list, const QString& musicDir, Media& media)
+    : Settings(settings), List(list), Directory(musicDir), Player(media) {
+  connect(&Player, &Media::PlayStateChange, this, &Music::Media_PlayStateChange);
+}
+
+void Music::OpenNext() {
+  QStringList files;
+  for (int i = 0; i < List.ListCount(); ++i) files << List.List(i);
+  Player.Open(Directory + NextMusicFile(files, Settings.MusicIndex));
+}
+
+void Music::Begin() {
+  BrokenTracks = 0;
+  const int state = Player.PlayState();
+  if (state == MediaPaused) Player.Play();
+  if (state == MediaClosed || state == MediaStopped) OpenNext();
+}
+
+void Music::Play() {
+  if (Player.PlayState() == MediaPaused) Player.Play();
+}
+
+void Music::Pause() {
+  if (Player.PlayState() == MediaPlaying) Player.Pause();
+}
+
+void Music::Stop() {
+  if (Player.PlayState() != MediaStopped) Player.Stop();
+}
+
+void Music::Media_PlayStateChange(int oldState, int newState) {
+  if (oldState != MediaPlaying || (newState != MediaStopped && newState != MediaClosed)) return;
+  // A broken track is passed over, but a directory of nothing else must not be gone through for ever.
+  BrokenTracks = newState == MediaClosed ? BrokenTracks + 1 : 0;
+  if (BrokenTracks > 0 && BrokenTracks >= List.ListCount()) return;
+  const bool running = Settings.ShowState != StopPlay && Settings.ShowState != PausePlay;
+  if (Settings.MusicOn && running) OpenNext();
+}
+
+}  // namespace veldrin::show

@@ -1,0 +1,52 @@
+// The music behind the show: which track comes next, and when.
+#pragma once
+
+#include <QObject>
+
+#include "platform/file_list.h"
+#include "show/media.h"
+#include "show/show_state.h"
+
+namespace veldrin::show {
+
+/// The file kinds of the music directory.
+inline QString MusicPattern() {
+  return QStringLiteral("*.wav;*.snd;*.mp3;*.au;*.aif;*.aiff;*.aifc;*.asf;*.asx");
+}
+
+/// The name at the index, which then counts on. Only an index that equals the number of files begins anew:
+/// when the list has become shorter than that, the name is empty, as it is for an empty list.
+QString NextMusicFile(const QStringList& files, int& MusicIndex);
+
+class Music : public QObject {
+  Q_OBJECT
+
+ public:
+  /// The references must outlive it.
+  Music(ShowSettings& settings, platform::FileListBox& list, const QString& musicDir, Media& media);
+
+  platform::FileListBox& MusicList() const { return List; }
+  const QString& MusicDir() const { return Directory; }
+  bool HasSoundCard() const { return Player.HasSoundCard(); }
+  int PlayState() const { return Player.PlayState(); }
+
+  /// A paused track goes on; where there is none, the next one begins.
+  void Begin();
+  /// A paused player goes on.
+  void Play();
+  /// A playing player pauses.
+  void Pause();
+  void Stop();
+
+ private:
+  void OpenNext();
+  void Media_PlayStateChange(int oldState, int newState);
+
+  ShowSettings& Settings;
+  platform::FileListBox& List;
+  const QString& Directory;
+  Media& Player;
+  int BrokenTracks = 0;  ///< one after another
+};
+
+}  // namespace veldrin::show

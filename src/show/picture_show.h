@@ -1,0 +1,102 @@
+// The picture show: a walk through the list of records, a picture every three seconds. Its rules only; it is
+// the same in the window and on the whole screen, which give it their surfaces.
+#pragma once
+
+#include "catalogue/paths.h"
+#include "catalogue/record_list.h"
+#include "show/music.h"
+#include "show/show_state.h"
+
+namespace veldrin::show {
+
+/// What the show asks of the window that it plays in.
+class ShowSurface {
+ public:
+  virtual ~ShowSurface() = default;
+  /// Shows a file in the place of the picture before it. Raises what is wrong with the file; the picture
+  /// before it stays then.
+  virtual void ShowPicture(const QString& file) = 0;
+  /// Tells the file that will probably be shown next; an empty name for none.
+  virtual void PreparePicture(const QString& file) = 0;
+  virtual void HidePictures() = 0;
+  virtual void SetSlider(int value) = 0;
+  virtual bool IsEnabled(int button) const = 0;
+  /// Sets the buttons from the settings.
+  virtual void SetShowButtons() = 0;
+  virtual void MusicOnChanged() = 0;
+  /// Goes on in the other window.
+  virtual void ChangeWindow() = 0;
+  /// Shows the dialog of the music directory until it is closed.
+  virtual void ShowAudioDialog() = 0;
+};
+
+/// The timer of the three seconds, which calls Timer1_Timer.
+class ShowTimer {
+ public:
+  virtual ~ShowTimer() = default;
+  /// Enabling it begins a new period.
+  virtual void SetEnabled(bool enabled) = 0;
+};
+
+/// What both windows of the show share.
+struct ShowParts {
+  catalogue::RecordList& Data1;
+  const catalogue::Paths& ThePaths;
+  ShowSettings& Settings;
+  Music& TheMusic;
+};
+
+/// In which of its windows a show plays.
+enum class ShowWindow { Main, FullScreen };
+
+class PictureShow {
+ public:
+  /// The references must outlive the show.
+  PictureShow(const ShowParts& parts, ShowSurface& surface, ShowTimer& timer, ShowWindow window)
+      : Parts(parts), Surface(surface), Timer1(timer), Window(window) {}
+
+  void tbarShow_ButtonClick(int button);
+  /// One step: shows the current record and moves on, so that the list always stands one record ahead of the
+  /// picture. Errors are passed over.
+  void Timer1_Timer();
+  void Slider1_MouseDown();
+  void Slider1_MouseUp(int value);
+
+  /// Takes up the show in the state in which the other window left it.
+  void TakeUp();
+  /// Holds a running show while a dialog is open. Returns the state of the player before.
+  int Suspend();
+  /// Goes on after Suspend, whose answer it takes.
+  void Resume(int playState);
+  /// The list was read anew: another picture is the next.
+  void ListChanged();
+  void DisableTimer() { Timer1.SetEnabled(false); }
+
+ private:
+  bool IsRunning() const;
+  void Play(int direction);
+  void StopShow();
+  void Pause();
+  void SetRepeat(bool repeat);
+  void LeaveWindow();
+  void ToggleMusic();
+  void ShowMusicSetup();
+
+  void ClearShow();
+  void StepShow(int button);
+  void ShowPlayImage();
+  bool TurnAround();
+  void MoveOn(bool forward);
+  void TakeBack();
+  void WriteSlider();
+  void Prepare(int position);
+  void PrepareNext();
+  QString FileAt(int position) const;
+
+  ShowParts Parts;
+  ShowSurface& Surface;
+  ShowTimer& Timer1;
+  ShowWindow Window;
+};
+
+}  // namespace veldrin::show

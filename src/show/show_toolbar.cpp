@@ -1,0 +1,64 @@
+#include "show/show_toolbar.h"
+
+#include <QIcon>
+
+#include "show/picture_show.h"
+
+namespace veldrin::show {
+
+namespace {
+
+struct ButtonLook {
+  int Number;
+  const char* Tip;
+  const char* FullScreenTip;
+  const char* Icon;
+};
+
+constexpr ButtonLook Looks[] = {{PlayBackward, "Play Backward", "Play Backward", "media-playback-start-rtl"},
+                                {StopPlay, "Stop Play", "Stop Play", "media-playback-stop"},
+                                {PlayForward, "Play Forward", "Play Forward", "media-playback-start"},
+                                {StepBackward, "Step Backward", "Step Backward", "media-skip-backward"},
+                                {PausePlay, "Pause", "Pause", "media-playback-pause"},
+                                {StepForward, "Step Forward", "Step Forward", "media-skip-forward"},
+                                {PlayOnce, "Play Once", "Play Once", "media-playlist-normal"},
+                                {PlayRepeat, "Play Repeat", "Play Repeat", "media-playlist-repeat"},
+                                {PlayFullScreen, "Play Full Screen", "Play Window", "view-fullscreen"},
+                                {MusicOnOff, "Music On/Off", "Music On/Off", "audio-volume-high"},
+                                {SetupMusic, "Setup Music", "", "view-media-playlist"}};
+
+}  // namespace
+
+ShowToolbar::ShowToolbar(ShowWindow window, QWidget* parent) : QToolBar(parent) {
+  setObjectName(QStringLiteral("tbarShow"));
+  setIconSize(QSize(22, 22));
+  // What happens on a button, a disabled one too, is no business of the picture behind it.
+  setAttribute(Qt::WA_NoMousePropagation);
+  int next = PlayBackward;
+  for (const ButtonLook& look : Looks) {
+    // A number between two buttons is a separator.
+    if (look.Number > next) addSeparator();
+    next = look.Number + 1;
+    QAction* action =
+        addAction(QIcon::fromTheme(QLatin1String(look.Icon)),
+                  QLatin1String(window == ShowWindow::FullScreen ? look.FullScreenTip : look.Tip));
+    action->setObjectName(QStringLiteral("tbarShow(%1)").arg(look.Number));
+    widgetForAction(action)->setFocusPolicy(Qt::NoFocus);
+    connect(action, &QAction::triggered, this, [this, number = look.Number] { Q_EMIT ButtonClick(number); });
+  }
+}
+
+QAction& ShowToolbar::Button(int number) const {
+  return *findChild<QAction*>(QStringLiteral("tbarShow(%1)").arg(number));
+}
+
+void ShowToolbar::SetShowButtons(const ShowSettings& settings) {
+  for (const ShowButtonState& state : show::SetShowButtons(settings, Button(StopPlay).isEnabled())) {
+    Button(state.Button).setEnabled(state.Enabled);
+  }
+  Button(MusicOnOff)
+      .setIcon(QIcon::fromTheme(settings.MusicOn ? QStringLiteral("audio-volume-high")
+                                                 : QStringLiteral("audio-volume-muted")));
+}
+
+}  // namespace veldrin::show

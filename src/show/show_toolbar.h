@@ -1,0 +1,27 @@
+// The buttons of the show, in its window and on the whole screen.
+#pragma once
+
+#include <QAction>
+#include <QToolBar>
+
+#include "show/show_state.h"
+
+namespace veldrin::show {
+
+enum class ShowWindow;
+
+/// `tbarShow`. Its buttons are the actions `tbarShow(4)` to `tbarShow(19)`, all enabled at first.
+class ShowToolbar : public QToolBar {
+  Q_OBJECT
+
+ public:
+  ShowToolbar(ShowWindow window, QWidget* parent);
+
+  QAction& Button(int number) const;
+  void SetShowButtons(const ShowSettings& settings);
+
+ Q_SIGNALS:
+  void ButtonClick(int button);
+};
+
+}  // namespace veldrin::show

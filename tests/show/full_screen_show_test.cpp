@@ -1,0 +1,196 @@
+#include "show/full_screen_show.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QMouseEvent>
+#include <QScreen>
+#include <QTest>
+#include <QTimer>
+
+#include "show/fakes.h"
+#include "show/image_play.h"
+
+namespace veldrin::show {
+namespace {
+
+/// Image Play on five photos, each of its own colour, with a slow clock that never ticks within a test.
+class FullScreenTest : public testing::Test {
+ protected:
+  FullScreenTest() : Play(Bench.Parts, nullptr) {
+    for (int id = 1; id <= 5; ++id) Bench.Catalogue.AddPhoto(id, QString(), {}, QSize(60 + id, 40));
+    Bench.Data1.Refresh();
+    Play.Slider1().setMaximum(5);
+    Play.resize(829, 654);
+    Play.show();
+  }
+
+  // Opens the whole screen by its button and does something there.
+  void OnWholeScreen(const std::function<void(QWidget& window)>& action) {
+    bool opened = false;
+    QTimer::singleShot(0, qApp, [&] {
+      QWidget* window = QApplication::activeModalWidget();
+      ASSERT_NE(window, nullptr);
+      opened = QTest::qWaitForWindowExposed(window);
+      action(*window);
+      window->close();
+    });
+    Play.Button(PlayFullScreen).trigger();
+    EXPECT_TRUE(opened);
+    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
+  }
+  static bool IsRunning(const QWidget& window) {
+    return window.findChild<QTimer*>(QStringLiteral("Timer1"))->isActive();
+  }
+  // The width of the photo that a window shows; 0 for none.
+  static int PhotoShown(const QWidget& window) {
+    for (const char* name : {"PictureShow(0)", "PictureShow(1)"}) {
+      const auto& image = *window.findChild<catalogue::FittedImage*>(QLatin1String(name));
+      if (!image.isHidden()) return RoundWidth(image.size());
+    }
+    return 0;
+  }
+  // From 60 + id by 40, enlarged.
+  static int RoundWidth(QSize size) {
+    return static_cast<int>(std::lround(40.0 * size.width() / size.height())) - 60;
+  }
+  QString State() const {
+    return QStringLiteral("%1: %2 @ %3/%4")
+        .arg(Bench.Settings.ShowState)
+        .arg(PhotoShown(Play))
+        .arg(Bench.Data1.AbsolutePosition() + 1)
+        .arg(const_cast<ImagePlay&>(Play).Slider1().value());
+  }
+
+  ShowBench Bench{0};
+  ImagePlay Play;
+};
+
+TEST_F(FullScreenTest, IsABlackWindowOverTheScreen) {
+  OnWholeScreen([&](QWidget& window) {
+    EXPECT_EQ(window.geometry(), Play.screen()->geometry());
+    EXPECT_TRUE(window.windowFlags().testFlag(Qt::FramelessWindowHint));
+    EXPECT_TRUE(window.isModal());
+    EXPECT_EQ(window.palette().color(QPalette::Window), QColor(Qt::black));
+    EXPECT_EQ(PhotoShown(window), 0);  // the show is stopped
+    EXPECT_EQ(window.findChild<QAction*>(QStringLiteral("tbarShow(15)"))->toolTip(),
+              QStringLiteral("Play Window"));
+    EXPECT_EQ(window.findChild<QAction*>(QStringLiteral("tbarShow(19)"))->toolTip(), QString());
+  });
+  EXPECT_EQ(State(), QStringLiteral("5: 0 @ 1/0"));
+}
+
+void MovePointer(QWidget& control, QPoint place) {
+  QMouseEvent event(QEvent::MouseMove, place, control.mapToGlobal(place), Qt::NoButton, Qt::NoButton, {});
+  QApplication::sendEvent(&control, &event);
+}
+
+TEST_F(FullScreenTest, ShowsItsButtonsAtTheLowerEdge) {
+  Play.Button(PlayForward).trigger();
+  OnWholeScreen([](QWidget& window) {
+    const auto& bar = *window.findChild<ShowToolbar*>();
+    const int barTop = window.height() - 2 * bar.height();
+    EXPECT_TRUE(bar.isHidden());
+    for (const auto& [y, visible] :
+         std::map<int, bool>{{barTop - 1, false}, {barTop, true}, {window.height() - 1, true}}) {
+      MovePointer(window, QPoint(5, 300));
+      MovePointer(window, QPoint(5, y));
+      EXPECT_EQ(bar.isVisible(), visible) << y;
+    }
+    EXPECT_EQ(bar.geometry().top(), barTop);
+    EXPECT_NEAR(bar.geometry().center().x(), window.width() / 2, 1);
+    // Over a picture it is the same place, and a button that is off doesn't let a double click through.
+    QWidget& image = *window.findChild<QWidget*>(QStringLiteral("PictureShow(0)"));
+    MovePointer(image, QPoint(20, 20));
+    EXPECT_TRUE(bar.isHidden());
+    MovePointer(window, QPoint(5, barTop));
+    QTest::mouseDClick(bar.widgetForAction(&bar.Button(StepBackward)), Qt::LeftButton);
+    EXPECT_TRUE(window.isVisible());
+  });
+}
+
+struct Exit {
+  const char* Name;
+  std::function<void(QWidget&)> Leave;
+  const char* State;
+};
+
+class FullScreenExit : public FullScreenTest, public testing::WithParamInterface<Exit> {};
+
+TEST_P(FullScreenExit, LeadsBackToTheWindow) {
+  Play.Button(PlayForward).trigger();
+  EXPECT_EQ(State(), QStringLiteral("6: 1 @ 2/1"));
+  OnWholeScreen([&](QWidget& window) {
+    EXPECT_EQ(PhotoShown(window), 1);
+    EXPECT_TRUE(IsRunning(window));
+    EXPECT_FALSE(IsRunning(Play));
+    GetParam().Leave(window);
+    EXPECT_FALSE(window.isVisible());
+  });
+  EXPECT_EQ(State(), QLatin1String(GetParam().State));
+  EXPECT_EQ(IsRunning(Play), Bench.Settings.ShowState == PlayForward);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Ways, FullScreenExit,
+    testing::Values(
+        Exit{"Esc", [](QWidget& window) { QTest::keyClick(&window, Qt::Key_Escape); }, "6: 2 @ 3/2"},
+        Exit{"ADoubleClickOnTheForm",
+             [](QWidget& window) { QTest::mouseDClick(&window, Qt::LeftButton, {}, QPoint(2, 2)); },
+             "6: 2 @ 3/2"},
+        Exit{"ADoubleClickOnThePicture",
+             [](QWidget& window) {
+               QTest::mouseDClick(window.findChild<QWidget*>(QStringLiteral("PictureShow(0)")),
+                                  Qt::LeftButton);
+             },
+             "6: 2 @ 3/2"},
+        Exit{"TheButton",
+             [](QWidget& window) { window.findChild<QAction*>(QStringLiteral("tbarShow(15)"))->trigger(); },
+             "6: 1 @ 2/1"},
+        Exit{"SpaceAndEsc",
+             [](QWidget& window) {
+               QTest::keyClick(&window, Qt::Key_Space);
+               QTest::keyClick(&window, Qt::Key_Escape);
+             },
+             "9: 1 @ 1/1"}),
+    test::CaseName);
+
+TEST_F(FullScreenTest, HasNoMusicButtonWithoutASoundCard) {
+  for (const bool soundCard : {true, false}) {
+    Bench.Player.SoundCard = soundCard;
+    OnWholeScreen([&](QWidget& window) {
+      EXPECT_EQ(window.findChild<QAction*>(QStringLiteral("tbarShow(17)"))->isEnabled(), soundCard);
+    });
+  }
+}
+
+TEST_F(FullScreenTest, TheSliderIsTheMousesToDrag) {
+  Play.Button(PlayForward).trigger();
+  QSlider& slider = Play.Slider1();
+  slider.setValue(0);
+  QTest::mousePress(&slider, Qt::LeftButton, {}, QPoint(5, slider.height() / 2));
+  EXPECT_FALSE(IsRunning(Play));
+  QTest::mouseMove(&slider, QPoint(slider.width() / 2, slider.height() / 2));
+  slider.setSliderPosition(3);
+  QTest::mouseRelease(&slider, Qt::LeftButton, {}, QPoint(slider.width() / 2, slider.height() / 2));
+  EXPECT_TRUE(IsRunning(Play));
+  EXPECT_EQ(PhotoShown(Play), slider.value());
+  EXPECT_GE(slider.value(), 3);
+}
+
+TEST_F(FullScreenTest, KeepsTheLastPictureWhenAFileIsLostMeanwhile) {
+  Play.Button(PlayForward).trigger();
+  EXPECT_EQ(PhotoShown(Play), 1);
+  QFile::remove(catalogue::ImageFileName(Bench.Catalogue.Paths(), 2, QStringLiteral("jpg")));
+  QFile::remove(catalogue::ImageFileName(Bench.Catalogue.Paths(), 2, QStringLiteral("bmp")));
+  Play.TheShow().Timer1_Timer();
+  EXPECT_EQ(State(), QStringLiteral("6: 1 @ 3/2"));
+  Play.TheShow().Timer1_Timer();
+  EXPECT_EQ(State(), QStringLiteral("6: 3 @ 4/3"));
+  // One image of the two is seen at a time.
+  EXPECT_NE(Play.findChild<QWidget*>(QStringLiteral("PictureShow(0)"))->isHidden(),
+            Play.findChild<QWidget*>(QStringLiteral("PictureShow(1)"))->isHidden());
+}
+
+}  // namespace
+}  // namespace veldrin::show
