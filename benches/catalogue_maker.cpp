@@ -12,6 +12,7 @@
 #include <random>
 #include <stdexcept>
 
+#include "benches/figure.h"
 #include "benches/sqlite_file.h"
 #include "catalogue/schema.h"
 
@@ -173,6 +174,13 @@ QString MakePictureCatalogue(const QString& program, const std::vector<std::stri
   }
   file.Run("COMMIT");
   return program;
+}
+
+QString CopyCatalogue(const QString& program, const QString& copy) {
+  std::filesystem::remove_all(copy.toStdString());
+  std::filesystem::copy(program.toStdString(), copy.toStdString(), std::filesystem::copy_options::recursive);
+  RunShell("sync");
+  return copy;
 }
 
 OpenedCatalogue::OpenedCatalogue(const QString& program) {

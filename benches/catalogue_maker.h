@@ -36,6 +36,10 @@ QString MakePictureCatalogue(const QString& program, const std::vector<std::stri
 /// A program directory with the ready-made files; what was there before goes.
 void MakeEmptyCatalogue(const QString& program);
 
+/// A copy of a program directory, flushed to the disk, for a measurement that changes it. What was in its
+/// place goes.
+QString CopyCatalogue(const QString& program, const QString& copy);
+
 /// A catalogue that is open as the program has it after its start. Throws when it can't be opened.
 class OpenedCatalogue {
  public:

@@ -1,7 +1,5 @@
 // Filing many records in another folder.
 
-#include <filesystem>
-
 #include "benches/catalogue_maker.h"
 #include "benches/figure.h"
 #include "benches/sqlite_file.h"
@@ -20,22 +18,13 @@ class NoViews : public records::ClipboardViews, public catalogue::RecordViews {
   void SetSelectionGrey(bool) override {}
   void EnableRecordPaste(bool) override {}
   void ShowRecordUndoCut(bool) override {}
-  void ShowThumbPannel() override {}
+  void ShowFolderRecords() override {}
   void SetRecordMenus() override {}
   bool PreviewIsOn() const override { return false; }
   void SetPreview(bool) override {}
   void SetSliderMax(int) override {}
   void InitThumbScroll() override {}
 };
-
-/// A catalogue of its own, as the pastes change it.
-QString CopyCatalogue(const std::string& data, const char* name) {
-  const std::string from = MakeCatalogue(QString::fromStdString(data), Catalogue).toStdString();
-  const std::string to = data + "/" + name;
-  std::filesystem::remove_all(to);
-  std::filesystem::copy(from, to, std::filesystem::copy_options::recursive);
-  return QString::fromStdString(to);
-}
 
 class ClipboardBench {
  public:
@@ -127,12 +116,16 @@ class SqliteClipboard {
   SqliteFile File;
 };
 
-// Made at the first measurement.
+// Made at the first measurement, on a catalogue of its own.
 template <class Bench>
 std::function<Bench&()> Once(const std::string& data, const char* name) {
   const auto made = std::make_shared<std::unique_ptr<Bench>>();
   return [data, name, made]() -> Bench& {
-    if (!*made) *made = std::make_unique<Bench>(CopyCatalogue(data, name));
+    if (!*made) {
+      const QString directory = QString::fromStdString(data);
+      *made = std::make_unique<Bench>(
+          CopyCatalogue(MakeCatalogue(directory, Catalogue), directory + QLatin1String(name)));
+    }
     return **made;
   };
 }
@@ -140,11 +133,11 @@ std::function<Bench&()> Once(const std::string& data, const char* name) {
 }  // namespace
 
 void AddClipboardFigures(const std::string& data) {
-  const auto bench = Once<ClipboardBench>(data, "paste");
-  const auto reference = Once<SqliteClipboard>(data, "paste-sqlite");
-  AddFigure({"record_copy_10k", "ms", [bench] { return bench().Stage(); },
+  const auto bench = Once<ClipboardBench>(data, "/paste");
+  const auto reference = Once<SqliteClipboard>(data, "/paste-sqlite");
+  AddFigure({"copy_10000_records", "ms", [bench] { return bench().Stage(); },
              [reference] { return reference().Stage(); }, 11});
-  AddFigure({"record_paste_10k", "ms", [bench] { return bench().Paste(); },
+  AddFigure({"paste_10000_records", "ms", [bench] { return bench().Paste(); },
              [reference] { return reference().Paste(); }, 11});
 }
 

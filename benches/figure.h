@@ -47,6 +47,7 @@ void RunShell(const std::string& command);
 /// The figures of each field; `data` is the directory of what is made once and kept.
 void AddClipboardFigures(const std::string& data);
 void AddFindFigures(const std::string& data);
+void AddFolderFigures(const std::string& data);
 void AddPageFigures(const std::string& data);
 void AddStoringFigures(const std::string& data);
 void AddRecordFigures(const std::string& data);

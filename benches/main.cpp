@@ -19,6 +19,7 @@ int main(int argc, char** argv) {
   const std::string data = directory.absolutePath().toStdString();
   AddClipboardFigures(data);
   AddFindFigures(data);
+  AddFolderFigures(data);
   AddPageFigures(data);
   AddStoringFigures(data);
   AddRecordFigures(data);

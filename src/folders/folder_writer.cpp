@@ -16,6 +16,7 @@ QString FolderWriter::AddFolderRecord(int level, const QString& name, const QStr
   }
   QString key = parentKey + PadKey(last.right(SegmentLength).toInt() + 1, SegmentLength);
   Insert(level, key, name);
+  if (FirstKey.isEmpty()) FirstKey = key;
   // As texts: behind 9999 the last key stays the last.
   last = std::max(last, key);
   return key;
@@ -24,11 +25,24 @@ QString FolderWriter::AddFolderRecord(int level, const QString& name, const QStr
 QString& FolderWriter::LastKey(int level, const QString& parentKey) {
   const auto known = LastKeys.find(parentKey);
   if (known != LastKeys.end()) return *known;
+  const bool inFirst = !FirstKey.isEmpty() && parentKey.startsWith(FirstKey);
+  return *LastKeys.insert(parentKey,
+                          inFirst && HasNoneInFirst(level) ? QString() : FindLast(level, parentKey));
+}
+
+// Asked before the first row is written there.
+bool FolderWriter::HasNoneInFirst(int level) {
+  const auto known = NoneInFirst.find(level);
+  if (known != NoneInFirst.end()) return known->second;
+  return NoneInFirst[level] = FindLast(level, FirstKey).isEmpty();
+}
+
+QString FolderWriter::FindLast(int level, const QString& parentKey) {
   const QString below = level == 1 ? QString() : QStringLiteral(" WHERE IDNo LIKE '%1*'").arg(parentKey);
   const auto last = TheDatabase.OpenRecordset(
       QStringLiteral("SELECT Max(IDNo) AS ID FROM %1%2").arg(catalogue::LevelTable(level), below),
       platform::dbOpenSnapshot);
-  return *LastKeys.insert(parentKey, last->Field(QStringLiteral("ID")).toString());
+  return last->Field(QStringLiteral("ID")).toString();
 }
 
 void FolderWriter::Insert(int level, const QString& key, const QString& name) {

@@ -10,8 +10,9 @@
 
 namespace veldrin::folders {
 
-/// Writes one folder or thousands: what one row needs prepared serves for all, and a parent's last key is
-/// asked for once. So nobody else may write folders while a writer is in use.
+/// Writes one folder or thousands: what one row needs prepared serves for all, a parent's last key is asked
+/// for once, and below the first folder written once for a whole level, as nothing stands there as a rule. So
+/// nobody else may write folders while a writer is in use.
 class FolderWriter {
  public:
   explicit FolderWriter(platform::Database& database) : TheDatabase(database) {}
@@ -23,11 +24,15 @@ class FolderWriter {
 
  private:
   QString& LastKey(int level, const QString& parentKey);
+  bool HasNoneInFirst(int level);
+  QString FindLast(int level, const QString& parentKey);
   void Insert(int level, const QString& key, const QString& name);
 
   platform::Database& TheDatabase;
   std::map<int, std::unique_ptr<platform::Recordset>> Tables;  ///< by level
   QHash<QString, QString> LastKeys;                            ///< by parent; empty below one without rows
+  QString FirstKey;
+  std::map<int, bool> NoneInFirst;  ///< by level
 };
 
 }  // namespace veldrin::folders

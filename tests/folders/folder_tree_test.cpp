@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "folders/folder_keys.h"
+#include "folders/folder_writer.h"
 #include "platform/runtime_error.h"
 #include "support/test_support.h"
 
@@ -48,6 +49,25 @@ TEST(FolderTree, HandsOutKeysBelowEachParent) {
                      QStringLiteral("DELETE FROM tblLevel2 WHERE IDNo = '00010001'")});
   EXPECT_EQ(Add(catalogue, 1, QStringLiteral("Again"), {}), QStringLiteral("0002"));
   EXPECT_EQ(Add(catalogue, 2, QStringLiteral("Third"), QStringLiteral("0001")), QStringLiteral("00010003"));
+}
+
+// Another machine may have left rows below a key that is handed out again.
+TEST(FolderTree, OneWriterNumbersASubtreeBehindRowsLeftThere) {
+  TestCatalogue catalogue;
+  catalogue.Execute(
+      {QStringLiteral("INSERT INTO tblLevel3 (IDNo, FolderName) VALUES('000100020005', 'left')")});
+  const auto database = catalogue.Engine().OpenDatabase(catalogue.Paths().WorkFile);
+  FolderWriter writer(*database);
+  QStringList keys;
+  const auto add = [&](int level, const char* parent) {
+    keys << writer.AddFolderRecord(level, QStringLiteral("new"), QLatin1String(parent));
+  };
+  add(1, "");
+  add(2, "0001");
+  add(3, "00010001");
+  add(2, "0001");
+  add(3, "00010002");
+  EXPECT_EQ(keys.join(QLatin1Char(' ')), QStringLiteral("0001 00010001 000100010001 00010002 000100020006"));
 }
 
 TEST(FolderTree, LoadsTheLevelsInOrderOfNames) {

@@ -5,6 +5,7 @@
 #include <QString>
 #include <QStringList>
 #include <algorithm>
+#include <iterator>
 #include <map>
 #include <optional>
 #include <set>
@@ -41,8 +42,9 @@ class CatalogueModel {
   };
 
   std::map<int, Folder> Folders = {{0, {QStringLiteral("Photos"), -1, {}, false, {}}}};
-  std::map<Place, std::set<int>> Photos;  ///< also at places whose folder has gone
+  std::map<Place, std::set<int>> Photos;  ///< also at places whose folder has gone, and deleted ones
   std::set<int> AllPhotos;
+  std::set<int> Hidden;  ///< see Remove
   ModelNode Selected;
   std::optional<Pending> PendingFolder;
   std::optional<Pending> PendingRecords;
@@ -73,9 +75,20 @@ class CatalogueModel {
     std::set<int> shown;
     for (const auto& [place, photos] : Photos) {
       if (node.Unorganized ? place == At(node) : IsBelow(place, At(node)))
-        shown.insert(photos.begin(), photos.end());
+        std::set_intersection(photos.begin(), photos.end(), AllPhotos.begin(), AllPhotos.end(),
+                              std::inserter(shown, shown.end()));
     }
     return shown;
+  }
+
+  /// The photos that no folder leads to; without folders nothing does.
+  std::set<int> Unreached() const {
+    std::set<int> unreached = AllPhotos;
+    for (const ModelNode node : Nodes()) {
+      if (IsRoot(node)) continue;
+      for (const int photo : Shows(node)) unreached.erase(photo);
+    }
+    return HasChildren({}) ? unreached : std::set<int>();
   }
 
   /// Whether the target shows the source's photos in any case, as it stands above it.
@@ -125,13 +138,13 @@ class CatalogueModel {
   }
 
   // A folder cut before stays grey.
-  void Cut(int folder) {
-    PendingFolder = Pending{{folder, false}, true};
-    SetGrey(folder, true);
+  void Cut() {
+    PendingFolder = Pending{Selected, true};
+    SetGrey(Selected.Folder, true);
   }
-  void Copy(int folder) {
+  void Copy() {
     UndoCut();
-    PendingFolder = Pending{{folder, false}, false};
+    PendingFolder = Pending{Selected, false};
   }
   void UndoCut() {
     if (!PendingFolder || !PendingFolder->IsCut) return;
@@ -182,7 +195,26 @@ class CatalogueModel {
     PendingRecords.reset();
   }
 
-  // Deleting records and removing them from a folder belong here.
+  void AddPhoto(int photo) {
+    AllPhotos.insert(photo);
+    Photos[{}].insert(photo);
+  }
+
+  // One that waits for a paste still comes to stand where it is pasted, shown by nothing.
+  void DeletePhoto(int photo) {
+    RemoveBelow({}, photo);
+    AllPhotos.erase(photo);
+  }
+
+  /// The photo falls to the parent unless it stands elsewhere below it. At the top a place whose folder has
+  /// gone counts as well: such a photo is hidden, until a folder gets that place again.
+  void Remove(int photo) {
+    const Place from = At(Selected);
+    const Place parent = Selected.Unorganized ? from : Place(from.begin(), from.end() - 1);
+    Selected.Unorganized ? void(Photos[from].erase(photo)) : RemoveBelow(from, photo);
+    if (!StandsBelow(parent, photo)) Photos[parent].insert(photo);
+    if (parent.empty() && Unreached().contains(photo)) Hidden.insert(photo);
+  }
 
  private:
   // The next number is one more than the highest in use: that of a deleted last folder is given out again.

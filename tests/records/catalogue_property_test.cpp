@@ -12,6 +12,7 @@
 #include "folders/folder_keys.h"
 #include "folders/folder_tree.h"
 #include "records/catalogue_model.h"
+#include "records/delete_photos.h"
 #include "records/record_clipboard.h"
 #include "support/test_support.h"
 
@@ -36,8 +37,12 @@ QString KeyOf(const CatalogueModel& model, ModelNode node) {
   return node.Unorganized ? folders::UnorganizedKey(KeyOf(model.At(node))) : KeyOf(model.At(node));
 }
 
-class SilentViews : public folders::FolderViews, public ClipboardViews, public catalogue::RecordViews {
+class SilentViews : public folders::FolderViews,
+                    public ClipboardViews,
+                    public DeleteViews,
+                    public catalogue::RecordViews {
  public:
+  bool FormViewIsShown() const override { return FormView; }
   void ShowFolderRecords() override {}
   void SetFolderMenus() override {}
   void SetRecordMenus() override {}
@@ -51,6 +56,8 @@ class SilentViews : public folders::FolderViews, public ClipboardViews, public c
   void SetPreview(bool) override {}
   void SetSliderMax(int) override {}
   void InitThumbScroll() override {}
+
+  bool FormView = false;
 };
 
 // Temporary files in memory, as far as there is room: thousands of flushed writes would wait for the disk.
@@ -76,13 +83,10 @@ class CatalogueProperty : public testing::Test {
         Look(Looked, Tree, Catalogue.Engine(), Catalogue.Paths(), Views),
         Browser(Tree, Search, Source, Views),
         Folders(Tree, Browser, Views, Catalogue.Engine(), Catalogue.Paths()),
-        Clipboard(Data1, Tree, Source, Catalogue.Engine(), Catalogue.Paths(), Views) {
+        Clipboard(Data1, Tree, Source, Catalogue.Engine(), Catalogue.Paths(), Views),
+        Deleting(Source, Data1, Tree, Catalogue.Engine(), Catalogue.Paths(), Views, Tree) {
     Data1.DatabaseName = Looked.DatabaseName = Catalogue.Paths().WorkFile;
-    for (int photo = 1; photo <= PhotoCount; ++photo) {
-      Catalogue.AddPhoto(photo, QStringLiteral("photo"), {QString()});
-      Model.AllPhotos.insert(photo);
-    }
-    Model.Photos[{}] = Model.AllPhotos;
+    AddPhotos();
     folders::LoadFolderTree(Tree, Catalogue.Engine(), Catalogue.Paths().WorkFile);
     Select({});
   }
@@ -110,13 +114,23 @@ class CatalogueProperty : public testing::Test {
     }
     return node;
   }
-  std::vector<int> PickPhotos() {
+  // Selects so many in six of the photos shown, seldom none.
+  std::vector<int> SelectPhotos(int inSix) {
     std::vector<int> photos;
     for (const int photo : Model.Shows(Model.Selected)) {
-      if (Pick(3) > 0) photos.push_back(photo);
+      if (Pick(6) < inSix) photos.push_back(photo);
     }
+    if (Seldom()) photos.clear();
     std::shuffle(photos.begin(), photos.end(), Random);
+    Data1.SelBookmarks.Clear();
+    for (const int photo : photos) Data1.SelBookmarks.Add(photo);
     return photos;
+  }
+  // Runs what asks first; seldom the answer is no.
+  bool IsSure(const std::function<void()>& asks) {
+    const bool sure = !Seldom();
+    test::AnswerBoxes(asks, {sure ? QMessageBox::Yes : QMessageBox::No});
+    return sure;
   }
 
   // --- the commands, here and there ---
@@ -163,20 +177,31 @@ class CatalogueProperty : public testing::Test {
     TypeName();
   }
   void FolderDel() {
-    const bool sure = !Seldom();
-    test::AnswerBoxes([this] { Folders.FolderDel_Click(); }, {sure ? QMessageBox::Yes : QMessageBox::No});
-    if (sure) Model.Delete(Model.Selected.Folder);
+    if (IsSure([this] { Folders.FolderDel_Click(); })) Model.Delete(Model.Selected.Folder);
   }
   void FolderPaste() {
     Folders.FolderPaste_Click();
     if (Model.Paste()) TypeName();
   }
   void Stage(bool cut) {
-    const std::vector<int> photos = Seldom() ? std::vector<int>() : PickPhotos();
-    Data1.SelBookmarks.Clear();
-    for (const int photo : photos) Data1.SelBookmarks.Add(photo);
+    const std::vector<int> photos = SelectPhotos(4);
     cut ? Clipboard.RecordCut_Click() : Clipboard.RecordCopy_Click();
     Model.Stage(photos, cut);
+  }
+  void TakeAway(void (DeletePhotos::*click)(), void (CatalogueModel::*takeAway)(int)) {
+    std::vector<int> photos = SelectPhotos(1);
+    Data1.SetAbsolutePosition(Pick(Data1.RecordCount()));
+    Views.FormView = Seldom();
+    if (photos.empty() || Views.FormView) photos = {Data1.Bookmark()};
+    if (!IsSure([this, click] { (Deleting.*click)(); })) return;
+    for (const int photo : photos) (Model.*takeAway)(photo);
+  }
+  // As many as there were.
+  void AddPhotos() {
+    while (Model.AllPhotos.size() < PhotoCount) {
+      Catalogue.AddPhoto(++PhotosMade, QStringLiteral("photo"), {QString()});
+      Model.AddPhoto(PhotosMade);
+    }
   }
 
   // --- what the menus allow ---
@@ -206,41 +231,34 @@ class CatalogueProperty : public testing::Test {
     int Weight;
     bool Allowed;
     std::function<void()> Run;
+    std::function<void()> RunModel = [] {};
   };
 
-  // The commands that remove records go here as well.
-  std::vector<Command> Commands() {
-    const int folder = Model.Selected.Folder;
-    return {{"FolderAdd", 3, TakesFolders() && HasRoom(1, 2), [this] { FolderAdd(); }},
-            {"FolderRen", 1, IsChangeable(), [this] { FolderRen(); }},
-            {"FolderDel", 1, IsChangeable(), [this] { FolderDel(); }},
-            {"FolderCut", 1, IsChangeable(),
-             [this, folder] {
-               Folders.FolderCut_Click();
-               Model.Cut(folder);
-             }},
-            {"FolderCopy", 1, IsChangeable(),
-             [this, folder] {
-               Folders.FolderCopy_Click();
-               Model.Copy(folder);
-             }},
-            {"FolderUndoCut", 1, Model.PendingFolder && Seldom(),
-             [this] {
-               Folders.FolderUndoCut_Click();
-               Model.UndoCut();
-             }},
-            {"FolderPaste", 4, CanPasteFolder(), [this] { FolderPaste(); }},
-            {"RecordCut", 6, IsLeaf(), [this] { Stage(true); }},
+  std::vector<Command> FolderEntries() {
+    return {
+        {"FolderAdd", 3, TakesFolders() && HasRoom(1, 2), [this] { FolderAdd(); }},
+        {"FolderRen", 1, IsChangeable(), [this] { FolderRen(); }},
+        {"FolderDel", 1, IsChangeable(), [this] { FolderDel(); }},
+        {"FolderCut", 1, IsChangeable(), [this] { Folders.FolderCut_Click(); }, [this] { Model.Cut(); }},
+        {"FolderCopy", 1, IsChangeable(), [this] { Folders.FolderCopy_Click(); }, [this] { Model.Copy(); }},
+        {"FolderUndoCut", 1, Model.PendingFolder && Seldom(), [this] { Folders.FolderUndoCut_Click(); },
+         [this] { Model.UndoCut(); }},
+        {"FolderPaste", 4, CanPasteFolder(), [this] { FolderPaste(); }}};
+  }
+  std::vector<Command> RecordEntries() {
+    const bool some = Data1.RecordCount() > 0;
+    return {{"RecordCut", 6, IsLeaf(), [this] { Stage(true); }},
             {"RecordCopy", 12, IsLeaf() && !Model.Selected.Unorganized, [this] { Stage(false); }},
             {"RecordUndoCut", 1, Model.PendingRecords && Seldom(),
-             [this] {
-               Clipboard.RecordUndoCut_Click();
-               Model.UndoRecordCut();
-             }},
-            {"RecordPaste", 12, Model.CanPasteRecords(), [this] {
-               Clipboard.RecordPaste_Click();
-               Model.PasteRecords();
-             }}};
+             [this] { Clipboard.RecordUndoCut_Click(); }, [this] { Model.UndoRecordCut(); }},
+            {"RecordPaste", 12, Model.CanPasteRecords(), [this] { Clipboard.RecordPaste_Click(); },
+             [this] { Model.PasteRecords(); }},
+            {"RecordDel", 1, some && Seldom(),
+             [this] { TakeAway(&DeletePhotos::RecordDel_Click, &CatalogueModel::DeletePhoto); }},
+            {"RecordRmv", 2, some && !Model.At(Model.Selected).empty(),
+             [this] { TakeAway(&DeletePhotos::RecordRmv_Click, &CatalogueModel::Remove); }},
+            {"new photos", 1, Model.AllPhotos.size() < PhotoCount, [this] { AddPhotos(); },
+             [this] { Select(Model.Selected); }}};
   }
 
   void Step() {
@@ -249,14 +267,16 @@ class CatalogueProperty : public testing::Test {
       Log << QStringLiteral("select ") + KeyOf(Model, Model.Selected);
     }
     std::vector<Command> allowed;
-    for (Command& command : Commands()) {
-      if (command.Allowed) allowed.insert(allowed.end(), static_cast<size_t>(command.Weight), command);
+    for (const auto& commands : {FolderEntries(), RecordEntries()}) {
+      for (const Command& command : commands)
+        if (command.Allowed) allowed.insert(allowed.end(), static_cast<size_t>(command.Weight), command);
     }
     if (allowed.empty()) return;
     const Command& command = allowed[static_cast<size_t>(Pick(static_cast<int>(allowed.size())))];
     Log << QLatin1String(command.Name);
     ++Runs[command.Name];
     command.Run();
+    command.RunModel();
   }
 
   // --- the comparison ---
@@ -312,10 +332,10 @@ class CatalogueProperty : public testing::Test {
     EXPECT_EQ(
         Catalogue.Rows(QStringLiteral("SELECT IDNo, PhotoID FROM tblPhotoLinks ORDER BY IDNo, PhotoID")),
         LinksOfModel());
-    EXPECT_EQ(
-        Catalogue.Value(QStringLiteral("SELECT Count(*) FROM (SELECT DISTINCT PhotoID FROM tblPhotoLinks)")),
-        QString::number(PhotoCount));
-    EXPECT_TRUE(!Model.HasChildren({}) || Reached() == Model.AllPhotos);
+    EXPECT_EQ(Catalogue.Rows(QStringLiteral(
+                  "SELECT PhotoID FROM tblPhotos WHERE PhotoID NOT IN (SELECT PhotoID FROM tblPhotoLinks)")),
+              QStringList());
+    CompareReached();
     EXPECT_EQ(Tree.SelectedItem(), Find(Model.Selected));
     EXPECT_EQ(PhotosOf(Data1), Model.Shows(Model.Selected));
     EXPECT_EQ(Clipboard.IsCutPending() || Clipboard.CopySource() != nullptr,
@@ -323,13 +343,12 @@ class CatalogueProperty : public testing::Test {
     EXPECT_EQ(Folders.HasPending(), Model.PendingFolder.has_value());
   }
 
-  // What the top-level folders and the unfiled photos show together.
-  std::set<int> Reached() const {
-    std::set<int> reached;
-    for (const ModelNode node : Model.Nodes()) {
-      if (Model.At(node).size() + (node.Unorganized ? 1 : 0) == 1) reached.merge(Model.Shows(node));
-    }
-    return reached;
+  // Some folder leads to each photo, but for those that a Remove hides.
+  void CompareReached() {
+    const auto unreached = Model.Unreached();
+    EXPECT_TRUE(std::includes(Model.Hidden.begin(), Model.Hidden.end(), unreached.begin(), unreached.end()));
+    if (Model.HasChildren({})) Model.Hidden = unreached;
+    if (!unreached.empty()) ++Runs["hidden"];
   }
 
   // Looks at one node in so many through a list of its own.
@@ -356,10 +375,12 @@ class CatalogueProperty : public testing::Test {
   folders::FolderBrowser Browser;
   folders::FolderCommands Folders;
   RecordClipboard Clipboard;
+  DeletePhotos Deleting;
 
   CatalogueModel Model;
   std::mt19937 Random;
   int NamesMade = 0;
+  int PhotosMade = 0;
   QStringList Log;
   std::map<std::string, int> Runs;
 };

@@ -240,7 +240,9 @@ void Dynaset::SetField(const QString& name, const Value& value) {
     throw RuntimeError(3020, QStringLiteral("Update or CancelUpdate without AddNew or Edit."));
   const qsizetype column = ColumnOf(name);
   const int size = Sizes[static_cast<size_t>(column)];
-  if (size > 0 && value.toString().toUcs4().size() > size) {
+  const QString text = size > 0 ? value.toString() : QString();
+  // A character beyond the first 65,536 counts twice in the text itself.
+  if (text.size() > size && text.toUcs4().size() > size) {
     throw RuntimeError(
         errFieldTooSmall,
         QStringLiteral("The field is too small to accept the amount of data you attempted to add."));
@@ -264,6 +266,19 @@ void Dynaset::BindChanges(SQLite::Statement& statement) const {
 }
 
 void Dynaset::Insert() {
+  std::vector<int> columns;
+  columns.reserve(Changes.size());
+  for (const auto& [column, value] : Changes) columns.push_back(column);
+  if (InsertSql.isEmpty() || columns != InsertedColumns) {
+    InsertSql = BuildInsert();
+    InsertedColumns = std::move(columns);
+  }
+  const StatementUse insert(TheConnection->Prepared(InsertSql));
+  BindChanges(*insert);
+  insert->exec();
+}
+
+QString Dynaset::BuildInsert() const {
   QStringList names;
   QStringList marks;
   for (const auto& [column, value] : Changes) {
@@ -274,10 +289,7 @@ void Dynaset::Insert() {
                              ? QStringLiteral("DEFAULT VALUES")
                              : QStringLiteral("(%1) VALUES (%2)")
                                    .arg(names.join(QLatin1Char(',')), marks.join(QLatin1Char(',')));
-  const StatementUse insert(
-      TheConnection->Prepared(QStringLiteral("INSERT INTO %1 %2").arg(Source.Table, values)));
-  BindChanges(*insert);
-  insert->exec();
+  return QStringLiteral("INSERT INTO %1 %2").arg(Source.Table, values);
 }
 
 void Dynaset::Write() {

@@ -51,6 +51,7 @@ class Dynaset : public Recordset {
   std::vector<int> ReadKeys(const QString& sqliteSql) const;
   void BindChanges(SQLite::Statement& statement) const;
   void Insert();
+  QString BuildInsert() const;
   void Write();
 
   std::shared_ptr<Connection> TheConnection;
@@ -61,6 +62,10 @@ class Dynaset : public Recordset {
   mutable std::optional<std::vector<int>> TheKeys;
   Writing State = Writing::None;
   std::map<int, Value> Changes;  ///< by column
+
+  // One row after the other is added with the same columns.
+  std::vector<int> InsertedColumns;
+  QString InsertSql;
 };
 
 }  // namespace veldrin::platform
