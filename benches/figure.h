@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,16 @@ void AddFigure(Figure figure);
 /// failed.
 bool PrintFigures(const std::vector<std::string>& patterns);
 
+/// What several figures measure on: made by `make`, which returns a unique_ptr, at the first measurement that
+/// needs it, and kept for the others.
+template <class Make>
+auto Lazy(Make make) {
+  return [ make, made = std::make_shared<decltype(make())>() ]() -> auto& {
+    if (!*made) *made = make();
+    return **made;
+  };
+}
+
 /// How long an action takes.
 double Milliseconds(const std::function<void()>& action);
 
@@ -35,6 +46,7 @@ void RunShell(const std::string& command);
 
 /// The figures of each field; `data` is the directory of what is made once and kept.
 void AddClipboardFigures(const std::string& data);
+void AddFindFigures(const std::string& data);
 void AddPageFigures(const std::string& data);
 void AddStoringFigures(const std::string& data);
 void AddRecordFigures(const std::string& data);

@@ -18,6 +18,7 @@ int main(int argc, char** argv) {
   directory.mkpath(QStringLiteral("."));
   const std::string data = directory.absolutePath().toStdString();
   AddClipboardFigures(data);
+  AddFindFigures(data);
   AddPageFigures(data);
   AddStoringFigures(data);
   AddRecordFigures(data);

@@ -75,11 +75,7 @@ class PageBench {
 }  // namespace
 
 void AddPageFigures(const std::string& data) {
-  const auto bench = std::make_shared<std::unique_ptr<PageBench>>();
-  const auto page = [bench, data]() -> PageBench& {
-    if (!*bench) *bench = std::make_unique<PageBench>(data);
-    return **bench;
-  };
+  const auto page = Lazy([data] { return std::make_unique<PageBench>(data); });
   AddFigure(
       {"page_cold_24mp", "ms", [page] { return page().ShowCold(); }, [page] { return page().RunVips(); }, 7});
   AddFigure(

@@ -104,11 +104,7 @@ int RunStartChild(int argc, char** argv) {
 
 void AddWindowFigures(const std::string& data) {
   const auto program = [data] { return MakeCatalogue(QString::fromStdString(data), LargeCatalogue); };
-  const auto bench = std::make_shared<std::unique_ptr<WindowBench>>();
-  const auto window = [bench, program]() -> WindowBench& {
-    if (!*bench) *bench = std::make_unique<WindowBench>(program());
-    return **bench;
-  };
+  const auto window = Lazy([program] { return std::make_unique<WindowBench>(program()); });
   const auto addClick = [window](const char* name, const QString& key, int repetitions) {
     AddFigure({name, "ms", [window, key] { return window().Click(key); },
                [window, key] { return window().ReadKeys(key); }, repetitions});

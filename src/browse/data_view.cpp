@@ -1,7 +1,6 @@
 #include "browse/data_view.h"
 
 #include <QFrame>
-#include <QLabel>
 
 #include "catalogue/image_store.h"
 #include "platform/failure.h"
@@ -12,12 +11,19 @@ namespace veldrin::browse {
 
 using platform::MoveTwips;
 
+namespace {
+
+constexpr int NoteMargin = 6;  // pixels
+
+}  // namespace
+
 DataView::DataView(catalogue::RecordList& data1, const catalogue::Paths& paths, QWidget* parent)
     : QWidget(parent), Data1(data1), ThePaths(paths), Grid(new RecordGrid(data1, this)) {
   setObjectName(QStringLiteral("TabPannel(0)"));
   MoveTwips(*Grid, 0, 0, platform::BrowserWidth, platform::PanelHeight);
   MakePreview();
   MakeButtons();
+  MakeQueryNote();
 }
 
 void DataView::MakePreview() {
@@ -83,8 +89,38 @@ void DataView::MakeButtons() {
   }
 }
 
+void DataView::MakeQueryNote() {
+  lblQuery = new QLabel(this);
+  lblQuery->setObjectName(QStringLiteral("lblQuery"));
+  lblQuery->setTextFormat(Qt::PlainText);
+  lblQuery->setFrameShape(QFrame::StyledPanel);
+  lblQuery->setMargin(NoteMargin);
+  lblQuery->setAutoFillBackground(true);
+  lblQuery->setBackgroundRole(QPalette::ToolTipBase);
+  lblQuery->setForegroundRole(QPalette::ToolTipText);
+  MoveTwips(*lblQuery, 8400, 7755, 3855, 300);
+  lblQuery->hide();
+}
+
+void DataView::SetQueryNote(const QStringList& lines) {
+  lblQuery->setVisible(!lines.isEmpty());
+  QStringList shown = QStringList(QStringLiteral("A query holds. Reset ends it.")) + lines;
+  lblQuery->setToolTip(QStringLiteral("<qt>%1</qt>")
+                           .arg(shown.join(QLatin1Char('\n'))
+                                    .toHtmlEscaped()
+                                    .replace(QLatin1Char('\n'), QLatin1String("<br>"))));
+  const int room = lblQuery->contentsRect().width() - 2 * NoteMargin;
+  for (QString& line : shown) {
+    line = lblQuery->fontMetrics().elidedText(line.simplified(), Qt::ElideRight, room);
+  }
+  lblQuery->setText(shown.join(QLatin1Char('\n')));
+  lblQuery->resize(lblQuery->width(), lblQuery->sizeHint().height());
+}
+
 QPushButton& DataView::Button(const char* name) const {
-  return *findChild<QPushButton*>(QLatin1String(name));
+  auto* button = findChild<QPushButton*>(QLatin1String(name));
+  Q_ASSERT(button != nullptr);
+  return *button;
 }
 
 void DataView::SetContentHeight(int pixels) { Grid->resize(Grid->width(), pixels); }

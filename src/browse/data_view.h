@@ -2,6 +2,7 @@
 // first tab.
 #pragma once
 
+#include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QWidget>
@@ -24,12 +25,15 @@ class DataView : public QWidget {
   RecordGrid& TDBGrid1() { return *Grid; }
   QRadioButton& PreviewOption(int index) { return *(index == 0 ? PreviewOn : PreviewOff); }
 
+  /// A button of the tab by its name, which must be one of them, such as "RefreshBttn".
   QPushButton& Button(const char* name) const;
   void SetContentHeight(int pixels);
 
   /// After a move of the list: the counter and the preview follow. Who knows that the first tab isn't shown
   /// does not call it.
   void Data1_Reposition();
+  /// Tells below the buttons that a query holds and how to end it; nothing without lines.
+  void SetQueryNote(const QStringList& lines);
   /// Switches the preview on (0) or off (1) and draws it anew.
   void PreviewOption_Click(int index);
 
@@ -39,6 +43,7 @@ class DataView : public QWidget {
  private:
   void MakePreview();
   void MakeButtons();
+  void MakeQueryNote();
   void ShowPreview();
 
   catalogue::RecordList& Data1;
@@ -49,6 +54,7 @@ class DataView : public QWidget {
   QWidget* picPreview = nullptr;
   catalogue::FittedImage* ImgPreview = nullptr;
   DataNavigator* Navigator = nullptr;
+  QLabel* lblQuery = nullptr;
 };
 
 }  // namespace veldrin::browse

@@ -25,6 +25,12 @@ const std::vector<GridColumn>& GridColumns() {
   return columns;
 }
 
+QStringList GridFields() {
+  QStringList fields;
+  for (const GridColumn& column : GridColumns()) fields << QLatin1String(column.DataField);
+  return fields;
+}
+
 RecordModel::RecordModel(catalogue::RecordList& data1) : Data1(data1) {
   connect(&Data1, &catalogue::RecordList::Refreshed, this, [this] {
     beginResetModel();

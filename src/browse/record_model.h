@@ -16,6 +16,9 @@ struct GridColumn {
 /// The grid's columns, in order; also the fields in which a record can be looked for.
 const std::vector<GridColumn>& GridColumns();
 
+/// The names of their fields.
+QStringList GridFields();
+
 class RecordModel : public QAbstractTableModel {
  public:
   explicit RecordModel(catalogue::RecordList& data1);

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QLabel>
+#include <QTimer>
 
 #include "catalogue/image_store.h"
 
@@ -12,14 +13,15 @@ class FittedImage : public QLabel {
   Q_OBJECT
 
  public:
-  /// The box is the parent; the control follows its size. Hidden at first.
+  /// The box is the parent; the control follows its size, and loads its file again when that has grown beyond
+  /// what was decoded. Hidden at first.
   FittedImage(const QString& name, QWidget& box);
 
   /// Loads a file and takes its place in the middle of the box. Raises what LoadPicture raises, 11 for a
   /// picture without size; the control is as it was then. Does not show it.
   void Load(const QString& path);
-  /// The same with a picture that was decoded elsewhere, for a box of BoxSize.
-  void SetPicture(const platform::Picture& picture);
+  /// The same with a picture that was decoded elsewhere from the file, for a box of BoxSize.
+  void SetPicture(const platform::Picture& picture, const QString& path);
   TwipSize BoxSize() const;
 
  Q_SIGNALS:
@@ -30,9 +32,13 @@ class FittedImage : public QLabel {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
+  bool IsLoaded() const { return Natural.isValid(); }
   void Place();
+  void LoadLarger();
 
-  platform::Picture Shown;
+  QString Path;
+  QSize Natural;  ///< of the picture, in pixels
+  QTimer Resized;
 };
 
 }  // namespace veldrin::catalogue

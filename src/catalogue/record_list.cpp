@@ -92,6 +92,11 @@ void RecordList::FindFirst(const QString& criteria) {
   if (!Recordset().NoMatch()) Q_EMIT Reposition();
 }
 
+void RecordList::FindNext(const QString& criteria) {
+  Recordset().FindNext(criteria);
+  if (!Recordset().NoMatch()) Q_EMIT Reposition();
+}
+
 void RecordList::SetBookmark(int bookmark) {
   Recordset().SetBookmark(bookmark);
   Q_EMIT Reposition();

@@ -69,6 +69,7 @@ class RecordList : public QObject {
   void MoveNext();
   void MovePrevious();
   void FindFirst(const QString& criteria);
+  void FindNext(const QString& criteria);
   int Bookmark() const { return Recordset().Bookmark(); }
   void SetBookmark(int bookmark);
   int BookmarkAt(int position) const { return Recordset().BookmarkAt(position); }

@@ -32,7 +32,7 @@ QString CompareOpText(int index) {
   if (index < 0) return {};
   static const QStringList texts = {QStringLiteral("="), QStringLiteral("<"), QStringLiteral("<="),
                                     QStringLiteral(">"), QStringLiteral(">=")};
-  return texts[index % texts.size()];
+  return texts[index % CompareOpCount];
 }
 
 QString BuildQueryClause(const Criteria& criteria) {

@@ -24,6 +24,8 @@ struct Criteria {
   bool operator==(const Criteria&) const = default;
 };
 
+constexpr int CompareOpCount = 5;
+
 /// "=", "<", "<=", ">" and ">=" for 0 to 4; the index counts modulo 5, a negative one gives an empty text.
 QString CompareOpText(int index);
 

@@ -48,7 +48,11 @@ void FolderBrowser::bttnGo_Click() {
     Node* node = Tree.NodeAt(i);
     if (node->Text().toLower() != name) continue;
     Tree.Select(node);
-    return tvTreeView_NodeClick(*node);
+    tvTreeView_NodeClick(*node);
+    // A node that is taken to be shown already is selected all the same: the menus are for it.
+    Views.SetFolderMenus();
+    Views.SetRecordMenus();
+    return;
   }
   platform::MsgBox(&Tree, QStringLiteral("The folder can't be found!"), platform::vbInformation,
                    QStringLiteral("Folder Search"));

@@ -1,6 +1,7 @@
 #include "folders/folder_commands.h"
 
 #include <QCoreApplication>
+#include <utility>
 
 #include "catalogue/schema.h"
 #include "folders/folder_nodes.h"
@@ -19,9 +20,12 @@ FolderCommands::FolderCommands(platform::TreeView& tvTreeView, FolderBrowser& br
                                platform::DBEngine& engine, const catalogue::Paths& paths)
     : Tree(tvTreeView), Browser(browser), Views(views), Engine(engine), ThePaths(paths) {
   connect(&Tree, &platform::TreeView::AfterLabelEdit, this, &FolderCommands::tvTreeView_AfterLabelEdit);
+  connect(&Tree, &platform::TreeView::LabelEditCancelled, this,
+          &FolderCommands::tvTreeView_LabelEditCancelled);
   connect(&Tree, &platform::TreeView::NodeRemoved, this, [this](const Node* node) {
     if (node == FolderCutNode) FolderCutNode = nullptr;
     if (node == FolderCopyNode) FolderCopyNode = nullptr;
+    if (node == AddedNode) AddedNode = nullptr;
   });
 }
 
@@ -43,7 +47,6 @@ void FolderCommands::Refresh(const Node& node) {
 // --- add, rename, delete ----------------------------------------------------------------------------------
 
 void FolderCommands::FolderAdd_Click() {
-  if (!Tree.EndLabelEdit()) return;
   AddUnorganizedNode(Tree);
   AddFolderNode(Tree);
   Node& added = *Tree.SelectedItem();
@@ -51,11 +54,18 @@ void FolderCommands::FolderAdd_Click() {
     added.SetTag(
         FolderWriter(database).AddFolderRecord(GetNodeLevel(added), added.Text(), added.Parent()->Tag()));
   });
+  AddedNode = &added;
   EditFolderName();
 }
 
 void FolderCommands::EditFolderName() {
   if (Tree.SelectedItem()->Index() != 1) Tree.StartLabelEdit();
+}
+
+// A new folder stands under its first name, and is the one selected: the list must be its own.
+void FolderCommands::tvTreeView_LabelEditCancelled() {
+  const platform::Node* added = std::exchange(AddedNode, nullptr);
+  if (added != nullptr && added == Tree.SelectedItem()) Refresh(*added);
 }
 
 void FolderCommands::tvTreeView_AfterLabelEdit(bool& Cancel, QString& NewString) {
@@ -73,12 +83,12 @@ void FolderCommands::tvTreeView_AfterLabelEdit(bool& Cancel, QString& NewString)
           QStringLiteral("UPDATE %1 SET FolderName = '%2' WHERE IDNo = '%3'")
               .arg(catalogue::LevelTable(GetNodeLevel(node)), platform::QuoteSql(NewString), node.Tag()),
           platform::dbFailOnError);
+  AddedNode = nullptr;
   node.SetText(NewString);
   Refresh(node);
 }
 
 void FolderCommands::FolderDel_Click() {
-  if (!Tree.EndLabelEdit()) return;
   Node& node = *Tree.SelectedItem();
   if (node.Index() == 1) return;
   const QString question =
@@ -133,7 +143,7 @@ void FolderCommands::TakeBackCut() {
 }
 
 void FolderCommands::FolderPaste_Click() {
-  if (!HasPending() || !Tree.EndLabelEdit()) return;
+  if (!HasPending()) return;
   Node* pasted = nullptr;
   const bool isCut = FolderCutNode != nullptr;
   InOneGroup([&](Database& database) {
@@ -158,7 +168,8 @@ Node& FolderCommands::PasteNodes(Database& database, const Node& source, bool is
   AddUnorganizedNode(Tree);
   Node& pasted = CopyFolderNodes(Tree, target, source);
   QString own;
-  if (IsDuplicateFolder(pasted, own) && isCopy) pasted.SetText(QStringLiteral("Copy of ") + pasted.Text());
+  if (IsDuplicateFolder(pasted, own) && isCopy)
+    pasted.SetText((QStringLiteral("Copy of ") + pasted.Text()).left(platform::MaxLabelLength));
   FolderWriter writer(database);
   pasted.SetTag(writer.AddFolderRecord(GetNodeLevel(pasted), pasted.Text(), target.Tag()));
   AssignFolderKeys(writer, pasted);

@@ -44,6 +44,7 @@ class FolderCommands : public QObject {
   void RemoveFolder(platform::Database& database, platform::Node& node);
   void TakeBackCut();
   void Refresh(const platform::Node& node);
+  void tvTreeView_LabelEditCancelled();
 
   platform::TreeView& Tree;
   FolderBrowser& Browser;
@@ -53,6 +54,8 @@ class FolderCommands : public QObject {
   // One of them at most.
   platform::Node* FolderCutNode = nullptr;
   platform::Node* FolderCopyNode = nullptr;
+  /// The folder that was added last, until its first name is settled.
+  const platform::Node* AddedNode = nullptr;
 };
 
 }  // namespace veldrin::folders

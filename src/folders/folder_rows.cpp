@@ -3,13 +3,11 @@
 #include "catalogue/schema.h"
 #include "folders/folder_keys.h"
 #include "folders/folder_tree.h"
-#include "platform/failure.h"
 
 namespace veldrin::folders {
 
 using platform::Database;
 using platform::Node;
-using platform::ResumeNext;
 
 namespace {
 
@@ -39,7 +37,9 @@ void AssignFolderKeys(FolderWriter& writer, Node& node) {
 
 void MoveLinksToParent(Database& database, const Node& node) {
   if (node.Index() == 1) return;
-  const auto execute = [&database](const QString& sql) { ResumeNext([&] { database.Execute(sql); }); };
+  // Rows that clash are dropped; any other failure ends the command, or links that weren't staged would be
+  // deleted.
+  const auto execute = [&database](const QString& sql) { database.Execute(sql); };
   // Photos of a top-level folder go where those without a folder are.
   const QString key = node.Parent()->Index() == 1 ? UnorganizedKey({}) : node.Parent()->Tag();
   const QString subtree = QStringLiteral(" WHERE IDNo Like '%1*'").arg(node.Tag());

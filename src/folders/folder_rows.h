@@ -13,7 +13,7 @@ namespace veldrin::folders {
 void AssignFolderKeys(FolderWriter& writer, platform::Node& node);
 
 /// Files the photos of a subtree at the parent of its top: each that has no link below the parent yet, or for
-/// a top-level folder, none among the photos without a folder. Goes on through errors.
+/// a top-level folder, none among the photos without a folder. Raises the errors of the engine.
 void MoveLinksToParent(platform::Database& database, const platform::Node& node);
 
 /// Removes the rows of a subtree, children before their parents, and its nodes. Raises the engine's errors.

@@ -44,6 +44,20 @@ QString ReadQuoted(const QString& sql, qsizetype& at, QChar quote) {
   RaiseSyntaxError(sql);
 }
 
+// Half of a character of two units would become a question mark in SQLite's texts, and a pattern by that.
+QString WholeCharacters(QString text) {
+  for (qsizetype i = 0; i < text.size(); ++i) {
+    if (!text[i].isSurrogate()) continue;
+    const bool whole = text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate();
+    if (whole) {
+      ++i;
+    } else {
+      text[i] = QChar::ReplacementCharacter;
+    }
+  }
+  return text;
+}
+
 template <class Test>
 QString ReadWhile(const QString& sql, qsizetype& at, Test test) {
   const qsizetype start = at;
@@ -51,10 +65,22 @@ QString ReadWhile(const QString& sql, qsizetype& at, Test test) {
   return sql.mid(start, at - start);
 }
 
+// A name in brackets. Nothing doubles in it, and SQLite reads it the same way.
+QString ReadName(const QString& sql, qsizetype& at) {
+  const qsizetype close = sql.indexOf(QLatin1Char(']'), at);
+  if (close <= at + 1) RaiseSyntaxError(sql);
+  const QString name = sql.mid(at + 1, close - at - 1);
+  at = close + 1;
+  return name;
+}
+
+// Any other sign is none of the dialect's, and SQLite might take it for a quote or a place for a value.
 SqlToken ReadSymbol(const QString& sql, qsizetype& at) {
   static const QStringList twoSigns = {QStringLiteral("<="), QStringLiteral(">="), QStringLiteral("<>")};
+  static const QString oneSign = QStringLiteral("(),.=<>+-*/|");
   const QString two = sql.mid(at, 2);
   const QString symbol = twoSigns.contains(two) ? two : sql.mid(at, 1);
+  if (!twoSigns.contains(two) && !oneSign.contains(sql[at])) RaiseSyntaxError(sql);
   at += symbol.size();
   return {Kind::Symbol, symbol};
 }
@@ -63,7 +89,7 @@ SqlToken ReadToken(const QString& sql, qsizetype& at) {
   const QChar c = sql[at];
   if (c == QLatin1Char('\'') || c == QLatin1Char('"')) return {Kind::Text, ReadQuoted(sql, at, c)};
   if (c == QLatin1Char('#')) return {Kind::Date, ReadQuoted(sql, at, c)};
-  if (c == QLatin1Char('[')) return {Kind::Word, ReadQuoted(sql, at, QLatin1Char(']'))};
+  if (c == QLatin1Char('[')) return {Kind::Word, ReadName(sql, at)};
   if (IsWordStart(c)) return {Kind::Word, ReadWhile(sql, at, IsWordPart)};
   if (c.isDigit()) {
     return {Kind::Number, ReadWhile(sql, at, [](QChar d) { return d.isDigit() || d == QLatin1Char('.'); })};
@@ -326,35 +352,6 @@ class Translator {
   size_t At = 0;
 };
 
-// --- Like -------------------------------------------------------------------------------------------------
-
-// Matches one character against the set that begins at pattern[at], behind its bracket, and moves behind it.
-bool MatchesSet(const QString& pattern, qsizetype& at, QChar c) {
-  const qsizetype close = pattern.indexOf(QLatin1Char(']'), at);
-  const bool none = pattern[at] == QLatin1Char('!');
-  bool found = false;
-  for (qsizetype i = none ? at + 1 : at; i < close; ++i) {
-    if (i + 2 < close && pattern[i + 1] == QLatin1Char('-')) {
-      found |= pattern[i] <= c && c <= pattern[i + 2];
-      i += 2;
-    } else {
-      found |= pattern[i] == c;
-    }
-  }
-  at = close + 1;
-  return found != none;
-}
-
-// Matches one character against the pattern's next item, which isn't *, and moves behind it.
-bool MatchesItem(const QString& pattern, qsizetype& at, QChar c) {
-  const QChar item = pattern[at];
-  if (item == QLatin1Char('[') && pattern.indexOf(QLatin1Char(']'), at + 1) > at + 1) {
-    return MatchesSet(pattern, ++at, c);
-  }
-  ++at;
-  return item == QLatin1Char('?') || (item == QLatin1Char('#') ? c.isDigit() : item == c);
-}
-
 }  // namespace
 
 bool SqlToken::Is(const char* word) const {
@@ -371,7 +368,6 @@ std::vector<SqlToken> TokenizeSql(const QString& sql) {
       continue;
     }
     tokens.push_back(ReadToken(sql, at));
-    if (tokens.back().Is(";")) RaiseSyntaxError(sql);
   }
   return tokens;
 }
@@ -383,7 +379,7 @@ QString JoinTokens(const std::vector<SqlToken>& tokens) {
     const bool glue = sql.endsWith(QLatin1String(" |")) && token.Is("|");
     if (!sql.isEmpty() && !glue) sql += QLatin1Char(' ');
     if (token.Kind == SqlToken::Text) {
-      sql += QLatin1Char('\'') + QuoteSql(token.Content) + QLatin1Char('\'');
+      sql += QLatin1Char('\'') + QuoteSql(WholeCharacters(token.Content)) + QLatin1Char('\'');
     } else if (token.Kind == SqlToken::Word &&
                !std::all_of(token.Content.begin(), token.Content.end(), IsWordPart)) {
       sql += QLatin1Char('[') + token.Content + QLatin1Char(']');
@@ -398,35 +394,20 @@ QString ToSqlite(const QString& sql, bool dropClashes) {
   return JoinTokens(Translator(sql).Translate(dropClashes));
 }
 
+QString ToSqliteCondition(const QString& condition) {
+  const Tokens tokens = Translator(condition).Translate(false);
+  int depth = 0;
+  for (const SqlToken& token : tokens) {
+    if (token.Is("(")) ++depth;
+    if (token.Is(")") && --depth < 0) break;
+  }
+  if (depth != 0) RaiseSyntaxError(condition);
+  return QStringLiteral("( %1 )").arg(JoinTokens(tokens));
+}
+
 QString QuoteSql(const QString& text) {
   QString quoted = text;
   return quoted.replace(QLatin1Char('\''), QLatin1String("''"));
-}
-
-bool MatchesLike(const QString& rawPattern, const QString& rawText) {
-  const QString pattern = rawPattern.toCaseFolded();
-  const QString text = rawText.toCaseFolded();
-  qsizetype p = 0;
-  qsizetype t = 0;
-  // Where to go on when the match fails: behind the last * seen, one character further in the text.
-  qsizetype starPattern = -1;
-  qsizetype starText = 0;
-  while (t < text.size()) {
-    if (p < pattern.size() && pattern[p] == QLatin1Char('*')) {
-      starPattern = ++p;
-      starText = t;
-      continue;
-    }
-    if (p < pattern.size() && MatchesItem(pattern, p, text[t])) {
-      ++t;
-      continue;
-    }
-    if (starPattern < 0) return false;
-    p = starPattern;
-    t = ++starText;
-  }
-  while (p < pattern.size() && pattern[p] == QLatin1Char('*')) ++p;
-  return p == pattern.size();
 }
 
 }  // namespace veldrin::platform

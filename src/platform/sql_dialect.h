@@ -16,7 +16,8 @@ struct SqlToken {
   bool Is(const char* word) const;
 };
 
-/// Raises 3075 for a text or a date that does not end and for anything behind the one statement.
+/// Raises 3075 for a text, a name or a date that does not end and for signs that aren't the dialect's, such
+/// as the one between two statements.
 std::vector<SqlToken> TokenizeSql(const QString& sql);
 
 /// The tokens as SQLite reads them, without any of the translations below.
@@ -27,11 +28,11 @@ QString JoinTokens(const std::vector<SqlToken>& tokens);
 /// keys, which are texts. Raises 3075 for what is no statement of the dialect.
 QString ToSqlite(const QString& sql, bool dropClashes = false);
 
+/// A condition, whoever wrote it, in parentheses that are its own: what stands around it in a statement holds
+/// whatever the condition says. Raises 3075 for one whose parentheses don't match.
+QString ToSqliteCondition(const QString& condition);
+
 /// The text with its apostrophes doubled, for an SQL text.
 QString QuoteSql(const QString& text);
-
-/// The match of `Like`: * any characters, ? one, # one digit, [abc], [a-z], [!a] one of or none of a set;
-/// without regard to case.
-bool MatchesLike(const QString& pattern, const QString& text);
 
 }  // namespace veldrin::platform

@@ -129,7 +129,10 @@ void TreeView::StartLabelEdit() {
 }
 
 QWidget* TreeView::MakeEditor(QWidget* parent) {
-  Editor = new LabelEditor(parent, [this](bool keep) { EndLabelEdit(keep); });
+  Editor = new LabelEditor(parent, [this](bool keep) {
+    EndLabelEdit(keep);
+    if (!keep) Q_EMIT LabelEditCancelled();
+  });
   // A name of fewer characters than that may be longer as it is stored in memory.
   Editor->setMaxLength(std::max(MaxLabelLength, static_cast<int>(SelectedItem()->Text().size())));
   return Editor;

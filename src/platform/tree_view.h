@@ -96,6 +96,8 @@ class TreeView : public QTreeWidget {
   void KeyUp();
   /// An edit of the selected node's label was kept. The label becomes NewString unless Cancel is set.
   void AfterLabelEdit(bool& Cancel, QString& NewString);
+  /// The user took an edit of the selected node's label back.
+  void LabelEditCancelled();
   /// The node is about to go, for each node of a removed subtree. The tree is not to be asked meanwhile.
   void NodeRemoved(const veldrin::platform::Node* node);
 

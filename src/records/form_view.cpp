@@ -42,6 +42,10 @@ FormView::FormView(catalogue::RecordList& data1, const catalogue::Paths& paths, 
   Connect();
 }
 
+QPushButton& FormView::Button(const char* name) const {
+  return *findChild<QPushButton*>(QLatin1String(name));
+}
+
 void FormView::Connect() {
   for (FittedImage* image : FormImage)
     connect(image, &FittedImage::DblClick, this, &FormView::FormImage_DblClick);

@@ -33,6 +33,9 @@ class FormView : public QWidget {
   FormView(catalogue::RecordList& data1, const catalogue::Paths& paths, platform::DBEngine& engine,
            QWidget* parent = nullptr);
 
+  /// A button of the view by its name, which must be one of them.
+  QPushButton& Button(const char* name) const;
+
   /// Fills the fields from the current record, read anew. Without one, or when its row can't be read, they
   /// are empty.
   void ShowFormRecord();

@@ -38,7 +38,7 @@ constexpr int LowerPart = 5500;
 const char* const DesignTop = "DesignTop";
 
 constexpr double CaptionScale = 0.75;
-constexpr double ValueScale = 0.9;  // so that a date with its time has room
+constexpr double ValueScale = 0.8;  // so that a date with its time has room
 
 void SetFontScale(QLabel& label, double scale) {
   QFont font = label.font();

@@ -57,7 +57,7 @@ bool RecordClipboard::StageSelection() {
   if (Data1.SelBookmarks.Count() == 0) return false;
   const QString key = LinkKey(Tree.SelectedItem()->Tag());
   const auto rows = database->OpenRecordset(QStringLiteral("ActPhotoLinks"));
-  database->BeginTrans();
+  database->BeginTrans(false);
   for (int i = 0; i < Data1.SelBookmarks.Count(); ++i) {
     rows->AddNew();
     rows->SetField(QStringLiteral("IDNo"), key);

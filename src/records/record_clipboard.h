@@ -20,7 +20,7 @@ class ClipboardViews {
   virtual void EnableRecordPaste(bool enabled) = 0;
   /// Shows or hides `RecordUndoCut` and its separator.
   virtual void ShowRecordUndoCut(bool visible) = 0;
-  /// Draws the thumbnail page, if it is in view, from the current record.
+  /// The list was read anew: the view that shows it draws its current record.
   virtual void ShowFolderRecords() = 0;
   virtual void SetRecordMenus() = 0;
 };

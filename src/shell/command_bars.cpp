@@ -168,6 +168,7 @@ void CommandBars::MakeToolbar(QWidget& header) {
     for (; next < button.Number; ++next) add(Toolbar->addSeparator(), next);
     add(Toolbar->addAction(QIcon::fromTheme(QLatin1String(button.Icon)), QLatin1String(button.Text)), next++);
   }
+  Button(12).setCheckable(true);
 }
 
 // A name that isn't there is a mistake in the program, and ends a test at once.
@@ -182,6 +183,13 @@ QAction& CommandBars::Item(const char* name) const { return Named(QLatin1String(
 QMenu& CommandBars::Menu(const char* name) const { return *MenuBar.findChild<QMenu*>(QLatin1String(name)); }
 
 QAction& CommandBars::Button(int number) const { return Named(ButtonName(number)); }
+
+void CommandBars::ShowQueryHolds(bool holds) {
+  QAction& query = Button(12);
+  query.setChecked(holds);
+  query.setToolTip(holds ? query.text() + QStringLiteral(" (a query holds; Reset or another folder ends it)")
+                         : query.text());
+}
 
 void CommandBars::EnableView(int view, bool enabled) {
   Button(view).setEnabled(enabled);

@@ -26,6 +26,9 @@ class CommandBars {
   QAction& Button(int number) const;
   QToolBar& tbarToolBar() const { return *Toolbar; }
 
+  /// The query's button is down as long as a query holds, and its tip tells of it.
+  void ShowQueryHolds(bool holds);
+
   /// Enables or disables the button and the menu item of a view.
   void EnableView(int view, bool enabled);
 

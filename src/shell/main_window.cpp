@@ -3,7 +3,6 @@
 #include <QCloseEvent>
 #include <QMenuBar>
 #include <QScreen>
-#include <QShortcut>
 #include <QStandardPaths>
 
 #include "catalogue/schema.h"
@@ -32,6 +31,7 @@ frmMain::frmMain(const platform::App& app, const catalogue::Paths& paths, platfo
       Data1(engine),
       Media(std::move(media)),
       Inside(new QWidget(this)),
+      Searching(Data1, browse::GridFields(), *this, *this),
       Viewing(Data1, engine, paths, *this) {
   setObjectName(QStringLiteral("frmMain"));
   setWindowTitle(platform::App::Title());
@@ -46,11 +46,9 @@ frmMain::frmMain(const platform::App& app, const catalogue::Paths& paths, platfo
       std::make_unique<folders::FolderCommands>(*tvTreeView, *Folders, *this, Engine, ThePaths);
   Clipboard =
       std::make_unique<records::RecordClipboard>(Data1, *tvTreeView, *Source, Engine, ThePaths, *this);
+  Querying = std::make_unique<find::Query>(*Source, Data1, *this, *this);
   ConnectViews();
-  ConnectShow();
   ConnectCommands();
-  ConnectFolderCommands();
-  ConnectClipboard();
   setMinimumWidth(ToPixels(LeastWindowWidth));
   menuBar()->ensurePolished();
   resize(ToPixels(DesignWidth), ToPixels(DesignHeight) + menuBar()->sizeHint().height());
@@ -127,82 +125,8 @@ void frmMain::ConnectViews() {
   connect(&TheDataView->TDBGrid1(), &browse::RecordGrid::SelChange, this, [this] {
     if (Clipboard->IsCutPending()) SetSelectionGrey(false);
   });
-  const auto view = [this] { Viewing.ViewBttn_Click(); };
-  connect(&TheDataView->Button("ViewBttn"), &QPushButton::clicked, this, view);
-  connect(TheDataView, &browse::DataView::ImgPreview_DblClick, this, view);
-  connect(TheFormView, &records::FormView::FormImage_DblClick, this, view);
-  connect(&TheDataView->Button("RefreshBttn"), &QPushButton::clicked, this, &frmMain::RefreshBttn_Click);
-  connect(&TheDataView->Button("ResetBttn"), &QPushButton::clicked, this, &frmMain::ResetBttn_Click);
-  const auto* refresh = new QShortcut(QKeySequence::Refresh, this);
-  connect(refresh, &QShortcut::activated, this, [this] {
-    if (SSTab1->currentIndex() == 0 || FormViewIsShown()) RefreshBttn_Click();
-  });
   connect(bttnGo, &QPushButton::clicked, Folders.get(), &folders::FolderBrowser::bttnGo_Click);
   connect(txtFldrSearch, &QLineEdit::returnPressed, Folders.get(), &folders::FolderBrowser::bttnGo_Click);
-}
-
-void frmMain::ConnectShow() {
-  const auto press = [this](const char* name, int button) {
-    connect(&Bars->Item(name), &QAction::triggered, this,
-            [this, button] { TheImagePlay->tbarShow_ButtonClick(button); });
-  };
-  press("MusicPlay", show::MusicOnOff);
-  press("MusicSetup", show::SetupMusic);
-  connect(TheImagePlay, &show::ImagePlay::MusicSwitched, this,
-          [this] { Bars->Item("MusicPlay").setChecked(Show.MusicOn); });
-}
-
-void frmMain::ConnectCommands() {
-  for (int number = 1; number <= 22; ++number) {
-    connect(&Bars->Button(number), &QAction::triggered, this,
-            [this, number] { tbarToolBar_ButtonClick(number); });
-  }
-  const auto press = [this](const char* name, int number) {
-    connect(&Bars->Item(name), &QAction::triggered, this,
-            [this, number] { tbarToolBar_ButtonClick(number); });
-  };
-  press("MainData", DataViewCode);
-  press("MainImage", ImageViewCode);
-  press("MainForm", FormViewCode);
-  press("MainAdd", AddNewCode);
-  press("MainPlay", ImagePlayCode);
-  press("RecordAdd", AddNewCode);
-  press("RecordEdit", FormViewCode);
-  connect(&Bars->Item("FileSetup"), &QAction::triggered, this, &frmMain::FileSetup_Click);
-  connect(&Bars->Item("FileExit"), &QAction::triggered, this, &frmMain::close);
-  connect(&Bars->Item("RecordAll"), &QAction::triggered, ThumbPannel,
-          &browse::ThumbnailPage::RecordAll_Click);
-  Bars->Item("RecordAll").setShortcut(QKeySequence::SelectAll);
-  connect(&Bars->Item("RecordDel"), &QAction::triggered, this, [this] { Deleting->RecordDel_Click(); });
-  connect(&Bars->Item("RecordRmv"), &QAction::triggered, this, [this] { Deleting->RecordRmv_Click(); });
-  connect(&Bars->Item("HelpHelp"), &QAction::triggered, this, &frmMain::HelpHelp_Click);
-  connect(&Bars->Item("HelpAbout"), &QAction::triggered, this, &frmMain::HelpAbout_Click);
-}
-
-void frmMain::ConnectFolderCommands() {
-  using folders::FolderCommands;
-  const auto call = [this](const char* name, void (FolderCommands::*handler)()) {
-    connect(&Bars->Item(name), &QAction::triggered, TheFolderCommands.get(), handler);
-  };
-  call("FolderUndoCut", &FolderCommands::FolderUndoCut_Click);
-  call("FolderAdd", &FolderCommands::FolderAdd_Click);
-  call("FolderRen", &FolderCommands::FolderRen_Click);
-  call("FolderDel", &FolderCommands::FolderDel_Click);
-  call("FolderCut", &FolderCommands::FolderCut_Click);
-  call("FolderCopy", &FolderCommands::FolderCopy_Click);
-  call("FolderPaste", &FolderCommands::FolderPaste_Click);
-}
-
-void frmMain::ConnectClipboard() {
-  using records::RecordClipboard;
-  const auto call = [this](const char* name, void (RecordClipboard::*handler)()) {
-    connect(&Bars->Item(name), &QAction::triggered, Clipboard.get(), handler);
-  };
-  call("RecordUndoCut", &RecordClipboard::RecordUndoCut_Click);
-  call("RecordCut", &RecordClipboard::RecordCut_Click);
-  call("RecordCopy", &RecordClipboard::RecordCopy_Click);
-  call("RecordPaste", &RecordClipboard::RecordPaste_Click);
-  call("FolderRcdPaste", &RecordClipboard::RecordPaste_Click);
 }
 
 // --- start and stop ---------------------------------------------------------------------------------------
@@ -241,6 +165,7 @@ void frmMain::Form_Unload() {
 }
 
 void frmMain::closeEvent(QCloseEvent* event) {
+  if (!tvTreeView->EndLabelEdit()) return event->ignore();
   Form_Unload();
   event->accept();
 }
@@ -262,6 +187,10 @@ void frmMain::tbarToolBar_ButtonClick(int number) {
       case 9:
         close();
         return;
+      case 12:
+        return Querying->RecordQuery_Click();
+      case 13:
+        return Searching.SearchBttn_Click();
       case SetupMusicCode:
         return TheImagePlay->tbarShow_ButtonClick(show::SetupMusic);
       default:
@@ -303,6 +232,12 @@ void frmMain::SSTab1_Click(int previousTab) {
 
 void frmMain::Data1_Reposition() {
   if (SSTab1->currentIndex() == 0) TheDataView->Data1_Reposition();
+}
+
+void frmMain::ShowQueryState() {
+  const QStringList criteria = find::DescribeQuery(Source->Query);
+  TheDataView->SetQueryNote(criteria);
+  Bars->ShowQueryHolds(!criteria.isEmpty());
 }
 
 bool frmMain::PreviewIsOn() const { return TheDataView->PreviewOption(0).isChecked(); }

@@ -14,6 +14,8 @@
 #include "browse/thumbnail_page.h"
 #include "catalogue/record_list.h"
 #include "catalogue/record_source.h"
+#include "find/find_record.h"
+#include "find/query.h"
 #include "folders/folder_browser.h"
 #include "folders/folder_commands.h"
 #include "platform/app.h"
@@ -35,7 +37,8 @@ class frmMain : public QMainWindow,
                 public catalogue::RecordViews,
                 public folders::FolderViews,
                 public records::DeleteViews,
-                public records::ClipboardViews {
+                public records::ClipboardViews,
+                public find::FindViews {
  public:
   /// Paths and engine must outlive the window. Nothing is read before Form_Load.
   frmMain(const platform::App& app, const catalogue::Paths& paths, platform::DBEngine& engine,
@@ -73,13 +76,18 @@ class frmMain : public QMainWindow,
   void SetSelectionGrey(bool grey) override;
   void EnableRecordPaste(bool enabled) override;
   void ShowRecordUndoCut(bool visible) override;
+  void HoldShow(const std::function<void()>& dialog) override;
 
   void MakeHeader();
   void MakePanes();
-  void ConnectCommands();
-  void ConnectFolderCommands();
-  void ConnectClipboard();
   void ConnectViews();
+  void OnChoice(QAction& action, const std::function<void()>& handler);
+  void OnChoice(const char* item, const std::function<void()>& handler);
+  void ConnectCommands();
+  void ConnectViewCommands();
+  void ConnectFolderCommands();
+  void ConnectRecordCommands();
+  void ConnectFinding();
   void ConnectShow();
   void LoadMusic();
   void Form_Unload();
@@ -89,12 +97,12 @@ class frmMain : public QMainWindow,
   void ShowImageView();
   void SSTab1_Click(int previousTab);
   void Data1_Reposition();
+  void ShowQueryState();
   void ArrangeMainWindow(float position);
 
   void RefreshBttn_Click();
   void ResetBttn_Click();
   /// Runs a dialog for which a show on its tab waits.
-  void HoldShow(const std::function<void()>& dialog);
   void FileSetup_Click();
   void HelpHelp_Click();
   void HelpAbout_Click();
@@ -131,6 +139,8 @@ class frmMain : public QMainWindow,
   std::unique_ptr<folders::FolderCommands> TheFolderCommands;
   std::unique_ptr<records::DeletePhotos> Deleting;
   std::unique_ptr<records::RecordClipboard> Clipboard;
+  std::unique_ptr<find::Query> Querying;
+  find::RecordSearch Searching;
   browse::ExternalViewing Viewing;
 };
 

@@ -20,7 +20,7 @@ PicturePair::PicturePair(QWidget& box)
 
 void PicturePair::Show(const QString& file) {
   FittedImage& next = *Images[ShowImageIndex];
-  next.SetPicture(Loader.Load(file, next.BoxSize(), next.devicePixelRatioF()));
+  next.SetPicture(Loader.Load(file, next.BoxSize(), next.devicePixelRatioF()), file);
   next.show();
   ShowImageIndex = (ShowImageIndex + 1) & 1;
   Images[ShowImageIndex]->hide();

@@ -155,7 +155,7 @@ TEST_F(FolderCommandsTest, TheFirstFolderBringsTheUnorganized) {
   On("O'Hara", &FolderCommands::FolderAdd_Click);
   Type(Text("Never"), Qt::Key_Escape);
   ExpectTree("Photos(! O'Hara(! New Folder))");
-  EXPECT_EQ(Views.Take(), Text(""));
+  EXPECT_EQ(Views.Take(), Text("show"));  // The new folder's own list.
 }
 
 TEST_F(FolderCommandsTest, StoresTheNameThatWasTyped) {
@@ -325,6 +325,18 @@ TEST_F(FolderCommandsTest, WhatCantBeDoneWritesNothing) {
   EXPECT_EQ(number([this] { On("1/2/3/4/5/6/7/8/9/10", &FolderCommands::FolderAdd_Click); }),
             platform::errNoSuchTable);
   EXPECT_EQ(Rows(), rows);
+}
+
+TEST_F(FolderCommandsTest, LinksThatCantBeMovedStayWithTheirFolder) {
+  Load("A A/B");
+  Catalogue.AddPhoto(1, {}, {Find("A/B")->Tag()});
+  const QStringList rows = Rows();
+  // The table takes no more rows, as on a full disk.
+  const test::HeldCatalogue full(
+      Catalogue, "CREATE TRIGGER Full BEFORE INSERT ON tblPhotoLinks BEGIN SELECT RAISE(ABORT, 'full'); END");
+  EXPECT_THROW(Delete("A/B"), platform::RuntimeError);
+  EXPECT_EQ(Rows(), rows);
+  EXPECT_EQ(Catalogue.Value(QStringLiteral("SELECT count(*) FROM tblPhotoLinks")), QStringLiteral("1"));
 }
 
 }  // namespace

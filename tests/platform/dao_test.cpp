@@ -248,6 +248,44 @@ TEST_F(Dao, FindsWithinItsList) {
   EXPECT_EQ(NumberOf([&] { folder->FindFirst(QStringLiteral("[PhotoID] = 1 2")); }), errSyntax);
 }
 
+TEST_F(Dao, FindsOnFromTheCurrentRow) {
+  // Keys close together, far apart and at the ends of their range.
+  const std::vector<int> ids = {-2147483647, 1, 2, 4, 500, 70000, 2147483647};
+  for (int id : ids) Catalogue.AddPhoto(id, id % 2 == 0 ? QStringLiteral("even") : QStringLiteral("odd"), {});
+  Catalogue.AddPhoto(3, QStringLiteral("even, elsewhere"), {});
+  const auto list = Open("SELECT tblPhotos.* FROM tblPhotos WHERE PhotoID <> 3");
+  QStringList found;
+  for (list->FindFirst(QStringLiteral("[Title] LIKE '*even*'")); !list->NoMatch();
+       list->FindNext(QStringLiteral("[Title] LIKE '*even*'"))) {
+    found << QString::number(list->Bookmark());
+  }
+  EXPECT_EQ(found.join(QLatin1Char(' ')), QStringLiteral("2 4 500 70000"));
+  EXPECT_EQ(list->Field(Id), 70000);
+  list->FindNext(QStringLiteral("[PhotoID] = 2147483647"));
+  EXPECT_FALSE(list->NoMatch());
+  list->MoveNext();
+  list->FindNext(QStringLiteral("[PhotoID] = 1"));
+  EXPECT_TRUE(list->NoMatch());
+  list->FindFirst(QStringLiteral("[PhotoID] = -2147483647"));
+  EXPECT_EQ(list->AbsolutePosition(), 0);
+  EXPECT_EQ(list->TypeOf(Title), dbText);
+  EXPECT_EQ(list->TypeOf(QStringLiteral("LastModifyDate")), dbDate);
+  EXPECT_EQ(list->TypeOf(Id), dbLong);
+  EXPECT_EQ(NumberOf([&] { list->TypeOf(QStringLiteral("Titel")); }), errItemNotFound);
+}
+
+// A condition that closes its parenthesis would show photos of other folders.
+TEST_F(Dao, AConditionDoesNotLeaveItsFolder) {
+  Catalogue.AddPhoto(1, QStringLiteral("in"), {QStringLiteral("0001")});
+  Catalogue.AddPhoto(2, QStringLiteral("out"), {QStringLiteral("0002")});
+  const QString wide = QStringLiteral(" WHERE Title = 'x' OR '1' = '1'");
+  EXPECT_EQ(Ids(*Folder(QStringLiteral("0001"), wide)), "1");
+  const QString open = QStringLiteral(" WHERE Title = 'x') OR ('1' = '1'");
+  EXPECT_EQ(NumberOf([&] { Folder(QStringLiteral("0001"), open); }), errSyntax);
+  const auto list = Folder(QStringLiteral("0001"));
+  EXPECT_EQ(NumberOf([&] { list->FindFirst(QStringLiteral("1 = 1) OR (1 = 1")); }), errSyntax);
+}
+
 TEST_F(Dao, ClashingRowsAreDroppedAndTheOthersGoIn) {
   Execute("INSERT INTO ActPhotoLinks (IDNo, PhotoID) VALUES ('1', 1)");
   Execute("INSERT INTO CheckPhotos (PhotoID) VALUES (1)");

@@ -5,6 +5,7 @@
 #include <QLocale>
 
 #include "platform/dates.h"
+#include "platform/like.h"
 #include "platform/runtime_error.h"
 
 namespace veldrin::platform {
@@ -76,6 +77,17 @@ TEST(SqlDialect, RefusesWhatIsNoStatement) {
   }
 }
 
+// What stands around a condition holds, whatever the condition says.
+TEST(SqlDialect, AConditionIsClosed) {
+  EXPECT_EQ(ToSqliteCondition(QStringLiteral("a = 1 OR (b = 2)")).toStdString(), "( a = 1 OR ( b = 2 ) )");
+  for (const char* condition : {"a = 1) OR (1 = 1", "a = (1", "a = 1)", "a = `(` OR `)`", "a = ?", "a = @x",
+                                "[a]]) OR [b] = 1", "[]", "a = 1;"}) {
+    EXPECT_THROW(ToSqliteCondition(QLatin1String(condition)), RuntimeError) << condition;
+  }
+  EXPECT_EQ(ToSqliteCondition(QStringLiteral("a LIKE '*") + QChar(0xD83C) + QStringLiteral("*'")),
+            QString::fromUtf8("( MatchesLike ( '*\uFFFD*' , a ) )"));
+}
+
 TEST(SqlDialect, LikeMatches) {
   struct {
     const char* Pattern;
@@ -100,13 +112,20 @@ TEST(SqlDialect, LikeMatches) {
       {"*ab*ab", "abxabab", true},
       {"*ab*ab", "ab", false},
       {"*ÄPFEL*", "rote äpfel", true},
+      {"*ÜBUNGSSTRAßE*", "an der übungsstraße", true},
+      {"*οδός*", "ΟΔΌΣ", true},
+      {"*моск?а*", "МОСКВА", true},
+      {"*[а-д]ом*", "Дом", true},
+      {"*🏔?", "ab🏔🏔", true},
+      {"*ana*", "BANaNA", true},
+      {"*aab*", "aaab", true},
+      {"*abc*", "ab", false},
       {"****a", "bbba", true},
       {"a*b*c*d*e", "abcdabcde", true},
       {"a*b*c*d*e", "edcba", false},
   };
   for (const auto& [pattern, text, matches] : cases) {
-    EXPECT_EQ(MatchesLike(QString::fromUtf8(pattern), QString::fromUtf8(text)), matches)
-        << pattern << " : " << text;
+    EXPECT_EQ(LikePattern(pattern).Matches(text), matches) << pattern << " : " << text;
   }
 }
 

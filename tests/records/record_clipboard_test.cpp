@@ -173,17 +173,6 @@ TEST_F(RecordClipboardTest, TheViewsFollowTheCommands) {
   EXPECT_EQ(Views.Take(), QStringLiteral("no-undo normal list page menus"));
 }
 
-TEST_F(RecordClipboardTest, StagesInOrderAndStaysAtItsRecord) {
-  Select("B");
-  Data1.SetAbsolutePosition(2);
-  SelectRecords({5, 2, 4});
-  Clipboard.RecordCut_Click();
-  EXPECT_EQ(Catalogue.Rows(QStringLiteral("SELECT PhotoID FROM ActPhotoLinks")).join(QLatin1Char(' ')),
-            QStringLiteral("5 2 4"));
-  EXPECT_EQ(Data1.AbsolutePosition(), 2);
-  EXPECT_FALSE(Data1.SuppressReposition);
-}
-
 TEST_F(RecordClipboardTest, WithoutASelectionAPendingCommandPastesNothing) {
   Select("A");
   SelectRecords({1});

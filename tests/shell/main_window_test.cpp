@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <QComboBox>
 #include <QFileInfo>
 #include <QTest>
 #include <QTimer>
@@ -338,6 +339,66 @@ TEST_F(MainWindowTest, RefreshShowsTheImageOfTheViewAnew) {
   QFile::remove(Catalogue.Paths().ImageDir + QStringLiteral("1.jpg"));
   QTest::keyClick(Window.get(), Qt::Key_F5);
   EXPECT_TRUE(Get(QStringLiteral("FormImage(0)")).isHidden());
+}
+
+// By the ways to the two dialogs, with what the user sees of a query in each view.
+TEST_F(MainWindowTest, AQueryNarrowsTheFolderAndASearchGoesOnInIt) {
+  const auto enter = [this](const std::function<void()>& command, const char* field, const char* text,
+                            const char* button) {
+    QTimer::singleShot(0, qApp, [=] {
+      QWidget* dialog = QApplication::activeModalWidget();
+      dialog->findChild<QLineEdit*>(QLatin1String(field))->setText(QLatin1String(text));
+      if (auto* names = dialog->findChild<QComboBox*>()) names->setCurrentText(QStringLiteral("Title"));
+      dialog->findChild<QPushButton*>(QLatin1String(button))->click();
+    });
+    command();
+    Window->activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(Window.get()));
+  };
+  const auto press = [this](const char* button) { Get<QPushButton>(QLatin1String(button)).click(); };
+  const auto held = [this] {
+    EXPECT_EQ(Get(QStringLiteral("lblQuery")).isHidden(), !Action("tbarToolBar(12)").isChecked());
+    return Action("tbarToolBar(12)").isChecked();
+  };
+  const auto cell = [this](int i) {
+    return Get<browse::ThumbCaption>(QStringLiteral("ThumbTitle(%1)").arg(i)).Caption();
+  };
+  ClickFolder(Italy);
+  enter([&] { press("QueryBttn"); }, "qTitle", "photo 1", "CancelBttn");
+  EXPECT_FALSE(held());
+  enter([&] { Choose("tbarToolBar(12)"); }, "qTitle", "PHOTO 1", "OkBttn");
+  EXPECT_EQ(Counter(), QStringLiteral("   1 of 11"));
+  EXPECT_TRUE(held());
+  enter([&] { Choose("tbarToolBar(12)"); }, "qTitle", "x", "CancelBttn");
+  EXPECT_TRUE(held());
+
+  Choose("MainImage");
+  QTest::mouseClick(&Get(QStringLiteral("ImgThumb(5)")), Qt::LeftButton);
+  enter([&] { press("SearchBttn(0)"); }, "MatchVal", "17", "NextBttn");
+  EXPECT_EQ(Counter(), QStringLiteral("   9 of 11"));
+  EXPECT_EQ(cell(0), QStringLiteral("17: Photo 17"));
+  QTest::keyClick(QApplication::focusWidget(), Qt::Key_Right);
+  EXPECT_EQ(Counter(), QStringLiteral("   10 of 11"));
+  enter([&] { Choose("RecordQuery"); }, "qTitle", "2", "OkBttn");
+  EXPECT_EQ(cell(1), QStringLiteral("12: Photo 12"));
+  EXPECT_TRUE(Get(QStringLiteral("picThumb(0)")).hasFocus());
+
+  Choose("MainForm");
+  enter([&] { press("SearchBttn(1)"); }, "MatchVal", "20", "FindBttn");
+  EXPECT_EQ(Get<QLineEdit>(QStringLiteral("eTitle")).text(), QStringLiteral("Photo 20"));
+  for (const char* command : {"RecordSearch", "tbarToolBar(13)"}) {
+    enter([&] { Choose(command); }, "MatchVal", "2", "FindBttn");
+    EXPECT_EQ(Get<QLineEdit>(QStringLiteral("eTitle")).text(), QStringLiteral("Photo 2")) << command;
+  }
+  enter([&] { Choose("RecordQuery"); }, "qTitle", "nowhere", "OkBttn");
+  EXPECT_EQ(Get<QLineEdit>(QStringLiteral("eTitle")).text(), QString());
+  EXPECT_TRUE(held());
+  Choose("tbarToolBar(12)");  // Nothing is asked of an empty list: a dialog would wait.
+  EXPECT_TRUE(held());
+  Choose("MainData");
+  press("ResetBttn");
+  EXPECT_EQ(Counter(), QStringLiteral("   1 of 20"));
+  EXPECT_FALSE(held());
 }
 
 TEST_F(MainWindowTest, TheSplitterMovesThePanesOnRelease) {

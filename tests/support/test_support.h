@@ -59,10 +59,10 @@ class TestCatalogue {
   platform::DBEngine TheEngine;
 };
 
-/// Another program that holds the catalogue's file, for the life of the object.
+/// Another program that has the catalogue's file open, for the life of the object.
 class HeldCatalogue {
  public:
-  /// `begin`: the statement by which it takes hold.
+  /// `begin`: a statement of SQLite, such as one by which it takes hold of the file.
   HeldCatalogue(TestCatalogue& catalogue, const char* begin);
   ~HeldCatalogue();
   HeldCatalogue(const HeldCatalogue&) = delete;

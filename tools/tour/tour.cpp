@@ -4,6 +4,7 @@
 #include <QDragEnterEvent>
 #include <QFileInfo>
 #include <QImageReader>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QPainter>
 #include <QPlainTextEdit>
@@ -225,7 +226,51 @@ class Tour {
   void Dialogs() {
     SaveModal("11-setup", [this] { Choose("FileSetup"); });
     SaveModal("12-about", [this] { Choose("HelpAbout"); });
+    Finding();
     SaveModal("13-folder-not-found", [this] { SelectFolder(QStringLiteral("no such folder")); });
+  }
+
+  // Fills a field of the modal dialog that the command opens, and presses a button of it.
+  void Enter(const char* command, const char* field, const QString& text, const char* button) {
+    QTimer::singleShot(0, qApp, [field, text, button] {
+      const QWidget* dialog = QApplication::activeModalWidget();
+      dialog->findChild<QLineEdit*>(QLatin1String(field))->setText(text);
+      auto* press = dialog->findChild<QPushButton*>(QLatin1String(button));
+      QTimer::singleShot(0, press, [press] { press->click(); });
+    });
+    Choose(command);
+  }
+  // The box that such a button opens. It comes from within the dialog's own event.
+  void SaveBox(const char* name, const char* command, const char* field, const QString& text,
+               const char* button) {
+    QTimer look;
+    QObject::connect(&look, &QTimer::timeout, &look, [this, name, &look] {
+      auto* box = qobject_cast<QMessageBox*>(QApplication::activeModalWidget());
+      if (box == nullptr) return;
+      look.stop();
+      Save(box->grab(), name);
+      box->close();
+      if (auto* dialog = qobject_cast<QDialog*>(QApplication::activeModalWidget())) dialog->reject();
+    });
+    look.start(0);
+    Enter(command, field, text, button);
+  }
+
+  void Finding() {
+    SelectFolder(QStringLiteral("Photos"));
+    Enter("RecordQuery", "qDescription", QStringLiteral("a"), "OkBttn");
+    SaveModal("14-query", [this] { Choose("RecordQuery"); });
+    Save("14-query-holds");
+    Choose("MainImage");
+    Save("14-query-holds-image-view");
+    Choose("MainData");
+    Enter("RecordQuery", "qTitle", QStringLiteral("no such photo"), "OkBttn");
+    Save("14-query-without-result");
+    Get<QPushButton>("ResetBttn").click();
+    SaveModal("15-search", [this] { Choose("RecordSearch"); });
+    SaveBox("15-search-no-number", "RecordSearch", "MatchVal", QStringLiteral("one"), "FindBttn");
+    SaveBox("15-search-not-found", "RecordSearch", "MatchVal", QStringLiteral("0"), "FindBttn");
+    SaveBox("14-query-no-date", "RecordQuery", "qCrtDate(0)", QStringLiteral("soon"), "OkBttn");
   }
 
   const veldrin::platform::App& TheApp;

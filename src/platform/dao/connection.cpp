@@ -10,6 +10,7 @@
 #include <QUrl>
 
 #include "platform/dao/errors.h"
+#include "platform/like.h"
 #include "platform/sql_dialect.h"
 
 namespace veldrin::platform {
@@ -36,20 +37,29 @@ SQLite::Database OpenFile(const QString& file) {
       [&] { return SQLite::Database(UriOf(file), SQLite::OPEN_READWRITE | SQLite::OPEN_URI); });
 }
 
-QString TextOf(sqlite3_value* value) {
-  return QString::fromUtf8(reinterpret_cast<const char*>(sqlite3_value_text(value)),
-                           sqlite3_value_bytes(value));
+std::string_view TextOf(sqlite3_value* value) {
+  const auto* text = reinterpret_cast<const char*>(sqlite3_value_text(value));
+  return text == nullptr ? std::string_view() : std::string_view(text, sqlite3_value_bytes(value));
+}
+
+// The pattern is read once for all rows: SQLite keeps it as long as the argument is the same.
+const LikePattern* PatternOf(sqlite3_context* context, sqlite3_value* argument) {
+  if (const void* kept = sqlite3_get_auxdata(context, 0)) return static_cast<const LikePattern*>(kept);
+  sqlite3_set_auxdata(context, 0, new LikePattern(TextOf(argument)),
+                      [](void* pattern) { delete static_cast<LikePattern*>(pattern); });
+  return static_cast<const LikePattern*>(sqlite3_get_auxdata(context, 0));
 }
 
 void CallMatchesLike(sqlite3_context* context, int, sqlite3_value** arguments) {
   if (sqlite3_value_type(arguments[1]) == SQLITE_NULL) return sqlite3_result_null(context);
-  sqlite3_result_int(context, MatchesLike(TextOf(arguments[0]), TextOf(arguments[1])) ? 1 : 0);
+  const LikePattern* pattern = PatternOf(context, arguments[0]);
+  if (pattern == nullptr) return sqlite3_result_error_nomem(context);
+  sqlite3_result_int(context, pattern->Matches(TextOf(arguments[1])) ? 1 : 0);
 }
 
-int CompareFolded(void*, int leftSize, const void* left, int rightSize, const void* right) {
-  const QString a = QString::fromUtf8(static_cast<const char*>(left), leftSize);
-  const QString b = QString::fromUtf8(static_cast<const char*>(right), rightSize);
-  return a.toCaseFolded().compare(b.toCaseFolded());
+int CallCompareFolded(void*, int leftSize, const void* left, int rightSize, const void* right) {
+  return CompareFolded({static_cast<const char*>(left), static_cast<size_t>(leftSize)},
+                       {static_cast<const char*>(right), static_cast<size_t>(rightSize)});
 }
 
 }  // namespace
@@ -93,7 +103,7 @@ void Connection::SetUp(int busyTimeout) {
   Db.exec("PRAGMA main.synchronous=OFF; PRAGMA main.journal_mode=MEMORY; PRAGMA temp_store=MEMORY");
   sqlite3_create_function(Db.getHandle(), "MatchesLike", 2, SQLITE_UTF8 | SQLITE_DETERMINISTIC, nullptr,
                           CallMatchesLike, nullptr, nullptr);
-  sqlite3_create_collation(Db.getHandle(), "Folded", SQLITE_UTF8, nullptr, CompareFolded);
+  sqlite3_create_collation(Db.getHandle(), "Folded", SQLITE_UTF8, nullptr, CallCompareFolded);
 }
 
 void Connection::LoadDefinitions() {

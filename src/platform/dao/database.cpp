@@ -88,8 +88,8 @@ std::unique_ptr<Recordset> Database::OpenRecordset(const QString& sql, Recordset
   });
 }
 
-void Database::BeginTrans() {
-  WithSqliteErrors([&] { Open().Sqlite().exec("BEGIN IMMEDIATE"); });
+void Database::BeginTrans(bool writesLinkedTables) {
+  WithSqliteErrors([&] { Open().Sqlite().exec(writesLinkedTables ? "BEGIN IMMEDIATE" : "BEGIN"); });
 }
 
 void Database::CommitTrans() {

@@ -38,8 +38,9 @@ class Database {
   std::unique_ptr<Recordset> OpenRecordset(const QString& sql, RecordsetType type = dbOpenDynaset);
 
   /// Rows written between the two are flushed once, at the end. Raises the error of the flush; nothing of the
-  /// group is stored then. A group that is neither committed nor rolled back is rolled back by Close.
-  void BeginTrans();
+  /// group is stored then. A group that is neither committed nor rolled back is rolled back by Close. A group
+  /// that writes to this file's own tables alone does not wait for who else writes to the linked ones.
+  void BeginTrans(bool writesLinkedTables = true);
   void CommitTrans();
   void Rollback();
 

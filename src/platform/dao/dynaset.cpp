@@ -48,12 +48,13 @@ std::optional<KeySource> FromStoredJoin(Connection& connection, const QString& q
   KeySource source;
   source.Table = table;
   source.Key = key;
-  // The links stand in a query of their own, so that a criterion's field names mean the table's alone.
-  source.FindSql =
-      SelectKeys(table, key, table) + QStringLiteral(" WHERE %1.%2 IN (%3) AND ").arg(table, key, linkedKeys);
-  if (!where.isEmpty()) source.FindSql += QStringLiteral("(%1) AND ").arg(ToSqlite(where));
   source.Unchecked = where.isEmpty();
-  source.KeySql = where.isEmpty() ? linkedKeys : source.FindSql + QStringLiteral("1");
+  source.KeySql = linkedKeys;
+  if (where.isEmpty()) return source;
+  // The links stand in a query of their own, so that a criterion's field names mean the table's alone.
+  source.KeySql = SelectKeys(table, key, table) +
+                  QStringLiteral(" WHERE %1.%2 IN (%3) AND ").arg(table, key, linkedKeys) +
+                  ToSqliteCondition(where);
   return source;
 }
 
@@ -89,13 +90,15 @@ class KeyStatement {
 }  // namespace
 
 std::optional<KeySource> FindKeySource(Connection& connection, const QString& sql) {
-  static const QRegularExpression shape(
-      QStringLiteral(R"(^(?:SELECT (?:(\w+)\.)?\* FROM )?(\w+)(?: WHERE (.+))?$)"),
-      Option::CaseInsensitiveOption | Option::DotMatchesEverythingOption);
-  const auto match = shape.match(sql.trimmed());
+  static const QRegularExpression shape(QStringLiteral(R"(^(?:SELECT (?:(\w+)\.)?\* FROM )?(\w+)$)"),
+                                        Option::CaseInsensitiveOption);
+  // The condition may hold whatever people type, also what is no text for a regular expression.
+  const QString condition = QStringLiteral(" WHERE ");
+  const qsizetype head = sql.indexOf(condition, 0, Qt::CaseInsensitive);
+  const QString where = head < 0 ? QString() : sql.mid(head + condition.size());
+  const auto match = shape.match(sql.left(head).trimmed());
   if (!match.hasMatch()) return std::nullopt;
   const QString table = match.captured(2);
-  const QString where = match.captured(3);
   const QString named = match.captured(1);
   if (!named.isEmpty() && named.compare(table, Qt::CaseInsensitive) != 0) return std::nullopt;
 
@@ -105,10 +108,8 @@ std::optional<KeySource> FindKeySource(Connection& connection, const QString& sq
   source.Table = table;
   source.Key = connection.ColumnsOf(table).Key;
   source.Unchecked = false;
-  const QString from = SelectKeys(table, source.Key, table);
-  source.KeySql = where.isEmpty() ? from : from + QStringLiteral(" WHERE ") + ToSqlite(where);
-  source.FindSql = from + QStringLiteral(" WHERE ");
-  if (!where.isEmpty()) source.FindSql += QStringLiteral("(%1) AND ").arg(ToSqlite(where));
+  source.KeySql = SelectKeys(table, source.Key, table);
+  if (!where.isEmpty()) source.KeySql += condition + ToSqliteCondition(where);
   return source;
 }
 
@@ -195,15 +196,32 @@ int Dynaset::PositionOf(int bookmark) const {
   return at != Keys().end() && *at == bookmark ? static_cast<int>(at - Keys().begin()) : -1;
 }
 
-int Dynaset::FindPosition(const QString& criteria) const {
-  if (Keys().empty()) return -1;
-  std::vector<int> found = ReadKeys(Source.FindSql + QStringLiteral("(%1)").arg(ToSqlite(criteria)));
-  std::sort(found.begin(), found.end());
-  // A row that came after the list was read has a key, but no place in the list.
-  for (int key : found) {
-    if (const int position = PositionOf(key); position >= 0) return position;
+// Rows whose keys lie close together are looked through in one go: in the whole catalogue that is one scan,
+// in a folder whose photos are far apart a look at each of them. The first match ends it. A row that came
+// after the list was read has a key, but no place in the list.
+int Dynaset::FindPosition(const QString& criteria, int from) const {
+  constexpr qint64 near = 8;  // A row that is passed over costs so much less than one that is sought.
+  const ReadTransaction transaction(*TheConnection);
+  KeyStatement rows(*TheConnection,
+                    QStringLiteral("SELECT %1.%2 FROM %1 WHERE %1.%2 BETWEEN ? AND ? AND %3 ORDER BY %1.%2")
+                        .arg(Source.Table, Source.Key, ToSqliteCondition(criteria)));
+  const std::vector<int>& keys = Keys();
+  for (auto first = keys.begin() + std::min(from, RecordCount()); first != keys.end();) {
+    auto last = first + 1;
+    while (last != keys.end() && qint64(*last) - *(last - 1) <= near) ++last;
+    rows.SetRange(*first, *(last - 1));
+    while (rows.Step()) {
+      if (const int position = PositionOf(rows.Key()); position >= 0) return position;
+    }
+    first = last;
   }
   return -1;
+}
+
+FieldType Dynaset::TypeOf(const QString& name) const {
+  const auto column = static_cast<size_t>(ColumnOf(name));
+  if (IsDate[column]) return dbDate;
+  return Sizes[column] > 0 ? dbText : dbLong;
 }
 
 void Dynaset::AddNew() {
@@ -220,9 +238,7 @@ void Dynaset::Edit() {
 void Dynaset::SetField(const QString& name, const Value& value) {
   if (State == Writing::None)
     throw RuntimeError(3020, QStringLiteral("Update or CancelUpdate without AddNew or Edit."));
-  const qsizetype column = Names.indexOf(name);
-  if (column < 0)
-    throw RuntimeError(errItemNotFound, QStringLiteral("Item not found in this collection: %1").arg(name));
+  const qsizetype column = ColumnOf(name);
   const int size = Sizes[static_cast<size_t>(column)];
   if (size > 0 && value.toString().toUcs4().size() > size) {
     throw RuntimeError(

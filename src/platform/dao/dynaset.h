@@ -13,11 +13,10 @@ namespace veldrin::platform {
 
 /// Where the keys of a statement's rows come from.
 struct KeySource {
-  QString Table;    ///< the table whose rows the statement shows
-  QString Key;      ///< its numeric primary key; empty when it has none, and rows can only be added then
-  QString KeySql;   ///< SQLite: gives the keys, in any order and perhaps several times
-  bool Unchecked;   ///< the keys come from another table and may lack a row in Table
-  QString FindSql;  ///< SQLite: begins a statement for keys of Table's rows, to be followed by a condition
+  QString Table;   ///< the table whose rows the statement shows
+  QString Key;     ///< its numeric primary key; empty when it has none, and rows can only be added then
+  QString KeySql;  ///< SQLite: gives the keys, in any order and perhaps several times
+  bool Unchecked;  ///< the keys come from another table and may lack a row in Table
 };
 
 /// Takes apart "T", "SELECT T.* FROM T WHERE ..." and "SELECT * FROM T WHERE ...", where T is a table or a
@@ -32,6 +31,7 @@ class Dynaset : public Recordset {
   QStringList FieldNames() const override { return Names; }
   int BookmarkAt(int position) const override { return Keys()[static_cast<size_t>(position)]; }
   int PositionOf(int bookmark) const override;
+  FieldType TypeOf(const QString& name) const override;
   void AddNew() override;
   void Edit() override;
   void SetField(const QString& name, const Value& value) override;
@@ -40,7 +40,7 @@ class Dynaset : public Recordset {
   std::vector<std::vector<Value>> ReadRows(int first, int count) const override;
 
  protected:
-  int FindPosition(const QString& criteria) const override;
+  int FindPosition(const QString& criteria, int from) const override;
 
  private:
   enum class Writing { None, Added, Edited };

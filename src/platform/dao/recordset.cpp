@@ -51,10 +51,7 @@ void Recordset::SetBookmark(int bookmark) { SetAbsolutePosition(PositionOf(bookm
 
 Value Recordset::Field(const QString& name) const {
   RequireCurrent();
-  const qsizetype column = FieldNames().indexOf(name, 0);
-  if (column < 0) {
-    throw RuntimeError(errItemNotFound, QStringLiteral("Item not found in this collection: %1").arg(name));
-  }
+  const qsizetype column = ColumnOf(name);
   if (CurrentRow.empty()) {
     CurrentRow = ReadRows(Position, 1).front();
     if (CurrentRow.empty()) throw RuntimeError(errRecordDeleted, QStringLiteral("Record is deleted."));
@@ -62,8 +59,20 @@ Value Recordset::Field(const QString& name) const {
   return CurrentRow[static_cast<size_t>(column)];
 }
 
-void Recordset::FindFirst(const QString& criteria) {
-  const int position = FindPosition(criteria);
+qsizetype Recordset::ColumnOf(const QString& name) const {
+  const qsizetype column = FieldNames().indexOf(name);
+  if (column < 0) {
+    throw RuntimeError(errItemNotFound, QStringLiteral("Item not found in this collection: %1").arg(name));
+  }
+  return column;
+}
+
+FieldType Recordset::TypeOf(const QString&) const {
+  throw RuntimeError(errReadOnly, QStringLiteral("Operation is not supported for this type of object."));
+}
+
+void Recordset::Find(const QString& criteria, int from) {
+  const int position = FindPosition(criteria, from);
   TheNoMatch = position < 0;
   if (!TheNoMatch) MoveTo(position);
 }

@@ -5,6 +5,7 @@
 #include <QStringList>
 #include <vector>
 
+#include "platform/dao/table_def.h"
 #include "platform/dao/value.h"
 
 namespace veldrin::platform {
@@ -47,8 +48,14 @@ class Recordset {
   /// The current row's field; 3265 for a name that isn't there.
   Value Field(const QString& name) const;
 
+  /// A field's type by its name; 3265 for a name that isn't there. A snapshot doesn't know it and raises
+  /// 3027.
+  virtual FieldType TypeOf(const QString& name) const;
+
   /// Moves to the first row that meets the criteria, the text of a WHERE clause, or sets NoMatch and stays.
-  void FindFirst(const QString& criteria);
+  void FindFirst(const QString& criteria) { Find(criteria, 0); }
+  /// The same from the row behind the current one on.
+  void FindNext(const QString& criteria) { Find(criteria, Position + 1); }
   bool NoMatch() const { return TheNoMatch; }
 
   /// Writing: AddNew or Edit, then SetField, then Update. SetField raises 3163 for a text that is too long.
@@ -64,14 +71,17 @@ class Recordset {
   virtual std::vector<std::vector<Value>> ReadRows(int first, int count) const = 0;
 
  protected:
-  /// The position of the first row that meets the criteria; -1 when none does.
-  virtual int FindPosition(const QString& criteria) const = 0;
+  /// The position of the first row at `from` or behind it that meets the criteria; -1 when none does.
+  virtual int FindPosition(const QString& criteria, int from) const = 0;
   void RequireCurrent() const;
+  /// A field's place; 3265 for a name that isn't there.
+  qsizetype ColumnOf(const QString& name) const;
   /// Called by every move, so that the current row is read afresh.
   virtual void Moved() const { CurrentRow.clear(); }
 
  private:
   void MoveTo(int position);
+  void Find(const QString& criteria, int from);
 
   int Position = 0;
   bool TheNoMatch = false;

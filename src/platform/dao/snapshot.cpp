@@ -35,7 +35,7 @@ std::vector<std::vector<Value>> Snapshot::ReadRows(int first, int count) const {
   return {Rows.begin() + first, Rows.begin() + first + count};
 }
 
-int Snapshot::FindPosition(const QString&) const {
+int Snapshot::FindPosition(const QString&, int) const {
   throw RuntimeError(errReadOnly, QStringLiteral("Operation is not supported for this type of object."));
 }
 

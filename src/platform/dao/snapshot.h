@@ -15,7 +15,7 @@ class Snapshot : public Recordset {
   std::vector<std::vector<Value>> ReadRows(int first, int count) const override;
 
  protected:
-  int FindPosition(const QString& criteria) const override;
+  int FindPosition(const QString& criteria, int from) const override;
 
  private:
   QStringList Names;

@@ -1,0 +1,19 @@
+// The scale of the dialogs' design. Their fields are laid out for small type; all lengths grow alike, so that
+// a date with its four digits of the year has room.
+#pragma once
+
+#include "platform/twips.h"
+
+namespace veldrin::find {
+
+constexpr double DialogScale = 1.4;
+
+/// Places a control of a dialog; all four lengths in the design's twips.
+inline void MoveInDialog(QWidget& control, double left, double top, double width, double height) {
+  platform::MoveTwips(control, left * DialogScale, top * DialogScale, width * DialogScale,
+                      height * DialogScale);
+}
+
+inline int DialogPixels(double twips) { return platform::ToPixels(twips * DialogScale); }
+
+}  // namespace veldrin::find

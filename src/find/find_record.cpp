@@ -1,0 +1,73 @@
+#include "find/find_record.h"
+
+#include <QRegularExpression>
+
+#include "platform/dates.h"
+#include "platform/failure.h"
+#include "platform/msg_box.h"
+#include "platform/sql_dialect.h"
+
+namespace veldrin::find {
+
+using platform::FieldType;
+using platform::RuntimeError;
+
+namespace {
+
+bool IsNumber(const QString& text) {
+  static const QRegularExpression number(QStringLiteral(R"(^\s*[+-]?[0-9]+(\.[0-9]+)?\s*$)"));
+  return number.match(text).hasMatch();
+}
+
+}  // namespace
+
+QString SearchCriterion(const QString& field, FieldType type, const QString& value) {
+  if (type == platform::dbText) {
+    return QStringLiteral("[%1] LIKE '*%2*'").arg(field, platform::QuoteSql(value));
+  }
+  if (type == platform::dbDate) {
+    const QString criterion = QStringLiteral("DateValue([%1]) = #%2#").arg(field, value);
+    if (platform::ParseDate(value)) return criterion;
+    throw RuntimeError(platform::errSyntax,
+                       QStringLiteral("Syntax error in date in query expression '%1'.").arg(criterion));
+  }
+  const QString criterion = QStringLiteral("[%1] = %2").arg(field, value);
+  if (IsNumber(value)) return criterion;
+  throw RuntimeError(platform::errSyntax,
+                     QStringLiteral("Syntax error in query expression '%1'.").arg(criterion));
+}
+
+bool RecordSearch::MoveToMatch(frmSearch::SearchMode mode) {
+  const FieldType type = Data1.Recordset().TypeOf(Last.FldName);
+  const QString criterion = SearchCriterion(Last.FldName, type, Last.MatchVal);
+  if (mode == frmSearch::Find) {
+    Data1.FindFirst(criterion);
+  } else {
+    Data1.FindNext(criterion);
+  }
+  return !Data1.Recordset().NoMatch();
+}
+
+RecordSearch::Result RecordSearch::FindRecord() {
+  Result result = NotSearched;
+  platform::TrapWithBox(&Window, [&] {
+    frmSearch dialog(Last, Fields, &Window);
+    dialog.exec();
+    if (Last.MatchVal.isEmpty() || dialog.FindMode == frmSearch::Cancelled) return;
+    result = MoveToMatch(dialog.FindMode) ? Found : NoMatch;
+  });
+  return result;
+}
+
+void RecordSearch::SearchBttn_Click() {
+  if (Data1.RecordCount() == 0) return;
+  const Result result = FindRecord();
+  if (result == NotSearched) return;
+  if (result == NoMatch) {
+    platform::MsgBox(&Window, QStringLiteral("Record not fund!"), platform::vbInformation,
+                     QStringLiteral("Information"));
+  }
+  Views.ShowFolderRecords();
+}
+
+}  // namespace veldrin::find

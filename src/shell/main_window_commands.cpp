@@ -1,0 +1,111 @@
+// Which command of the main window calls what.
+#include <QShortcut>
+
+#include "shell/main_window.h"
+
+namespace veldrin::shell {
+
+// A name that is being edited is finished before a command runs: storing it reads the list anew, and a
+// command must not find another record or folder than the user saw when it began.
+void frmMain::OnChoice(QAction& action, const std::function<void()>& handler) {
+  connect(&action, &QAction::triggered, this, [this, handler] {
+    if (tvTreeView->EndLabelEdit()) handler();
+  });
+}
+
+void frmMain::OnChoice(const char* item, const std::function<void()>& handler) {
+  OnChoice(Bars->Item(item), handler);
+}
+
+void frmMain::ConnectCommands() {
+  ConnectViewCommands();
+  ConnectFolderCommands();
+  ConnectRecordCommands();
+  ConnectFinding();
+  ConnectShow();
+  OnChoice("FileSetup", [this] { FileSetup_Click(); });
+  OnChoice("FileExit", [this] { close(); });
+  OnChoice("HelpHelp", [this] { HelpHelp_Click(); });
+  OnChoice("HelpAbout", [this] { HelpAbout_Click(); });
+}
+
+void frmMain::ConnectViewCommands() {
+  for (int number = 1; number <= 22; ++number) {
+    OnChoice(Bars->Button(number), [this, number] { tbarToolBar_ButtonClick(number); });
+  }
+  const auto press = [this](const char* item, int number) {
+    OnChoice(item, [this, number] { tbarToolBar_ButtonClick(number); });
+  };
+  press("MainData", DataViewCode);
+  press("MainImage", ImageViewCode);
+  press("MainForm", FormViewCode);
+  press("MainAdd", AddNewCode);
+  press("MainPlay", ImagePlayCode);
+  press("RecordAdd", AddNewCode);
+  press("RecordEdit", FormViewCode);
+
+  connect(&TheDataView->Button("RefreshBttn"), &QPushButton::clicked, this, &frmMain::RefreshBttn_Click);
+  connect(&TheDataView->Button("ResetBttn"), &QPushButton::clicked, this, &frmMain::ResetBttn_Click);
+  const auto* refresh = new QShortcut(QKeySequence::Refresh, this);
+  connect(refresh, &QShortcut::activated, this, [this] {
+    if (SSTab1->currentIndex() == 0 || FormViewIsShown()) RefreshBttn_Click();
+  });
+}
+
+void frmMain::ConnectFolderCommands() {
+  using folders::FolderCommands;
+  const auto call = [this](const char* item, void (FolderCommands::*handler)()) {
+    OnChoice(item, [this, handler] { (TheFolderCommands.get()->*handler)(); });
+  };
+  call("FolderUndoCut", &FolderCommands::FolderUndoCut_Click);
+  call("FolderAdd", &FolderCommands::FolderAdd_Click);
+  call("FolderRen", &FolderCommands::FolderRen_Click);
+  call("FolderDel", &FolderCommands::FolderDel_Click);
+  call("FolderCut", &FolderCommands::FolderCut_Click);
+  call("FolderCopy", &FolderCommands::FolderCopy_Click);
+  call("FolderPaste", &FolderCommands::FolderPaste_Click);
+}
+
+void frmMain::ConnectRecordCommands() {
+  OnChoice("RecordDel", [this] { Deleting->RecordDel_Click(); });
+  OnChoice("RecordRmv", [this] { Deleting->RecordRmv_Click(); });
+  OnChoice("RecordUndoCut", [this] { Clipboard->RecordUndoCut_Click(); });
+  OnChoice("RecordCut", [this] { Clipboard->RecordCut_Click(); });
+  OnChoice("RecordCopy", [this] { Clipboard->RecordCopy_Click(); });
+  for (const char* item : {"RecordPaste", "FolderRcdPaste"})
+    OnChoice(item, [this] { Clipboard->RecordPaste_Click(); });
+  OnChoice("RecordAll", [this] { ThumbPannel->RecordAll_Click(); });
+  // Of the two views that have a selection: in a text field the keys select the text.
+  const auto* all = new QShortcut(QKeySequence::SelectAll, TheDataView);
+  connect(all, &QShortcut::activated, &Bars->Item("RecordAll"), &QAction::trigger);
+
+  const auto view = [this] { Viewing.ViewBttn_Click(); };
+  connect(&TheDataView->Button("ViewBttn"), &QPushButton::clicked, this, view);
+  connect(TheDataView, &browse::DataView::ImgPreview_DblClick, this, view);
+  connect(TheFormView, &records::FormView::FormImage_DblClick, this, view);
+}
+
+void frmMain::ConnectFinding() {
+  const auto search = [this] { Searching.SearchBttn_Click(); };
+  connect(&TheDataView->Button("QueryBttn"), &QPushButton::clicked, this,
+          [this] { Querying->QueryBttn_Click(); });
+  connect(&TheDataView->Button("SearchBttn(0)"), &QPushButton::clicked, this, search);
+  connect(&TheFormView->Button("SearchBttn(1)"), &QPushButton::clicked, this, search);
+  OnChoice("RecordQuery", [this] { Querying->RecordQuery_Click(); });
+  OnChoice("RecordSearch", search);
+  connect(&Data1, &catalogue::RecordList::Refreshed, this, &frmMain::ShowQueryState);
+  // A click lifts the button, or puts it down, whatever the dialog is left by.
+  connect(&Bars->Button(12), &QAction::toggled, this, &frmMain::ShowQueryState);
+}
+
+void frmMain::ConnectShow() {
+  const auto press = [this](const char* item, int button) {
+    OnChoice(item, [this, button] { TheImagePlay->tbarShow_ButtonClick(button); });
+  };
+  press("MusicPlay", show::MusicOnOff);
+  press("MusicSetup", show::SetupMusic);
+  connect(TheImagePlay, &show::ImagePlay::MusicSwitched, this,
+          [this] { Bars->Item("MusicPlay").setChecked(Show.MusicOn); });
+}
+
+}  // namespace veldrin::shell
