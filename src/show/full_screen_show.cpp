@@ -2,6 +2,7 @@
 
 #include <QKeyEvent>
 #include <QMouseEvent>
+#include <QPainter>
 #include <QScreen>
 #include <utility>
 
@@ -18,9 +19,7 @@ frmPic::frmPic(const ShowParts& parts, QSlider& slider, QWidget& mainWindow)
       Timer1(new PictureTimer(*Pictures, this)),
       Show(parts, *this, *Timer1, ShowWindow::FullScreen) {
   setObjectName(QStringLiteral("frmPic"));
-  setPalette(QPalette(Qt::black));
   setMouseTracking(true);
-  tbarShow->setPalette(mainWindow.palette());
   tbarShow->setAutoFillBackground(true);
   tbarShow->hide();
   if (!Parts.TheMusic.HasSoundCard()) tbarShow->Button(MusicOnOff).setEnabled(false);
@@ -54,6 +53,9 @@ void frmPic::showEvent(QShowEvent* event) {
   PlaceToolbar();
   if (!std::exchange(IsActivated, true)) Show.TakeUp();
 }
+
+// Not by the palette, which the buttons would inherit.
+void frmPic::paintEvent(QPaintEvent* event) { QPainter(this).fillRect(event->rect(), Qt::black); }
 
 void frmPic::mouseMoveEvent(QMouseEvent* event) { tbarShow->setVisible(event->position().y() >= BarTop); }
 

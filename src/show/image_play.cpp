@@ -60,7 +60,8 @@ void ImagePlay::PlaceControls() {
   MoveTwips(*Title, PlayLeft, 60, PlayWidth, 300);
   MoveTwips(*picScreen, PlayLeft, ScreenTop, PlayWidth, bottom - BelowScreen - ScreenTop);
   MoveTwips(*Slider, PlayLeft, bottom - SliderFromEdge, PlayWidth, 360);
-  MoveTwips(*tbarShow, 3600, bottom - ToolbarFromEdge, 5400, 585);
+  const int width = platform::ToTwips(tbarShow->sizeHint().width());
+  MoveTwips(*tbarShow, PlayLeft + catalogue::Centre(PlayWidth, width), bottom - ToolbarFromEdge, width, 585);
 }
 
 void ImagePlay::resizeEvent(QResizeEvent* event) {

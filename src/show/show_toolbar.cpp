@@ -15,7 +15,7 @@ struct ButtonLook {
   const char* Icon;
 };
 
-constexpr ButtonLook Looks[] = {{PlayBackward, "Play Backward", "Play Backward", "media-playback-start-rtl"},
+constexpr ButtonLook Looks[] = {{PlayBackward, "Play Backward", "Play Backward", "media-playback-start"},
                                 {StopPlay, "Stop Play", "Stop Play", "media-playback-stop"},
                                 {PlayForward, "Play Forward", "Play Forward", "media-playback-start"},
                                 {StepBackward, "Step Backward", "Step Backward", "media-skip-backward"},
@@ -27,6 +27,12 @@ constexpr ButtonLook Looks[] = {{PlayBackward, "Play Backward", "Play Backward",
                                 {MusicOnOff, "Music On/Off", "Music On/Off", "audio-volume-high"},
                                 {SetupMusic, "Setup Music", "", "view-media-playlist"}};
 
+// No theme has a picture for playing backward.
+QIcon Mirrored(const QIcon& icon) {
+  constexpr int LargeEnough = 88;
+  return QIcon(icon.pixmap(LargeEnough).transformed(QTransform::fromScale(-1, 1)));
+}
+
 }  // namespace
 
 ShowToolbar::ShowToolbar(ShowWindow window, QWidget* parent) : QToolBar(parent) {
@@ -34,6 +40,11 @@ ShowToolbar::ShowToolbar(ShowWindow window, QWidget* parent) : QToolBar(parent) 
   setIconSize(QSize(22, 22));
   // What happens on a button, a disabled one too, is no business of the picture behind it.
   setAttribute(Qt::WA_NoMousePropagation);
+  MakeButtons(window);
+  Button(PlayBackward).setIcon(Mirrored(Button(PlayForward).icon()));
+}
+
+void ShowToolbar::MakeButtons(ShowWindow window) {
   int next = PlayBackward;
   for (const ButtonLook& look : Looks) {
     // A number between two buttons is a separator.

@@ -22,6 +22,9 @@ class ShowToolbar : public QToolBar {
 
  Q_SIGNALS:
   void ButtonClick(int button);
+
+ private:
+  void MakeButtons(ShowWindow window);
 };
 
 }  // namespace veldrin::show
