@@ -2,6 +2,7 @@
 
 #include <QStringList>
 
+#include "platform/runtime_error.h"
 #include "platform/sql_dialect.h"
 
 namespace veldrin::catalogue {
@@ -70,7 +71,13 @@ void RecordSource::SetRecordSource() {
   const bool preview = Views.PreviewIsOn();
   if (preview) Views.SetPreview(false);
   Data1.RecordSource = RecordSourceSql;
-  Data1.Refresh();
+  try {
+    Data1.Refresh();
+  } catch (const platform::RuntimeError&) {
+    Views.InitThumbScroll();
+    if (preview) Views.SetPreview(true);
+    throw;
+  }
   if (Data1.RecordCount() > 0) {
     Data1.MoveLast();
     Data1.MoveFirst();

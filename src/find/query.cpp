@@ -1,6 +1,7 @@
 #include "find/query.h"
 
 #include "find/query_dialog.h"
+#include "platform/runtime_error.h"
 
 namespace veldrin::find {
 
@@ -33,7 +34,12 @@ void Query::QueryBttn_Click() {
   frmQry dialog(Source.Query, &Window);
   dialog.exec();
   if (!dialog.QryAccepted) return;
-  Source.SetRecordSource();
+  try {
+    Source.SetRecordSource();
+  } catch (const platform::RuntimeError&) {
+    Views.ShowFolderRecords();  // No view may go on showing what the list no longer holds.
+    throw;
+  }
   Views.ShowFolderRecords();
 }
 

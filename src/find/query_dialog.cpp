@@ -71,7 +71,6 @@ QPushButton* frmQry::MakeButton(const QString& name, const char* text, double le
   auto* button = new QPushButton(QLatin1String(text), Picture1);
   button->setObjectName(name);
   button->setFocusPolicy(Qt::TabFocus);
-  button->setAutoDefault(top == ButtonRow);
   MoveInDialog(*button, left, top, width, top == ButtonRow ? ButtonHeight : FieldHeight);
   return button;
 }

@@ -26,10 +26,16 @@ QString SecondsForm(const QLocale& locale) {
   return form;
 }
 
+// Forms of scripts written from the right hold marks of direction, which nobody types.
+QString WithoutMarks(QString text) {
+  static const QRegularExpression marks(QStringLiteral("[\u200E\u200F\u061C]"));
+  return text.remove(marks);
+}
+
 std::optional<QDate> ParseDay(const QString& text, const QLocale& locale) {
   // Days and months count with and without a leading zero.
   static const QRegularExpression twoDigits(QStringLiteral("(?<![dM])(d|M)\\1(?!\\1)"));
-  const QString local = LongYearForm(locale).replace(twoDigits, QStringLiteral("\\1"));
+  const QString local = WithoutMarks(LongYearForm(locale).replace(twoDigits, QStringLiteral("\\1")));
   for (const QString& form : {local, QStringLiteral("yyyy-M-d"), QStringLiteral("M/d/yyyy")}) {
     const QDate day = locale.toDate(text, form);
     if (day.isValid() && day.year() >= 100 && day.year() <= 9999) return day;
@@ -55,7 +61,7 @@ std::optional<QTime> ParseTime(const QString& text, const QLocale& locale) {
 }  // namespace
 
 std::optional<QDateTime> ParseDate(const QString& text, const QLocale& locale) {
-  const QString trimmed = text.simplified();
+  const QString trimmed = WithoutMarks(text).simplified();
   if (const auto day = ParseDay(trimmed, locale)) return QDateTime(*day, QTime(0, 0), Qt::UTC);
   // A locale's date may hold blanks itself, so the time is looked for behind each of them.
   for (qsizetype blank = trimmed.indexOf(QLatin1Char(' ')); blank > 0;

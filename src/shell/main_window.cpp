@@ -245,12 +245,12 @@ void frmMain::SetPreview(bool on) { TheDataView->PreviewOption(on ? 0 : 1).setCh
 void frmMain::SetSliderMax(int recordCount) { TheImagePlay->Slider1().setMaximum(recordCount); }
 void frmMain::InitThumbScroll() { ThumbPannel->InitThumbScroll(); }
 
-// Thumbnails that stand behind Form View are drawn when Image View comes back.
+// Thumbnails that stand behind another tab are drawn when Image View comes back.
 void frmMain::ShowFolderRecords() {
   if (FormViewIsShown()) {
     TheFormView->ShowFormRecord();
     TheFormView->ShowFormImage();
-  } else if (!ThumbPannel->isHidden()) {
+  } else if (SSTab1->currentIndex() == 0 && !ThumbPannel->isHidden()) {
     ThumbPannel->ShowFromCurrentRecord();
   }
 }

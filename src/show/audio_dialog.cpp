@@ -41,7 +41,11 @@ frmAudio::frmAudio(const catalogue::RecordList& data1, FileListBox& musicList, Q
   connect(Choosers, &platform::DirectoryChooser::Change, this, &frmAudio::Dir1_Change);
 }
 
-frmAudio::~frmAudio() { MusicList.Refresh(); }
+// The directory may have been missing until now.
+frmAudio::~frmAudio() {
+  ResumeNext([&] { MusicList.SetPath(MusicDir); });
+  if (MusicList.Path() == MusicDir) MusicList.Refresh();
+}
 
 void frmAudio::Form_Load() {
   ResumeNext([&] { Choosers->Drive1().SetDrive(AudioDir); });

@@ -11,8 +11,9 @@ namespace veldrin::show {
 
 namespace {
 
-// A track that ends within this time of its opening, in milliseconds, had nothing to play.
-constexpr qint64 NothingPlayed = 50;
+// Some tracks don't tell their length. One that plays no longer than this, in milliseconds, had nothing to
+// play.
+constexpr qint64 NothingPlayed = 1000;
 
 }  // namespace
 
@@ -56,12 +57,15 @@ void MediaPlayer::Open(const QString& file) {
 void MediaPlayer::StatusChanged(QMediaPlayer::MediaStatus status) {
   if (status == QMediaPlayer::InvalidMedia) EndTrack(MediaClosed);
   if (status == QMediaPlayer::EndOfMedia) {
-    EndTrack(Opened.elapsed() < NothingPlayed ? MediaClosed : MediaStopped);
+    const bool nothing = Player->duration() <= 0 && Opened.elapsed() < NothingPlayed;
+    EndTrack(nothing ? MediaClosed : MediaStopped);
   }
 }
 
 void MediaPlayer::EndTrack(int state) {
-  if (State == MediaPlaying || State == MediaPaused) SetState(state);
+  if (State != MediaPlaying && State != MediaPaused) return;
+  if (state == MediaClosed) Player->stop();  // A player with an error may go on with what it can decode.
+  SetState(state);
 }
 
 void MediaPlayer::Play() {
