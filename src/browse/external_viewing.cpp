@@ -42,17 +42,18 @@ void ExternalViewing::ViewBttn_Click() {
 }
 
 void ExternalViewing::ShowNoProgram() const {
-  static const char* const lines[] = {
+  static const char* const first =
       "You need to register the file extension such as .bmp, .jpg with your chosen favorite graphics "
-      "application!",
-      "To register the file extension:",
-      "1. Open the Windows Explorer.",
-      "2. Find a JPG file and highlight it.",
-      "3. Right click on the file and click on the 'Open with' item.",
-      "4. Select your favorite graphics application from the list.",
-      "5. Check 'Always use this program to open these files'.",
-      "6. Click on the 'OK' button.",
-      "7. Repeat 2 to 6 doing a BMP file and other graphics files."};
+      "application!";
+  static const char* const lines[] = {first,
+                                      "To register the file extension:",
+                                      "1. Open the Windows Explorer.",
+                                      "2. Find a JPG file and highlight it.",
+                                      "3. Right click on the file and click on the 'Open with' item.",
+                                      "4. Select your favorite graphics application from the list.",
+                                      "5. Check 'Always use this program to open these files'.",
+                                      "6. Click on the 'OK' button.",
+                                      "7. Repeat 2 to 6 doing a BMP file and other graphics files."};
   QStringList text;
   for (const char* line : lines) text << QLatin1String(line);
   platform::MsgBox(&Window, text.join(QLatin1Char('\r')), platform::vbExclamation);

@@ -26,12 +26,12 @@ QString SearchCriterion(const QString& field, FieldType type, const QString& val
     return QStringLiteral("[%1] LIKE '*%2*'").arg(field, platform::QuoteSql(value));
   }
   if (type == platform::dbDate) {
-    const QString criterion = QStringLiteral("DateValue([%1]) = #%2#").arg(field, value);
+    QString criterion = QStringLiteral("DateValue([%1]) = #%2#").arg(field, value);
     if (platform::ParseDate(value)) return criterion;
     throw RuntimeError(platform::errSyntax,
                        QStringLiteral("Syntax error in date in query expression '%1'.").arg(criterion));
   }
-  const QString criterion = QStringLiteral("[%1] = %2").arg(field, value);
+  QString criterion = QStringLiteral("[%1] = %2").arg(field, value);
   if (IsNumber(value)) return criterion;
   throw RuntimeError(platform::errSyntax,
                      QStringLiteral("Syntax error in query expression '%1'.").arg(criterion));

@@ -69,7 +69,7 @@ QString ReadWhile(const QString& sql, qsizetype& at, Test test) {
 QString ReadName(const QString& sql, qsizetype& at) {
   const qsizetype close = sql.indexOf(QLatin1Char(']'), at);
   if (close <= at + 1) RaiseSyntaxError(sql);
-  const QString name = sql.mid(at + 1, close - at - 1);
+  QString name = sql.mid(at + 1, close - at - 1);
   at = close + 1;
   return name;
 }

@@ -144,7 +144,7 @@ bool TreeView::EndLabelEdit(bool keep) {
   const QPersistentModelIndex edited = currentIndex();
   // Closed before anything is told: what follows may show a box or take the focus elsewhere, and a field that
   // is still there would end its edit a second time.
-  closeEditor(Editor, QAbstractItemDelegate::NoHint);
+  TreeView::closeEditor(Editor, QAbstractItemDelegate::NoHint);
   if (!keep) return true;
   bool cancel = false;
   Q_EMIT AfterLabelEdit(cancel, newString);

@@ -51,6 +51,7 @@ std::vector<int> DeletePhotos::AffectedPhotos() const {
   const int count = Data1.SelBookmarks.Count();
   if (count == 0 || Views.FormViewIsShown()) return {Data1.Bookmark()};
   std::vector<int> photos;
+  photos.reserve(static_cast<size_t>(count));
   for (int i = 0; i < count; ++i) photos.push_back(Data1.SelBookmarks[i]);
   return photos;
 }

@@ -38,7 +38,7 @@ ImagePlay::ImagePlay(const ShowParts& parts, QWidget* parent)
       Show(parts, *this, *Timer1, ShowWindow::Main) {
   MakeControls();
   PlaceControls();
-  SetShowButtons();
+  ImagePlay::SetShowButtons();
   Slider->installEventFilter(this);
   connect(tbarShow, &ShowToolbar::ButtonClick, this, &ImagePlay::tbarShow_ButtonClick);
   connect(Timer1, &PictureTimer::Timer, this, [this] { Show.Timer1_Timer(); });
