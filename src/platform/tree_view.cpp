@@ -56,6 +56,7 @@ TreeView::TreeView(QWidget* parent) : QTreeWidget(parent) {
   setEditTriggers(QAbstractItemView::NoEditTriggers);
   setTextElideMode(Qt::ElideRight);
   setIconSize(QSize(18, 18));
+  setIndentation(16);  // "!UNORGANIZED" fits below a top-level folder in the pane as designed.
   setItemDelegate(new LabelDelegate(this, [this](QWidget* viewport) { return MakeEditor(viewport); }));
 }
 
