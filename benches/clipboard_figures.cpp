@@ -20,7 +20,7 @@ class NoViews : public records::ClipboardViews, public catalogue::RecordViews {
   void SetSelectionGrey(bool) override {}
   void EnableRecordPaste(bool) override {}
   void ShowRecordUndoCut(bool) override {}
-  void ShowThumbPannel() override {}
+  void ShowFolderRecords() override {}
   void SetRecordMenus() override {}
   bool PreviewIsOn() const override { return false; }
   void SetPreview(bool) override {}
