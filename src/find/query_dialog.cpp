@@ -111,6 +111,7 @@ void frmQry::MakeButtons() {
   QPushButton* ok = MakeButton(QStringLiteral("OkBttn"), "&OK", 720, ButtonRow, ButtonWidth);
   QPushButton* cancel = MakeButton(QStringLiteral("CancelBttn"), "&Cancel", 3000, ButtonRow, ButtonWidth);
   QPushButton* clear = MakeButton(QStringLiteral("ClearBttn"), "C&lear", 5280, ButtonRow, ButtonWidth);
+  ok->setDefault(true);
   connect(ok, &QPushButton::clicked, this, &frmQry::OkBttn_Click);
   connect(cancel, &QPushButton::clicked, this, &frmQry::CancelBttn_Click);
   connect(clear, &QPushButton::clicked, this, &frmQry::ClearBttn_Click);
