@@ -6,8 +6,8 @@ namespace veldrin::platform {
 
 namespace {
 
-// Years of two digits lie between 1930 and 2029; Qt takes them for years of the twentieth century.
-constexpr int FirstShortYear = 1930;
+// Years of two digits lie between 1930 and 2029.
+constexpr int FirstShortYear = 30;
 
 // The locale's short form with a year of four digits: what is shown is what is meant when it is read again.
 QString LongYearForm(const QLocale& locale) {
@@ -32,6 +32,23 @@ QString WithoutMarks(QString text) {
   return text.remove(marks);
 }
 
+// The text with the year of two digits that stands where the form has its year written in full; the text
+// itself where there is none. Qt would take such a year for one of the twentieth century, which lacks
+// 2/29/00.
+QString WithCentury(QString text, const QString& form, const QLocale& locale) {
+  static const QRegularExpression number(QStringLiteral("(?<!\\d)\\d+"),
+                                         QRegularExpression::UseUnicodePropertiesOption);
+  const bool yearIsLast = form.indexOf(QLatin1Char('y')) > form.indexOf(QLatin1Char('d'));
+  QRegularExpressionMatch found;
+  yearIsLast ? void(text.lastIndexOf(number, -1, &found)) : void(text.indexOf(number, 0, &found));
+  if (found.capturedLength() != 2) return text;
+  QLocale plain = locale;
+  plain.setNumberOptions(QLocale::OmitGroupSeparator);
+  const int year = locale.toInt(found.captured());
+  const int full = year + (year < FirstShortYear ? 2000 : 1900);
+  return text.replace(found.capturedStart(), 2, plain.toString(full));
+}
+
 std::optional<QDate> ParseDay(const QString& text, const QLocale& locale) {
   // Days and months count with and without a leading zero.
   static const QRegularExpression twoDigits(QStringLiteral("(?<![dM])(d|M)\\1(?!\\1)"));
@@ -40,9 +57,8 @@ std::optional<QDate> ParseDay(const QString& text, const QLocale& locale) {
     const QDate day = locale.toDate(text, form);
     if (day.isValid() && day.year() >= 100 && day.year() <= 9999) return day;
   }
-  const QDate day = locale.toDate(text, QString(local).replace(QLatin1String("yyyy"), QLatin1String("yy")));
-  if (!day.isValid()) return std::nullopt;
-  return day.year() < FirstShortYear ? day.addYears(100) : day;
+  const QDate day = locale.toDate(WithCentury(text, local, locale), local);
+  return day.isValid() ? std::optional(day) : std::nullopt;
 }
 
 std::optional<QTime> ParseTime(const QString& text, const QLocale& locale) {
