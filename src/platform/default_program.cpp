@@ -25,13 +25,21 @@ using Text = std::unique_ptr<char, Free>;
   throw RuntimeError(errCantCreateObject, QStringLiteral("The program can't be started: %1").arg(reason));
 }
 
+QString ClassOf(GAppInfo* found) {
+  const Owned<GAppInfo> program(found);
+  return program ? QString::fromUtf8(g_app_info_get_id(program.get())) : QString();
+}
+
 }  // namespace
 
 QString GetExtensionClass(const QString& extension) {
   const Text type(g_content_type_guess(QFile::encodeName(QLatin1Char('x') + extension.toLower()).constData(),
                                        nullptr, 0, nullptr));
-  const Owned<GAppInfo> program(g_app_info_get_default_for_type(type.get(), FALSE));
-  return program ? QString::fromUtf8(g_app_info_get_id(program.get())) : QString();
+  return ClassOf(g_app_info_get_default_for_type(type.get(), FALSE));
+}
+
+QString GetSchemeClass(const QString& scheme) {
+  return ClassOf(g_app_info_get_default_for_uri_scheme(scheme.toUtf8().constData()));
 }
 
 void OpenWithProgram(const QString& programClass, const QString& file) {

@@ -8,6 +8,7 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
+#include <utility>
 
 #include "platform/runtime_error.h"
 
@@ -30,6 +31,7 @@ class Descriptor {
   ~Descriptor() {
     if (Number >= 0) ::close(Number);
   }
+  Descriptor(Descriptor&& other) noexcept : Number(other.Release()) {}
   Descriptor(const Descriptor&) = delete;
   Descriptor& operator=(const Descriptor&) = delete;
 
@@ -73,28 +75,65 @@ void CopyBytes(int source, const QString& sourceName, int target, const QString&
   CopyThroughMemory(source, sourceName, target, targetName);
 }
 
-}  // namespace
+constexpr int NewFile = O_WRONLY | O_CREAT | O_EXCL;
 
-FileCopy::FileCopy(const QString& source, const QString& target) : Target(target) {
+// A link may lead to the source itself, or anywhere: it is the link that is replaced.
+void RequireReplaceable(const QString& target, const struct stat& source) {
+  const QByteArray name = QFile::encodeName(target);
+  struct stat former {};
+  if (::lstat(name.constData(), &former) != 0) Raise(errno, target);
+  if (former.st_dev == source.st_dev && former.st_ino == source.st_ino)
+    throw RuntimeError(errPermissionDenied, QStringLiteral("Permission denied: %1").arg(target));
+  if (S_ISLNK(former.st_mode)) return;
+  if (!S_ISREG(former.st_mode)) Raise(EISDIR, target);
+  if (::access(name.constData(), W_OK) != 0) Raise(errno, target);
+}
+
+// A new file for what is to stand under the target's name: of that name where it is free, otherwise beside
+// it, so that the former file is there until the new one is whole.
+Descriptor OpenNew(const QString& target, const struct stat& source, QString& written) {
+  written = target;
+  Descriptor file(written, NewFile);
+  if (file.Get() >= 0) return file;
+  if (errno == ENOENT || errno == ENOTDIR)
+    throw RuntimeError(errPathNotFound, QStringLiteral("Path not found: %1").arg(target));
+  if (errno != EEXIST) Raise(errno, target);
+  RequireReplaceable(target, source);
+  for (int number = 1;; ++number) {
+    written = target + QStringLiteral(".part%1").arg(number);
+    Descriptor beside(written, NewFile);
+    if (beside.Get() >= 0) return beside;
+    if (errno != EEXIST) Raise(errno, target);
+  }
+}
+
+Descriptor Copy(const QString& source, const QString& target) {
   // Without waiting: opening a pipe would wait for its other end.
-  Descriptor from(source, O_RDONLY | O_NONBLOCK);
+  const Descriptor from(source, O_RDONLY | O_NONBLOCK);
   struct stat status {};
   if (from.Get() < 0 || ::fstat(from.Get(), &status) != 0 || !S_ISREG(status.st_mode)) Raise(ENOENT, source);
-  Descriptor to(target, O_WRONLY | O_CREAT | O_NOFOLLOW);
-  if (to.Get() < 0) Raise(errno, target);
-  struct stat former {};
-  if (::fstat(to.Get(), &former) == 0 && former.st_dev == status.st_dev && former.st_ino == status.st_ino)
-    throw RuntimeError(errPermissionDenied, QStringLiteral("Permission denied: %1").arg(target));
-  if (::ftruncate(to.Get(), 0) != 0) Raise(errno, target);
+  QString written;
+  Descriptor to = OpenNew(target, status, written);
   try {
-    CopyBytes(from.Get(), source, to.Get(), target);
+    CopyBytes(from.Get(), source, to.Get(), written);
+    if (written != target &&
+        std::rename(QFile::encodeName(written).constData(), QFile::encodeName(target).constData()) != 0)
+      Raise(errno, target);
   } catch (const RuntimeError&) {
-    QFile::remove(target);
+    QFile::remove(written);
     throw;
   }
+  return to;
+}
+
+}  // namespace
+
+void CopyFile(const QString& source, const QString& target) { Copy(source, target); }
+
+FileCopy::FileCopy(const QString& source, const QString& target)
+    : Target(target), File(Copy(source, target).Release()) {
   // Starts the writing to the disk, so that Flush has less to wait for.
-  ::sync_file_range(to.Get(), 0, 0, SYNC_FILE_RANGE_WRITE);
-  File = to.Release();
+  ::sync_file_range(File, 0, 0, SYNC_FILE_RANGE_WRITE);
 }
 
 FileCopy::~FileCopy() { ::close(File); }

@@ -5,13 +5,16 @@
 
 namespace veldrin::platform {
 
-/// The copy of a regular file's bytes, written by the constructor and safe against a power cut after Flush. A
-/// file that stands under the target's name is replaced.
+/// Copies a regular file's bytes. A file or link that stands under the target's name is replaced when the
+/// copy is whole. Raises 70 where source and target are the same file, which stays as it is. Raises 53 for a
+/// source that can't be opened or isn't a regular file, 76 for a missing target directory, 61 where the disk
+/// is full, 75 otherwise; what stood under the target's name is still there then, and nothing else.
+void CopyFile(const QString& source, const QString& target);
+
+/// Such a copy, made by the constructor, that is to be safe against a power cut: after Flush it is.
 class FileCopy {
  public:
-  /// Raises 70 where source and target are the same file, which stays as it is. Raises 53 for a source that
-  /// can't be opened or isn't a regular file, 61 where the disk is full, 75 otherwise; no target is left
-  /// then.
+  /// Raises what CopyFile raises.
   FileCopy(const QString& source, const QString& target);
   ~FileCopy();
   FileCopy(const FileCopy&) = delete;

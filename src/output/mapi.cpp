@@ -1,0 +1,37 @@
+#include "output/mapi.h"
+
+#include "platform/mail_program.h"
+
+namespace veldrin::output {
+
+void MapiSession::Action(SessionAction action) {
+  if (action == mapSignOff) {
+    TheSessionID = 0;
+    return;
+  }
+  platform::RequireMailProgram();
+  TheSessionID = 1;
+}
+
+MapiAttachment& MapiMessages::Attachment() {
+  if (AttachmentIndex == AttachmentCount()) Attachments.emplace_back();
+  return Attachments.at(static_cast<size_t>(AttachmentIndex));
+}
+
+void MapiMessages::Action(MessageAction action) {
+  if (SessionID == 0)
+    throw platform::RuntimeError(platform::mapNoSession, QStringLiteral("There is no mail session."));
+  if (action == mapCompose) {
+    MsgNoteText.clear();
+    Attachments.clear();
+    AttachmentIndex = 0;
+    return;
+  }
+  std::vector<platform::MailFile> files;
+  files.reserve(Attachments.size());
+  for (const MapiAttachment& attachment : Attachments)
+    files.push_back({attachment.AttachmentName, attachment.AttachmentPathName});
+  platform::ComposeMail(MsgNoteText, files, ThePaths.TempDir);
+}
+
+}  // namespace veldrin::output

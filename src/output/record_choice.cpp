@@ -1,0 +1,25 @@
+#include "output/record_choice.h"
+
+namespace veldrin::output {
+
+bool SelectionCounts(const catalogue::RecordList& data1, const OutputViews& views) {
+  return data1.SelBookmarks.Count() != 0 && !views.FormViewIsShown();
+}
+
+void VisitSelected(catalogue::RecordList& data1, int count, const std::function<void()>& visit) {
+  const int bookmark = data1.Bookmark();
+  data1.SuppressReposition = true;
+  for (int i = 0; i < count; ++i) {
+    data1.SetBookmark(data1.SelBookmarks[i]);
+    visit();
+  }
+  data1.SetBookmark(bookmark);
+  data1.SuppressReposition = false;
+}
+
+QString StoredName(const catalogue::RecordList& data1) {
+  return data1.Field(QStringLiteral("PhotoID")).toString() + QLatin1Char('.') +
+         data1.Field(QStringLiteral("ImageType")).toString();
+}
+
+}  // namespace veldrin::output

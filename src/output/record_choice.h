@@ -1,0 +1,28 @@
+// The records that a command works on: the selected ones, or the current one.
+#pragma once
+
+#include <functional>
+
+#include "catalogue/record_list.h"
+
+namespace veldrin::output {
+
+/// What the commands ask of the views.
+class OutputViews {
+ public:
+  virtual ~OutputViews() = default;
+  virtual bool FormViewIsShown() const = 0;
+};
+
+/// False where the current record alone is meant: with nothing selected, and in Form View.
+bool SelectionCounts(const catalogue::RecordList& data1, const OutputViews& views);
+
+/// Makes the first `count` selected records the current one in turn, in the order of the selection and with
+/// SuppressReposition set, and calls `visit` at each. The record that was current is current again in the
+/// end. An error ends the walk where it is: that record stays current and SuppressReposition set.
+void VisitSelected(catalogue::RecordList& data1, int count, const std::function<void()>& visit);
+
+/// The bare name of the current record's stored image.
+QString StoredName(const catalogue::RecordList& data1);
+
+}  // namespace veldrin::output

@@ -1,0 +1,191 @@
+#include "output/get_photos.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QDir>
+#include <QLabel>
+#include <QPushButton>
+#include <QTimer>
+
+#include "output/bench.h"
+#include "platform/runtime_error.h"
+
+namespace veldrin::output {
+namespace {
+
+using test::OutputBench;
+
+class GetTest : public testing::Test {
+ protected:
+  GetTest()
+      : Getter(Bench.Data1, Bench.Catalogue.Paths(), Bench, Bench.Window,
+               [this](const QString& source, const QString& target) { Copy(source, target); }) {
+    qputenv("HOME", Target.path().toUtf8());
+    qputenv("XDG_CONFIG_HOME", Target.path().toUtf8() + "/none");
+  }
+
+  // Runs the command, and the action while its dialog is shown; without one it is a failure.
+  void Get(const std::function<void(frmGet&)>& action) {
+    bool shown = false;
+    QTimer::singleShot(0, &Bench.Window, [&] {
+      auto* dialog = qobject_cast<frmGet*>(QApplication::activeModalWidget());
+      ASSERT_NE(dialog, nullptr);
+      shown = true;
+      action(*dialog);
+      dialog->reject();
+    });
+    Getter.GetPhotos();
+    EXPECT_TRUE(shown);
+  }
+  static QString Names(const frmGet& dialog) {
+    QStringList names;
+    for (int i = 0; i < dialog.List1().count(); ++i) names << dialog.List1().item(i)->text();
+    return names.join(QLatin1Char(' '));
+  }
+  static void Press(QWidget& dialog, const char* button) {
+    dialog.findChild<QPushButton*>(QLatin1String(button))->click();
+  }
+  static platform::DirListBox& Dir1(QWidget& dialog) { return *dialog.findChild<platform::DirListBox*>(); }
+  // Where the dialog opens; leaves it by a button, in the directory given.
+  QString GetTo(const char* directory, const char* button) {
+    QString opened;
+    Get([&](frmGet& dialog) {
+      opened = QDir(Target.path()).relativeFilePath(Dir1(dialog).Path());
+      Dir1(dialog).SetPath(Target.filePath(QLatin1String(directory)));
+      Press(dialog, button);
+      EXPECT_FALSE(dialog.isVisible());
+    });
+    return opened;
+  }
+
+  QTemporaryDir Target;
+  OutputBench Bench{6};
+  frmGet::CopyFunction Copy = platform::CopyFile;
+  PhotoGetter Getter;
+};
+
+struct ChoiceCase {
+  const char* Name;
+  std::vector<int> Selected;
+  bool FormView;
+  const char* Names;
+};
+
+class GetChoice : public GetTest, public testing::WithParamInterface<ChoiceCase> {};
+
+TEST_P(GetChoice, IsListed) {
+  Bench.Select(GetParam().Selected);
+  Bench.FormView = GetParam().FormView;
+  Get([](frmGet& dialog) { EXPECT_EQ(Names(dialog), QLatin1String(GetParam().Names)); });
+  Bench.ExpectAsBefore();
+}
+
+INSTANTIATE_TEST_SUITE_P(, GetChoice,
+                         testing::Values(ChoiceCase{"TheCurrentOne", {}, false, "2.jpg"},
+                                         ChoiceCase{"TheSelectedOnes", {5, 1}, false, "5.jpg 1.jpg"},
+                                         ChoiceCase{"TheOneInFormView", {5, 1}, true, "2.jpg"}),
+                         test::CaseName);
+
+TEST_F(GetTest, ARecordThatHasGoneShowsABox) {
+  Bench.Select({3, 5});
+  Bench.Catalogue.Execute({QStringLiteral("DELETE FROM tblPhotos WHERE PhotoID = 5")});
+  EXPECT_EQ(test::AnswerBoxes([&] { Getter.GetPhotos(); }, {QMessageBox::Ok}),
+            QStringList(QStringLiteral("Error|Error Code: 3167 Record is deleted.")));
+  Bench.ExpectAsBefore();
+}
+
+TEST_F(GetTest, AnEmptyListOpensNothing) {
+  Bench.Data1.RecordSource += QStringLiteral(" WHERE PhotoID > 99");
+  Bench.Data1.Refresh();
+  test::AnswerBoxes([&] { Getter.GetPhotos(); }, {});
+}
+
+TEST_F(GetTest, CopiesOverWhatHasTheNames) {
+  test::WriteFile(Target.filePath(QStringLiteral("bystander")), "mine");
+  test::WriteFile(Target.filePath(QStringLiteral("1.jpg")), "an older one");
+  QFile::link(Target.filePath(QStringLiteral("bystander")), Target.filePath(QStringLiteral("3.jpg")));
+  QFile::link(Bench.Catalogue.Paths().ImageDir + OutputBench::Image(4),
+              Target.filePath(QStringLiteral("4.jpg")));
+  Bench.Select({3, 1, 4});
+  GetTo(".", "OkBttn");
+  for (const int id : {1, 3, 4}) {
+    const QString file = Target.filePath(OutputBench::Image(id));
+    EXPECT_EQ(test::ReadFile(file), OutputBench::Image(id).toUtf8());
+    EXPECT_FALSE(QFileInfo(file).isSymLink());
+  }
+  EXPECT_EQ(QDir(Target.path()).entryList(QDir::Files).join(QLatin1Char(' ')),
+            QStringLiteral("1.jpg 3.jpg 4.jpg bystander"));
+  EXPECT_EQ(test::ReadFile(Target.filePath(QStringLiteral("bystander"))), "mine");
+  EXPECT_EQ(test::ReadFile(Bench.Catalogue.Paths().ImageDir + OutputBench::Image(4)), "4.jpg");
+  Bench.ExpectAsBefore();
+}
+
+TEST_F(GetTest, OpensOnTheDirectoryOfTheLastCopy) {
+  for (const char* name : {"a", "b"}) QDir(Target.path()).mkdir(QLatin1String(name));
+  EXPECT_EQ(GetTo("a", "CancelBttn"), QStringLiteral("."));  // no pictures directory: the user's own
+  QDir(Target.path()).mkdir(QStringLiteral("Pictures"));
+  EXPECT_EQ(GetTo("a", "OkBttn"), QStringLiteral("Pictures"));
+  EXPECT_EQ(GetTo("b", "CancelBttn"), QStringLiteral("a"));
+  EXPECT_EQ(GetTo("b", "OkBttn"), QStringLiteral("a"));
+  QDir(Target.filePath(QStringLiteral("b"))).removeRecursively();
+  const QStringList boxes = test::AnswerBoxes([&] { Getter.GetPhotos(); }, {QMessageBox::Ok});
+  EXPECT_EQ(boxes.front(),
+            QStringLiteral("Error|Error Code: 76 Path not found: ") + Target.filePath(QStringLiteral("b")));
+  EXPECT_EQ(GetTo("a", "CancelBttn"), QStringLiteral("Pictures"));
+}
+
+TEST_F(GetTest, ACopyThatIsNotThereKeepsTheDialogAndThePointer) {
+  Bench.Select({3, 1, 4});
+  int copies = 0;
+  Copy = [&](const QString& source, const QString& target) {
+    if (++copies == 1)
+      platform::CopyFile(source, target);
+    else
+      QDir().mkpath(target);
+  };
+  Get([&](frmGet& dialog) {
+    Dir1(dialog).SetPath(Target.path());
+    for (int round = 0; round < 2; ++round) {
+      copies = 0;
+      const QStringList boxes = test::AnswerBoxes([&] { Press(dialog, "OkBttn"); }, {QMessageBox::Ok});
+      EXPECT_EQ(boxes.front(), QStringLiteral("Error|File Transfer Error !"));
+      EXPECT_EQ(copies, 2);
+      EXPECT_TRUE(dialog.isVisible());
+      ASSERT_NE(QGuiApplication::overrideCursor(), nullptr);
+      EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
+    }
+  });
+  Bench.ExpectAsBefore();
+}
+
+// The error is the program's.
+TEST_F(GetTest, ACopyThatFailsLeavesTheStoredImages) {
+  const QString images = Bench.Catalogue.Paths().ImageDir;
+  QDir(Target.path()).mkdir(QStringLiteral("gone"));
+  const auto errorOf = [&](const QString& directory, const char* name) {
+    QString last;
+    frmGet dialog(images, last, nullptr, platform::CopyFile);
+    dialog.List1().addItem(QLatin1String(name));
+    Dir1(dialog).SetPath(directory);
+    QDir(Target.filePath(QStringLiteral("gone"))).removeRecursively();
+    int number = 0;
+    try {
+      Press(dialog, "OkBttn");
+    } catch (const platform::RuntimeError& error) {
+      number = error.Number();
+    }
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    EXPECT_EQ(last, QString());
+    return number;
+  };
+  QDir(Target.path()).mkdir(QStringLiteral("2.jpg"));
+  EXPECT_EQ(errorOf(Target.filePath(QStringLiteral("gone")), "2.jpg"), platform::errPathNotFound);
+  EXPECT_EQ(errorOf(images, "2.jpg"), platform::errPermissionDenied);
+  EXPECT_EQ(errorOf(Target.path(), "2.jpg"), platform::errPathFileAccess);
+  EXPECT_EQ(errorOf(Target.path(), "9.jpg"), platform::errFileNotFound);
+  EXPECT_EQ(test::ReadFile(images + OutputBench::Image(2)), "2.jpg");
+}
+
+}  // namespace
+}  // namespace veldrin::output
