@@ -10,16 +10,16 @@ namespace veldrin::platform {
 
 namespace {
 
-class EntryManners : public QObject {
+class FocusSelection : public QObject {
  public:
-  EntryManners(QWidget& field, std::function<void()> selectAll)
-      : QObject(&field), Field(field), SelectAll(std::move(selectAll)) {
+  FocusSelection(QWidget& field, std::function<void()> selectAll)
+      : QObject(&field), SelectAll(std::move(selectAll)) {
     field.installEventFilter(this);
   }
 
   bool eventFilter(QObject*, QEvent* event) override {
     if (event->type() == QEvent::FocusIn) GotFocus(static_cast<QFocusEvent*>(event)->reason());
-    return event->type() == QEvent::KeyPress && KeyPress(static_cast<QKeyEvent*>(event)->key());
+    return false;
   }
 
  private:
@@ -29,6 +29,20 @@ class EntryManners : public QObject {
     QMetaObject::invokeMethod(this, SelectAll, Qt::QueuedConnection);
   }
 
+  std::function<void()> SelectAll;
+};
+
+class EntryManners : public FocusSelection {
+ public:
+  EntryManners(QWidget& field, std::function<void()> selectAll)
+      : FocusSelection(field, std::move(selectAll)), Field(field) {}
+
+  bool eventFilter(QObject* watched, QEvent* event) override {
+    FocusSelection::eventFilter(watched, event);
+    return event->type() == QEvent::KeyPress && KeyPress(static_cast<QKeyEvent*>(event)->key());
+  }
+
+ private:
   bool KeyPress(int key) {
     if (key != Qt::Key_Return && key != Qt::Key_Enter) return false;
     QKeyEvent tab(QEvent::KeyPress, Qt::Key_Tab, Qt::NoModifier);
@@ -37,7 +51,6 @@ class EntryManners : public QObject {
   }
 
   QWidget& Field;
-  std::function<void()> SelectAll;
 };
 
 // The last characters of what came in go, so that the text around it stays.
@@ -71,6 +84,10 @@ class TextLimit : public QObject {
 };
 
 }  // namespace
+
+void SelectOnFocus(QLineEdit& field) {
+  new FocusSelection(field, [&field] { field.selectAll(); });
+}
 
 void InstallEntryManners(QLineEdit& field) {
   new EntryManners(field, [&field] { field.selectAll(); });

@@ -7,6 +7,9 @@
 
 namespace veldrin::platform {
 
+/// The first of these manners alone, for a field of a dialog that Enter closes.
+void SelectOnFocus(QLineEdit& field);
+
 /// Gives a field these manners, for its life.
 void InstallEntryManners(QLineEdit& field);
 void InstallEntryManners(QPlainTextEdit& field);

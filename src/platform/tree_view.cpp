@@ -43,6 +43,10 @@ Node* Node::LastSibling() const {
   return static_cast<Node*>(parent->child(parent->Children() - 1));
 }
 
+QString Node::FullPath() const {
+  return Parent() == nullptr ? Text() : Parent()->FullPath() + QLatin1Char('\\') + Text();
+}
+
 void Node::SetGrey(bool grey) {
   Grey = grey;
   setForeground(0, grey ? QBrush(QColor::fromRgb(GreyNodeColor)) : QBrush());

@@ -37,6 +37,9 @@ class Node : public QTreeWidgetItem {
   Node* FirstSibling() const;
   Node* LastSibling() const;
 
+  /// The texts from the root down to the node, joined by backslashes.
+  QString FullPath() const;
+
   bool IsGrey() const { return Grey; }
   void SetGrey(bool grey);
 

@@ -1,0 +1,130 @@
+#include "output/page_destination.h"
+
+#include <QFile>
+#include <QFileInfo>
+#include <algorithm>
+
+#include "catalogue/image_store.h"
+#include "output/web_directory.h"
+#include "platform/dates.h"
+#include "platform/file_copy.h"
+#include "platform/runtime_error.h"
+
+namespace veldrin::output {
+
+using catalogue::ImageFileName;
+using catalogue::ThumbFileName;
+using platform::RuntimeError;
+
+namespace {
+
+// As many as a page of the report's list has.
+constexpr int RowsOfReport = 25;
+
+QString PrintedText(const platform::Value& value) {
+  if (platform::IsNull(value)) return {};
+  return value.userType() == QMetaType::QDateTime ? platform::FormatDate(value.toDateTime())
+                                                  : value.toString();
+}
+
+PhotoEntry EntryOf(const PhotoRow& photo, int number) {
+  PhotoEntry entry;
+  entry.Number = QString::number(number);
+  entry.ImageName = entry.Number + QLatin1Char('.') + photo.ImageType;
+  entry.Title = photo.Title;
+  entry.CreateDate = photo.CreateDate;
+  entry.MadeBy = photo.MadeBy;
+  entry.Description = photo.Description;
+  return entry;
+}
+
+// What stands under the name is replaced, never written through: it may be a link to another file.
+void CopyOver(const QString& source, const QString& target) {
+  QFile::remove(target);
+  platform::FileCopy(source, target);
+}
+
+}  // namespace
+
+PhotoRow PhotoReader::At(int position) {
+  const int count = Data1.RecordCount();
+  if (position < 0 || position >= count)
+    throw RuntimeError(platform::errNoCurrentRecord, QStringLiteral("No current record."));
+  if (position < First || position >= First + static_cast<int>(Rows.size())) {
+    Rows = Data1.Recordset().ReadRows(position, std::min(RowsAtOnce, count - position));
+    First = position;
+  }
+  const auto& row = Rows[static_cast<size_t>(position - First)];
+  if (row.empty()) throw RuntimeError(platform::errRecordDeleted, QStringLiteral("Record is deleted."));
+  const QStringList names = Data1.Recordset().FieldNames();
+  const auto field = [&](const char* name) {
+    return PrintedText(row[static_cast<size_t>(names.indexOf(QLatin1String(name)))]);
+  };
+  return {field("PhotoID").toInt(), field("ImageType"), field("Title"),
+          field("CreateDate"),      field("MadeBy"),    field("Description")};
+}
+
+void PageDestination::NeedThumbnail(const PhotoRow& photo) const {
+  if (!QFileInfo::exists(ThumbFileName(ThePaths, photo.PhotoID)))
+    catalogue::CreateThumbnail(ThePaths, photo.PhotoID, photo.ImageType, PixelRatio);
+}
+
+// --- a web directory --------------------------------------------------------------------------------------
+
+WebDestination::WebDestination(const catalogue::RecordList& data1, const catalogue::Paths& paths,
+                               bool gallery, double pixelRatio, QString webDir, QString title)
+    : PageDestination(paths, gallery, pixelRatio),
+      Data1(data1),
+      Reader(data1, 1),
+      TheCount(data1.SelBookmarks.Count()),
+      WebDir(std::move(webDir)),
+      Title(std::move(title)) {
+  if (IsProgramsOwn(paths, WebDir))
+    throw RuntimeError(platform::errPermissionDenied, QStringLiteral("Permission denied: %1").arg(WebDir));
+}
+
+QString WebDestination::Directory() const { return WebDir + QLatin1Char('/'); }
+
+QStringList WebDestination::Head() const { return HeadLines(Title, Title, QStringLiteral("<p></p>")); }
+
+PhotoEntry WebDestination::Take(int index) {
+  const PhotoRow photo = Reader.At(Data1.PositionOf(Data1.SelBookmarks[index]));
+  PhotoEntry entry = EntryOf(photo, index + 1);
+  const QString thumbName = entry.Number + QStringLiteral("t.bmp");
+  if (Gallery) {
+    NeedThumbnail(photo);
+    CopyOver(ThumbFileName(ThePaths, photo.PhotoID), WebThumbDir(WebDir) + QLatin1Char('/') + thumbName);
+  }
+  CopyOver(ImageFileName(ThePaths, photo.PhotoID, photo.ImageType),
+           WebImageDir(WebDir) + QLatin1Char('/') + entry.ImageName);
+  entry.ImageUrl = QStringLiteral("./Images/") + entry.ImageName;
+  entry.ThumbUrl = QStringLiteral("./Thumbnails/") + thumbName;
+  return entry;
+}
+
+// --- a report ---------------------------------------------------------------------------------------------
+
+ReportDestination::ReportDestination(const catalogue::RecordList& data1, const catalogue::Paths& paths,
+                                     bool gallery, double pixelRatio, QString folder)
+    : PageDestination(paths, gallery, pixelRatio),
+      Reader(data1, RowsOfReport),
+      TheCount(data1.RecordCount()),
+      Folder(std::move(folder)) {}
+
+QStringList ReportDestination::Head() const {
+  const QString line = FolderLine(Folder);
+  return Gallery
+             ? HeadLines(QStringLiteral("Photo Image Gallery"), QStringLiteral("PHOTO IMAGE GALLERY"), line)
+             : HeadLines(QStringLiteral("Photo Image List"), QStringLiteral("PHOTO IMAGE LIST"), line);
+}
+
+PhotoEntry ReportDestination::Take(int index) {
+  const PhotoRow photo = Reader.At(index);
+  if (Gallery) NeedThumbnail(photo);
+  PhotoEntry entry = EntryOf(photo, photo.PhotoID);
+  entry.ImageUrl = QStringLiteral("file://") + ImageFileName(ThePaths, photo.PhotoID, photo.ImageType);
+  entry.ThumbUrl = QStringLiteral("file://") + ThumbFileName(ThePaths, photo.PhotoID);
+  return entry;
+}
+
+}  // namespace veldrin::output

@@ -1,0 +1,104 @@
+// Where pages go: which photos stand on them, what is copied for them, and what their links say.
+#pragma once
+
+#include <vector>
+
+#include "catalogue/paths.h"
+#include "catalogue/record_list.h"
+#include "output/page_html.h"
+#include "platform/tree_view.h"
+
+namespace veldrin::output {
+
+/// What the pages show of a photo; texts as they are printed, Null empty.
+struct PhotoRow {
+  int PhotoID = 0;
+  QString ImageType;
+  QString Title;
+  QString CreateDate;
+  QString MadeBy;
+  QString Description;
+};
+
+/// Reads the rows of the list without moving it, some at a time.
+class PhotoReader {
+ public:
+  PhotoReader(const catalogue::RecordList& data1, int rowsAtOnce) : Data1(data1), RowsAtOnce(rowsAtOnce) {}
+
+  /// Raises 3021 for a place beyond the list, 3167 for a row that has gone.
+  PhotoRow At(int position);
+
+ private:
+  const catalogue::RecordList& Data1;
+  int RowsAtOnce;
+  int First = 0;
+  std::vector<std::vector<platform::Value>> Rows;
+};
+
+class PageDestination {
+ public:
+  /// `pixelRatio`: of thumbnails that have to be made.
+  PageDestination(const catalogue::Paths& paths, bool gallery, double pixelRatio)
+      : ThePaths(paths), Gallery(gallery), PixelRatio(pixelRatio) {}
+  virtual ~PageDestination() = default;
+  PageDestination(const PageDestination&) = delete;
+  PageDestination& operator=(const PageDestination&) = delete;
+
+  bool IsGallery() const { return Gallery; }
+  /// The pages' directory; ends in a separator.
+  virtual QString Directory() const = 0;
+  /// How many photos the pages show.
+  virtual int Count() const = 0;
+  virtual QStringList Head() const = 0;
+  /// The next photo, `index` from 0 on, with its files in place. Raises what keeps it from that.
+  virtual PhotoEntry Take(int index) = 0;
+
+ protected:
+  void NeedThumbnail(const PhotoRow& photo) const;
+
+  const catalogue::Paths& ThePaths;
+  bool Gallery;
+
+ private:
+  double PixelRatio;
+};
+
+/// The selected photos, in the order of the selection, with copies of their files under running numbers, so
+/// that the directory can go anywhere.
+class WebDestination : public PageDestination {
+ public:
+  /// Raises 70 for a directory of the program's own: the copies would replace stored images.
+  WebDestination(const catalogue::RecordList& data1, const catalogue::Paths& paths, bool gallery,
+                 double pixelRatio, QString webDir, QString title);
+
+  QString Directory() const override;
+  int Count() const override { return TheCount; }
+  QStringList Head() const override;
+  PhotoEntry Take(int index) override;
+
+ private:
+  const catalogue::RecordList& Data1;
+  PhotoReader Reader;
+  int TheCount;
+  QString WebDir;
+  QString Title;
+};
+
+/// All photos of the list, with links to the catalogue's own files.
+class ReportDestination : public PageDestination {
+ public:
+  ReportDestination(const catalogue::RecordList& data1, const catalogue::Paths& paths, bool gallery,
+                    double pixelRatio, QString folder);
+
+  QString Directory() const override { return ThePaths.TempDir; }
+  int Count() const override { return TheCount; }
+  QStringList Head() const override;
+  PhotoEntry Take(int index) override;
+
+ private:
+  PhotoReader Reader;
+  int TheCount;
+  QString Folder;
+};
+
+}  // namespace veldrin::output

@@ -1,0 +1,95 @@
+#include "output/progress_dialog.h"
+
+#include <QCoreApplication>
+#include <QLabel>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QScopedValueRollback>
+#include <QVBoxLayout>
+#include <utility>
+
+#include "platform/twips.h"
+
+namespace veldrin::output {
+
+frmProg::frmProg(WebPages& pages, QWidget* parent)
+    : QDialog(parent), Pages(pages), ProgressBar1(new QProgressBar(this)), lblPercent(new QLabel(this)) {
+  setObjectName(QStringLiteral("frmProg"));
+  setWindowTitle(QStringLiteral("Generating Report...."));
+  setModal(true);
+  ProgressBar1->setObjectName(QStringLiteral("ProgressBar1"));
+  ProgressBar1->setRange(0, 100);
+  ProgressBar1->setTextVisible(false);
+  lblPercent->setObjectName(QStringLiteral("lblPercent"));
+  lblPercent->setAlignment(Qt::AlignCenter);
+  auto* stop = new QPushButton(QStringLiteral("&Stop"), this);
+  stop->setObjectName(QStringLiteral("bttnStop"));
+  connect(stop, &QPushButton::clicked, this, &frmProg::bttnStop_Click);
+  auto* column = new QVBoxLayout(this);
+  column->setContentsMargins(20, 16, 20, 16);
+  column->setSpacing(8);
+  column->addWidget(lblPercent);
+  column->addWidget(ProgressBar1);
+  column->addSpacing(6);
+  column->addWidget(stop, 0, Qt::AlignHCenter);
+  // Of fixed sizes, so that a text that changes with every photo costs no new layout.
+  constexpr int width = 320;
+  lblPercent->setFixedSize(width, lblPercent->fontMetrics().height());
+  ProgressBar1->setFixedWidth(width);
+  layout()->setSizeConstraint(QLayout::SetFixedSize);
+}
+
+void frmProg::ShowModal() {
+  Form_Load();
+  exec();
+}
+
+void frmProg::Form_Load() {
+  Progress = true;
+  Activated = false;
+  SetProgressValue(0);
+  SetPercent({});
+}
+
+// The run keeps the window from painting until its first photo is done, so it begins behind the first
+// painting.
+void frmProg::paintEvent(QPaintEvent* event) {
+  QDialog::paintEvent(event);
+  if (!Activated) QMetaObject::invokeMethod(this, &frmProg::Form_Activate, Qt::QueuedConnection);
+}
+
+void frmProg::Form_Activate() {
+  if (!isVisible() || std::exchange(Activated, true)) return;
+  const QScopedValueRollback<bool> running(Running, true);
+  if (WebMode) {
+    Pages.MakeWeb(*this);
+  } else {
+    Pages.MakeReport(*this);
+  }
+}
+
+bool frmProg::Form_Unload() { return std::exchange(Progress, false); }
+
+void frmProg::Unload() {
+  if (!Form_Unload()) QDialog::reject();
+}
+
+// Esc and the close box. However often they come, the run is to end first.
+void frmProg::reject() {
+  if (Running) {
+    Progress = false;
+  } else {
+    Unload();
+  }
+}
+
+void frmProg::SetProgressValue(float value) {
+  TheValue = value;
+  ProgressBar1->setValue(platform::RoundToInt(static_cast<double>(value)));
+}
+
+void frmProg::SetPercent(const QString& caption) { lblPercent->setText(caption); }
+
+void frmProg::DoEvents() { QCoreApplication::processEvents(); }
+
+}  // namespace veldrin::output

@@ -1,0 +1,144 @@
+#include "output/web_dialog.h"
+
+#include <QFileInfo>
+#include <QGridLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QRadioButton>
+#include <QSignalBlocker>
+
+#include "output/web_directory.h"
+#include "platform/entry_field.h"
+#include "platform/failure.h"
+#include "platform/msg_box.h"
+
+namespace veldrin::output {
+
+using platform::ResumeNext;
+
+frmWeb::frmWeb(const catalogue::Paths& paths, QWidget* parent) : QDialog(parent), ThePaths(paths) {
+  setObjectName(QStringLiteral("frmWeb"));
+  setWindowTitle(QStringLiteral("Make Web Page(s)"));
+  LastDir = ThePaths.TempDir;
+}
+
+void frmWeb::ShowModal() {
+  Form_Load();
+  exec();
+}
+
+// --- the controls -----------------------------------------------------------------------------------------
+
+// The title is taken over from the option only when that changes.
+void frmWeb::Form_Load() {
+  if (layout() == nullptr) Arrange();
+  txtWebTitle->clear();
+  txtWebName->setText(QStringLiteral("My Web Pictures"));
+  ShowDirectory();
+  {
+    const QSignalBlocker quiet(PgOption[1]);
+    PgOption[1]->setChecked(true);
+  }
+  PgOption[PageType]->setChecked(true);
+  WebOK = false;
+  txtWebTitle->setFocus();
+  txtWebTitle->selectAll();
+}
+
+// The last directory may have gone since.
+void frmWeb::ShowDirectory() {
+  const auto show = [this](const QString& path) { return ResumeNext([&] { Choosers->SetPath(path); }); };
+  if (LastDir.isEmpty() || !show(LastDir)) show(ThePaths.TempDir);
+}
+
+// Built when it is first shown: the program's start needs no list of directories.
+void frmWeb::Arrange() {
+  auto* grid = new QGridLayout(this);
+  grid->setContentsMargins(16, 14, 16, 16);
+  grid->setVerticalSpacing(8);
+  txtWebTitle = MakeField("txtWebTitle");
+  txtWebName = MakeField("txtWebName");
+  grid->addWidget(MakeLabel("Label2", "Web Title :", txtWebTitle), 0, 0);
+  grid->addWidget(txtWebTitle, 0, 1, 1, 2);
+  grid->addWidget(MakeLabel("Label1", "Web Name :", txtWebName), 1, 0);
+  grid->addWidget(txtWebName, 1, 1, 1, 2);
+  grid->addWidget(MakeOption(1, "Photo Image Gallery"), 2, 1);
+  grid->addWidget(MakeOption(0, "Photo Image List"), 2, 2);
+  Choosers = new platform::DirectoryChooser(this);
+  grid->addWidget(MakeLabel("Label3", "Selected Directory:", &Choosers->Dir1()), 3, 0, 1, 3);
+  grid->addWidget(Choosers, 4, 0, 1, 3);
+  grid->setRowStretch(4, 1);
+  grid->setColumnStretch(2, 1);
+  auto* buttons = new QHBoxLayout;
+  QPushButton* ok = MakeButton("OkBttn", "&OK", &frmWeb::OkBttn_Click);
+  ok->setDefault(true);
+  buttons->addStretch(1);
+  buttons->addWidget(ok);
+  buttons->addWidget(MakeButton("CancelBttn", "&Cancel", &frmWeb::CancelBttn_Click));
+  grid->addLayout(buttons, 5, 0, 1, 3);
+  resize(460, 480);
+}
+
+QLineEdit* frmWeb::MakeField(const char* name) {
+  auto* field = new QLineEdit(this);
+  field->setObjectName(QLatin1String(name));
+  platform::SelectOnFocus(*field);
+  return field;
+}
+
+QLabel* frmWeb::MakeLabel(const char* name, const char* text, QWidget* buddy) {
+  auto* label = new QLabel(QLatin1String(text), this);
+  label->setObjectName(QLatin1String(name));
+  label->setBuddy(buddy);
+  return label;
+}
+
+QRadioButton* frmWeb::MakeOption(int index, const char* text) {
+  auto* option = new QRadioButton(QLatin1String(text), this);
+  option->setObjectName(QStringLiteral("PgOption(%1)").arg(index));
+  connect(option, &QRadioButton::toggled, this, [this, index](bool chosen) {
+    if (chosen) PgOption_Click(index);
+  });
+  PgOption[index] = option;
+  return option;
+}
+
+QPushButton* frmWeb::MakeButton(const char* name, const char* text, void (frmWeb::*handler)()) {
+  auto* button = new QPushButton(QLatin1String(text), this);
+  button->setObjectName(QLatin1String(name));
+  connect(button, &QPushButton::clicked, this, handler);
+  return button;
+}
+
+// --- what they do -----------------------------------------------------------------------------------------
+
+void frmWeb::PgOption_Click(int index) {
+  txtWebTitle->setText(index != 0 ? QStringLiteral("PHOTO IMAGE GALLERY")
+                                  : QStringLiteral("PHOTO IMAGE LIST"));
+}
+
+void frmWeb::OkBttn_Click() {
+  const QString name = txtWebName->text();
+  LastDir = Choosers->Path();
+  PageType = PgOption[0]->isChecked() ? 0 : 1;
+  WebDir = LastDir + QLatin1Char('/') + name;
+  WebTitle = txtWebTitle->text();
+  const QFileInfo earlier(WebDir);
+  if (earlier.exists() || earlier.isSymLink()) {
+    const QString question =
+        QStringLiteral("The web '%1' already exists, do you want to replace it?").arg(WebDir);
+    if (platform::MsgBox(this, question,
+                         platform::vbYesNo | platform::vbQuestion | platform::vbDefaultButton2,
+                         QStringLiteral("Information")) != platform::vbYes) {
+      txtWebName->setFocus();
+      return;
+    }
+    DeleteWeb(ThePaths, LastDir, name);
+  }
+  MakeWebDirectories(WebDir, PageType == 1);
+  WebOK = true;
+  accept();
+}
+
+}  // namespace veldrin::output

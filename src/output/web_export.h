@@ -1,0 +1,29 @@
+// The command that writes the selected photos as pages for the web.
+#pragma once
+
+#include "output/progress_dialog.h"
+#include "output/web_dialog.h"
+
+namespace veldrin::output {
+
+class WebExport {
+ public:
+  /// The references must outlive the object; `window` has the message. The dialogs belong together:
+  /// `frmProg` runs generators that read `frmWeb`'s settings.
+  WebExport(const catalogue::RecordList& data1, const catalogue::Paths& paths, frmWeb& web, frmProg& progress,
+            QWidget& window)
+      : Data1(data1), ThePaths(paths), Web(web), ProgressDialog(progress), Window(window) {}
+
+  /// Asks for the settings, writes the pages and opens the first. Raises 53 when the browser can't be
+  /// started.
+  void WebBttn_Click();
+
+ private:
+  const catalogue::RecordList& Data1;
+  const catalogue::Paths& ThePaths;
+  frmWeb& Web;
+  frmProg& ProgressDialog;
+  QWidget& Window;
+};
+
+}  // namespace veldrin::output
