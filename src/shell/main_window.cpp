@@ -47,6 +47,8 @@ frmMain::frmMain(const platform::App& app, const catalogue::Paths& paths, platfo
   Clipboard =
       std::make_unique<records::RecordClipboard>(Data1, *tvTreeView, *Source, Engine, ThePaths, *this);
   Querying = std::make_unique<find::Query>(*Source, Data1, *this, *this);
+  Output = std::make_unique<OutputCommands>(Data1, *tvTreeView, ThePaths, *this, *this,
+                                            [this] { Bars->Menu("ReportMenu").popup(QCursor::pos()); });
   ConnectViews();
   ConnectCommands();
   setMinimumWidth(ToPixels(LeastWindowWidth));
@@ -56,6 +58,7 @@ frmMain::frmMain(const platform::App& app, const catalogue::Paths& paths, platfo
 
 frmMain::~frmMain() {
   // The views go before the list that they show, which is a member and would go first.
+  Output.reset();
   TheFolderCommands.reset();
   Clipboard.reset();
   Folders.reset();
@@ -191,6 +194,16 @@ void frmMain::tbarToolBar_ButtonClick(int number) {
         return Querying->RecordQuery_Click();
       case 13:
         return Searching.SearchBttn_Click();
+      case 15:
+        return Output->GetPhotos();
+      case 16:
+        return Output->SendPhotos();
+      case 17:
+        return Output->WebBttn_Click();
+      case 19:
+        return Output->ReportList_Click();
+      case 20:
+        return Output->ReportGallery_Click();
       case SetupMusicCode:
         return TheImagePlay->tbarShow_ButtonClick(show::SetupMusic);
       default:

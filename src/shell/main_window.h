@@ -26,6 +26,7 @@
 #include "records/form_view.h"
 #include "records/record_clipboard.h"
 #include "shell/command_bars.h"
+#include "shell/output_commands.h"
 #include "shell/splitter.h"
 #include "show/image_play.h"
 #include "show/media_player.h"
@@ -38,7 +39,8 @@ class frmMain : public QMainWindow,
                 public folders::FolderViews,
                 public records::DeleteViews,
                 public records::ClipboardViews,
-                public find::FindViews {
+                public find::FindViews,
+                public output::OutputViews {
  public:
   /// Paths and engine must outlive the window. Nothing is read before Form_Load.
   frmMain(const platform::App& app, const catalogue::Paths& paths, platform::DBEngine& engine,
@@ -88,6 +90,7 @@ class frmMain : public QMainWindow,
   void ConnectFolderCommands();
   void ConnectRecordCommands();
   void ConnectFinding();
+  void ConnectOutput();
   void ConnectShow();
   void LoadMusic();
   void Form_Unload();
@@ -142,6 +145,7 @@ class frmMain : public QMainWindow,
   std::unique_ptr<find::Query> Querying;
   find::RecordSearch Searching;
   browse::ExternalViewing Viewing;
+  std::unique_ptr<OutputCommands> Output;
 };
 
 }  // namespace veldrin::shell

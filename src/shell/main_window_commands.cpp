@@ -22,6 +22,7 @@ void frmMain::ConnectCommands() {
   ConnectFolderCommands();
   ConnectRecordCommands();
   ConnectFinding();
+  ConnectOutput();
   ConnectShow();
   OnChoice("FileSetup", [this] { FileSetup_Click(); });
   OnChoice("FileExit", [this] { close(); });
@@ -96,6 +97,28 @@ void frmMain::ConnectFinding() {
   connect(&Data1, &catalogue::RecordList::Refreshed, this, &frmMain::ShowQueryState);
   // A click lifts the button, or puts it down, whatever the dialog is left by.
   connect(&Bars->Button(12), &QAction::toggled, this, &frmMain::ShowQueryState);
+}
+
+void frmMain::ConnectOutput() {
+  struct Command {
+    void (OutputCommands::*Handler)();
+    std::vector<const char*> Items;
+    std::vector<QPushButton*> Buttons;
+  };
+  const auto data = [this](const char* name) { return &TheDataView->Button(name); };
+  const auto form = [this](const char* name) { return &TheFormView->Button(name); };
+  const Command commands[] = {
+      {&OutputCommands::GetPhotos, {"FileGet", "PhotoGet"}, {data("GetMBttn"), form("GetSBttn")}},
+      {&OutputCommands::SendPhotos, {"FileEmail", "PhotoEmail"}, {data("EmailMBttn"), form("EmailSBttn")}},
+      {&OutputCommands::WebBttn_Click, {"FileWeb", "PhotoWeb"}, {data("WebBttn")}},
+      {&OutputCommands::PrintBttn_Click, {}, {data("PrintBttn")}},
+      {&OutputCommands::ReportList_Click, {"ReportList"}, {}},
+      {&OutputCommands::ReportGallery_Click, {"ReportGallery"}, {}}};
+  for (const Command& command : commands) {
+    const auto run = [this, handler = command.Handler] { (Output.get()->*handler)(); };
+    for (const char* item : command.Items) OnChoice(item, run);
+    for (QPushButton* button : command.Buttons) connect(button, &QPushButton::clicked, this, run);
+  }
 }
 
 void frmMain::ConnectShow() {

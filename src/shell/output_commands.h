@@ -1,0 +1,45 @@
+// The commands that hand photos on: pages for the web and for printing, mail, copies.
+#pragma once
+
+#include <functional>
+
+#include "output/get_photos.h"
+#include "output/mail.h"
+#include "output/reports.h"
+#include "output/web_export.h"
+
+namespace veldrin::shell {
+
+/// Puts the parts of `output` together, which share the progress dialog and the settings of an export.
+class OutputCommands {
+ public:
+  /// The references must outlive the object; the dialogs stand over `window`.
+  OutputCommands(catalogue::RecordList& data1, const platform::TreeView& tvTreeView,
+                 const catalogue::Paths& paths, const output::OutputViews& views, QWidget& window,
+                 std::function<void()> popUpReportMenu)
+      : Web(paths, &window),
+        Pages(data1, tvTreeView, paths, Web, window),
+        Progress(Pages, &window),
+        Export(data1, paths, Web, Progress, window),
+        Report(data1, paths, Progress, std::move(popUpReportMenu)),
+        Mail(data1, paths, views, window),
+        Copies(data1, paths, views, window) {}
+
+  void GetPhotos() { Copies.GetPhotos(); }
+  void SendPhotos() { Mail.SendPhotos(); }
+  void WebBttn_Click() { Export.WebBttn_Click(); }
+  void PrintBttn_Click() { Report.PrintBttn_Click(); }
+  void ReportList_Click() { Report.ReportList_Click(); }
+  void ReportGallery_Click() { Report.ReportGallery_Click(); }
+
+ private:
+  output::frmWeb Web;
+  output::WebPages Pages;
+  output::frmProg Progress;
+  output::WebExport Export;
+  output::Reports Report;
+  output::PhotoMail Mail;
+  output::PhotoGetter Copies;
+};
+
+}  // namespace veldrin::shell
