@@ -105,13 +105,15 @@ void frmMain::ConnectOutput() {
     std::vector<const char*> Items;
     std::vector<QPushButton*> Buttons;
   };
-  const auto data = [this](const char* name) { return &TheDataView->Button(name); };
-  const auto form = [this](const char* name) { return &TheFormView->Button(name); };
+  const auto ofData = [this](const char* name) { return &TheDataView->Button(name); };
+  const auto ofForm = [this](const char* name) { return &TheFormView->Button(name); };
   const Command commands[] = {
-      {&OutputCommands::GetPhotos, {"FileGet", "PhotoGet"}, {data("GetMBttn"), form("GetSBttn")}},
-      {&OutputCommands::SendPhotos, {"FileEmail", "PhotoEmail"}, {data("EmailMBttn"), form("EmailSBttn")}},
-      {&OutputCommands::WebBttn_Click, {"FileWeb", "PhotoWeb"}, {data("WebBttn")}},
-      {&OutputCommands::PrintBttn_Click, {}, {data("PrintBttn")}},
+      {&OutputCommands::GetPhotos, {"FileGet", "PhotoGet"}, {ofData("GetMBttn"), ofForm("GetSBttn")}},
+      {&OutputCommands::SendPhotos,
+       {"FileEmail", "PhotoEmail"},
+       {ofData("EmailMBttn"), ofForm("EmailSBttn")}},
+      {&OutputCommands::WebBttn_Click, {"FileWeb", "PhotoWeb"}, {ofData("WebBttn")}},
+      {&OutputCommands::PrintBttn_Click, {}, {ofData("PrintBttn")}},
       {&OutputCommands::ReportList_Click, {"ReportList"}, {}},
       {&OutputCommands::ReportGallery_Click, {"ReportGallery"}, {}}};
   for (const Command& command : commands) {
