@@ -7,6 +7,7 @@
 #include <QSignalSpy>
 #include <QTest>
 #include <QThreadPool>
+#include <atomic>
 
 #include "platform/runtime_error.h"
 #include "show/picture_pair.h"
@@ -110,7 +111,8 @@ TEST_F(PicturesOfAShow, AreDecodedOnce) {
   EXPECT_TRUE(QTest::qWaitFor([&] { return Pictures->IsReady(); }));
   Swap(Broken);
   Pictures->Show(File);
-  Pictures->Show(File);
+  Pictures->Prepare({});
+  Pictures->Show(File);  // as a pause does that ends
   EXPECT_EQ(ShownWidth(), 400);
   // The picture will do for a smaller window, too.
   QWidget window;
@@ -129,9 +131,12 @@ TEST_F(PicturesOfAShow, FailOnce) {
 }
 
 TEST_F(PicturesOfAShow, AreNotWaitedForWhenNobodyNeedsThem) {
-  QSemaphore free;
+  QSemaphore goOn;
+  std::atomic_int waited = 0;
   QThreadPool& threads = *QThreadPool::globalInstance();
-  for (int i = 0; i < threads.maxThreadCount(); ++i) threads.start([&] { free.acquire(); });
+  for (int i = 0; i < threads.maxThreadCount(); ++i) {
+    threads.start([&] { waited += goOn.tryAcquire(1, 5000) ? 0 : 1; });
+  }
   auto loader = std::make_unique<PictureLoader>();
   loader->Prepare(File, {6000, 4500}, 1);
   EXPECT_FALSE(loader->IsReady());
@@ -139,8 +144,9 @@ TEST_F(PicturesOfAShow, AreNotWaitedForWhenNobodyNeedsThem) {
   EXPECT_TRUE(loader->IsReady());
   loader->Prepare(File, {6000, 4500}, 1);
   loader.reset();
-  free.release(threads.maxThreadCount());
+  goOn.release(threads.maxThreadCount());
   threads.waitForDone();
+  EXPECT_EQ(waited, 0);
 }
 
 }  // namespace
