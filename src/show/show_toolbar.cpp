@@ -32,7 +32,7 @@ constexpr ButtonLook Looks[] = {
 QIcon IconOf(int number, bool on = true) {
   const ButtonLook& look =
       *std::ranges::find_if(Looks, [&](const ButtonLook& entry) { return entry.Number == number; });
-  const QIcon icon = QIcon::fromTheme(QLatin1String(on ? look.Icon : look.OffIcon));
+  QIcon icon = QIcon::fromTheme(QLatin1String(on ? look.Icon : look.OffIcon));
   if (number != PlayBackward) return icon;
   // No theme has a picture for playing backward.
   constexpr int LargeEnough = 88;
