@@ -28,16 +28,18 @@ void DirectoryChooser::SetPath(const QString& path) {
 }
 
 void DirectoryChooser::Drive1_Change() {
-  if (Restoring) return;
+  if (IsRestoring) return;
   const QString earlier = TheDir->Path();
   try {
     TheDir->SetPath(TheDrive->Drive());
   } catch (const RuntimeError& error) {
     MsgBox(this, ErrorCodeText(error));
-    Restoring = true;
+    IsRestoring = true;
+    Q_EMIT Restore(true);
     ResumeNext([&] { TheDrive->SetDrive(earlier); });
     ResumeNext([&] { TheDir->SetPath(earlier); });
-    Restoring = false;
+    Q_EMIT Restore(false);
+    IsRestoring = false;
   }
 }
 

@@ -3,7 +3,7 @@
 
 namespace veldrin::platform {
 
-/// True when there is an output device. Asked once at start: the machine's sound card, not its volume.
+/// Whether there is an output device at this moment: the machine's sound card, not its volume.
 bool HasSoundCard();
 
 }  // namespace veldrin::platform

@@ -108,8 +108,8 @@ void frmMain::MakePanes() {
   MusicList = new platform::FileListBox(Inside);
   MusicList->setObjectName(QStringLiteral("AudioFileList"));
   MusicList->hide();
-  TheMusic = std::make_unique<show::Music>(Show, *MusicList, ThePaths.MusicDir, *Media);
-  TheImagePlay = new show::ImagePlay({Data1, ThePaths, Show, *TheMusic}, SSTab1);
+  TheMusic = std::make_unique<show::Music>(TheShowSettings, *MusicList, ThePaths.MusicDir, *Media);
+  TheImagePlay = new show::ImagePlay({Data1, ThePaths, TheShowSettings, *TheMusic}, SSTab1);
   for (QWidget* panel : std::initializer_list<QWidget*>{TheDataView, TheFormView, TheAddView, TheImagePlay}) {
     SSTab1->addWidget(panel);
   }
@@ -150,20 +150,19 @@ void frmMain::Form_Load() {
 }
 
 void frmMain::LoadMusic() {
-  Show = show::ShowSettings{};
-  Show.MusicOn = Media->HasSoundCard();
+  TheShowSettings = show::ShowSettings{};
+  TheShowSettings.MusicOn = Media->HasSoundCard();
   QAction& play = Bars->Item("MusicPlay");
-  play.setChecked(Show.MusicOn);
-  play.setEnabled(Show.MusicOn);
-  TheImagePlay->Button(show::MusicOnOff).setEnabled(Show.MusicOn);
+  play.setChecked(TheShowSettings.MusicOn);
+  play.setEnabled(TheShowSettings.MusicOn);
+  TheImagePlay->Button(show::MusicOnOff).setEnabled(TheShowSettings.MusicOn);
   TheImagePlay->SetShowButtons();
-  MusicList->SetPattern(show::MusicPattern());
-  // A catalogue without a music directory has no music.
-  ResumeNext([&] { MusicList->SetPath(ThePaths.MusicDir); });
+  show::ListMusic(*MusicList, ThePaths.MusicDir);
 }
 
 void frmMain::Form_Unload() {
-  TheImagePlay->TheShow().DisableTimer();
+  // The timer stops with the show, and so does its sound.
+  TheImagePlay->tbarShow_ButtonClick(show::StopPlay);
   MusicList->clear();
 }
 

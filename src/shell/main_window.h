@@ -115,7 +115,7 @@ class frmMain : public QMainWindow,
   platform::DBEngine& Engine;
 
   catalogue::RecordList Data1;
-  show::ShowSettings Show;
+  show::ShowSettings TheShowSettings;
   std::unique_ptr<show::Media> Media;
   int TheCurrentView = DataViewCode;
 

@@ -130,7 +130,7 @@ void frmMain::ConnectShow() {
   press("MusicPlay", show::MusicOnOff);
   press("MusicSetup", show::SetupMusic);
   connect(TheImagePlay, &show::ImagePlay::MusicSwitched, this,
-          [this] { Bars->Item("MusicPlay").setChecked(Show.MusicOn); });
+          [this] { Bars->Item("MusicPlay").setChecked(TheShowSettings.MusicOn); });
 }
 
 }  // namespace veldrin::shell

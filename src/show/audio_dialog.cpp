@@ -26,8 +26,8 @@ QString FullName(const FileListBox& list, int index) {
 
 }  // namespace
 
-frmAudio::frmAudio(const catalogue::RecordList& data1, FileListBox& musicList, QString musicDir,
-                   QWidget* parent, QString audioDir)
+frmAudio::frmAudio(catalogue::RecordList& data1, FileListBox& musicList, QString musicDir, QWidget* parent,
+                   QString audioDir)
     : QDialog(parent),
       Data1(data1),
       MusicList(musicList),
@@ -37,25 +37,20 @@ frmAudio::frmAudio(const catalogue::RecordList& data1, FileListBox& musicList, Q
   setObjectName(QStringLiteral("frmAudio"));
   setWindowTitle(QStringLiteral("Select Audio FIles"));
   Arrange();
-  Form_Load();
   connect(Choosers, &platform::DirectoryChooser::Change, this, &frmAudio::Dir1_Change);
+  connect(Choosers, &platform::DirectoryChooser::Restore, this,
+          [this](bool begins) { Data1.SuppressReposition = begins; });
+  Form_Load();
 }
 
-// The directory may have been missing until now.
-frmAudio::~frmAudio() {
-  ResumeNext([&] { MusicList.SetPath(MusicDir); });
-  if (MusicList.Path() == MusicDir) MusicList.Refresh();
-}
+frmAudio::~frmAudio() { ListMusic(MusicList, MusicDir); }
 
 void frmAudio::Form_Load() {
   ResumeNext([&] { Choosers->Drive1().SetDrive(AudioDir); });
   ResumeNext([&] { Choosers->Dir1().SetPath(AudioDir); });
   ResumeNext([&] { FileToSel->SetPath(AudioDir); });
   FileToSel->SetPattern(MusicPattern());
-  ResumeNext([&] { FileToPlay->SetPath(MusicDir); });
-  FileToPlay->SetPattern(MusicPattern());
-  // Without a music directory the list would offer another one's files for removal.
-  if (FileToPlay->Path() != MusicDir) FileToPlay->clear();
+  ListMusic(*FileToPlay, MusicDir);
 }
 
 void frmAudio::Arrange() {
@@ -107,18 +102,14 @@ void frmAudio::AddBttn_Click() {
   for (int i = 0; i < FileToSel->ListCount(); ++i) {
     if (FileToSel->Selected(i)) platform::FileCopy(FullName(*FileToSel, i), MusicDir + FileToSel->List(i));
   }
-  RefreshToPlay();
+  ListMusic(*FileToPlay, MusicDir);
 }
 
 void frmAudio::RmvBttn_Click() {
   for (int i = 0; i < FileToPlay->ListCount(); ++i) {
     if (FileToPlay->Selected(i)) QFile::remove(FullName(*FileToPlay, i));
   }
-  RefreshToPlay();
-}
-
-void frmAudio::RefreshToPlay() {
-  if (FileToPlay->Path() == MusicDir) FileToPlay->Refresh();
+  ListMusic(*FileToPlay, MusicDir);
 }
 
 }  // namespace veldrin::show

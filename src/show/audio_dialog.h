@@ -18,8 +18,7 @@ class frmAudio : public QDialog {
 
  public:
   /// `musicList` is read anew when the dialog goes, so that the show plays what there is then.
-  frmAudio(const catalogue::RecordList& data1, platform::FileListBox& musicList, QString musicDir,
-           QWidget* parent,
+  frmAudio(catalogue::RecordList& data1, platform::FileListBox& musicList, QString musicDir, QWidget* parent,
            QString audioDir = QStandardPaths::writableLocation(QStandardPaths::MusicLocation));
   ~frmAudio() override;
 
@@ -29,7 +28,6 @@ class frmAudio : public QDialog {
   QWidget* MakeList(const char* listName, const char* labelName, const char* caption,
                     platform::FileListBox*& list);
   QPushButton* MakeButton(const char* name, const char* caption, void (frmAudio::*handler)());
-  void RefreshToPlay();
 
   void Dir1_Change();
   /// A copy that fails is an error of the program.
@@ -38,7 +36,7 @@ class frmAudio : public QDialog {
   void RmvBttn_Click();
   void CloseBttn_Click() { accept(); }
 
-  const catalogue::RecordList& Data1;
+  catalogue::RecordList& Data1;
   platform::FileListBox& MusicList;
   QString MusicDir;
   QString AudioDir;

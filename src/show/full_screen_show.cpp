@@ -10,13 +10,14 @@
 
 namespace veldrin::show {
 
-frmPic::frmPic(const ShowParts& parts, QSlider& slider, QWidget& mainWindow)
+frmPic::frmPic(const ShowParts& parts, PictureLoader& loader, QSlider& slider, QWidget& mainWindow)
     : QDialog(&mainWindow, Qt::Dialog | Qt::FramelessWindowHint),
       Parts(parts),
       ctlSlider(slider),
-      Pictures(new PicturePair(*this)),
+      Pictures(new PicturePair(*this, loader)),
       tbarShow(new ShowToolbar(ShowWindow::FullScreen, this)),
-      Timer1(new PictureTimer(*Pictures, this)),
+      Timer1(new PictureTimer(
+          parts.Interval, [this] { return Pictures->IsReady(); }, this)),
       Show(parts, *this, *Timer1, ShowWindow::FullScreen) {
   setObjectName(QStringLiteral("frmPic"));
   setMouseTracking(true);
@@ -27,6 +28,7 @@ frmPic::frmPic(const ShowParts& parts, QSlider& slider, QWidget& mainWindow)
   connect(Pictures, &PicturePair::DblClick, this, &frmPic::close);
   connect(tbarShow, &ShowToolbar::ButtonClick, this,
           [this](int button) { Show.tbarShow_ButtonClick(button); });
+  connect(Pictures, &PicturePair::Ready, Timer1, &PictureTimer::PictureReady);
   connect(Timer1, &PictureTimer::Timer, this, [this] { Show.Timer1_Timer(); });
   connect(&Parts.Data1, &catalogue::RecordList::Refreshed, this, [this] { Show.ListChanged(); });
 }

@@ -18,7 +18,7 @@ class frmPic : public QDialog, private ShowSurface {
 
  public:
   /// `ctlSlider`: the slider of the main window, which moves on behind.
-  frmPic(const ShowParts& parts, QSlider& ctlSlider, QWidget& mainWindow);
+  frmPic(const ShowParts& parts, PictureLoader& loader, QSlider& ctlSlider, QWidget& mainWindow);
 
  protected:
   void showEvent(QShowEvent* event) override;

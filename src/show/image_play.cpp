@@ -1,6 +1,5 @@
 #include "show/image_play.h"
 
-#include <QLabel>
 #include <QMouseEvent>
 #include <algorithm>
 
@@ -29,26 +28,28 @@ constexpr int LeastScreenHeight = 1500;
 ImagePlay::ImagePlay(const ShowParts& parts, QWidget* parent)
     : QWidget(parent),
       Parts(parts),
-      Title(new QLabel(QStringLiteral("Photo Image Show"), this)),
+      lblShow(new QLabel(QStringLiteral("Photo Image Show"), this)),
       picScreen(new QWidget(this)),
-      Pictures(new PicturePair(*picScreen)),
+      Pictures(new PicturePair(*picScreen, Loader)),
       Slider(new QSlider(Qt::Horizontal, this)),
       tbarShow(new ShowToolbar(ShowWindow::Main, this)),
-      Timer1(new PictureTimer(*Pictures, this)),
+      Timer1(new PictureTimer(
+          parts.Interval, [this] { return Pictures->IsReady(); }, this)),
       Show(parts, *this, *Timer1, ShowWindow::Main) {
   MakeControls();
   PlaceControls();
   ImagePlay::SetShowButtons();
   Slider->installEventFilter(this);
   connect(tbarShow, &ShowToolbar::ButtonClick, this, &ImagePlay::tbarShow_ButtonClick);
+  connect(Pictures, &PicturePair::Ready, Timer1, &PictureTimer::PictureReady);
   connect(Timer1, &PictureTimer::Timer, this, [this] { Show.Timer1_Timer(); });
   connect(&Parts.Data1, &catalogue::RecordList::Refreshed, this, [this] { Show.ListChanged(); });
 }
 
 void ImagePlay::MakeControls() {
   setObjectName(QStringLiteral("TabPannel(3)"));
-  Title->setObjectName(QStringLiteral("lblShow"));
-  static_cast<QLabel*>(Title)->setAlignment(Qt::AlignCenter);
+  lblShow->setObjectName(QStringLiteral("lblShow"));
+  lblShow->setAlignment(Qt::AlignCenter);
   picScreen->setObjectName(QStringLiteral("picScreen"));
   picScreen->setAutoFillBackground(true);
   picScreen->setPalette(QPalette(Qt::black));
@@ -57,7 +58,7 @@ void ImagePlay::MakeControls() {
 
 void ImagePlay::PlaceControls() {
   const int bottom = std::max(platform::ToTwips(height()), ScreenTop + LeastScreenHeight + BelowScreen);
-  MoveTwips(*Title, PlayLeft, 60, PlayWidth, 300);
+  MoveTwips(*lblShow, PlayLeft, 60, PlayWidth, 300);
   MoveTwips(*picScreen, PlayLeft, ScreenTop, PlayWidth, bottom - BelowScreen - ScreenTop);
   MoveTwips(*Slider, PlayLeft, bottom - SliderFromEdge, PlayWidth, 360);
   const int width = platform::ToTwips(tbarShow->sizeHint().width());
@@ -72,7 +73,9 @@ void ImagePlay::resizeEvent(QResizeEvent* event) {
 void ImagePlay::SetShowButtons() { tbarShow->SetShowButtons(Parts.Settings); }
 
 bool ImagePlay::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::MouseButtonPress) Show.Slider1_MouseDown();
+  const bool pressed =
+      event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
+  if (pressed) Show.Slider1_MouseDown();
   if (event->type() == QEvent::MouseButtonRelease) {
     // The slider takes its last value first.
     watched->event(event);
@@ -83,7 +86,9 @@ bool ImagePlay::eventFilter(QObject* watched, QEvent* event) {
 }
 
 void ImagePlay::ChangeWindow() {
-  frmPic(Parts, *Slider, *window()).exec();
+  // What comes next is for the other window to prepare.
+  Pictures->Prepare({});
+  frmPic(Parts, Loader, *Slider, *window()).exec();
   Pictures->Hide();
   Q_EMIT MusicSwitched();
   Show.TakeUp();

@@ -1,6 +1,7 @@
 // Image Play: the area of the picture show, its slider and its buttons.
 #pragma once
 
+#include <QLabel>
 #include <QSlider>
 #include <QWidget>
 
@@ -48,7 +49,8 @@ class ImagePlay : public QWidget, private ShowSurface {
   void PlaceControls();
 
   ShowParts Parts;
-  QWidget* Title;
+  PictureLoader Loader;
+  QLabel* lblShow;
   QWidget* picScreen;
   PicturePair* Pictures;
   QSlider* Slider;

@@ -5,8 +5,6 @@
 #include <QUrl>
 #include <utility>
 
-#include "platform/sound.h"
-
 namespace veldrin::show {
 
 namespace {
@@ -16,8 +14,6 @@ namespace {
 constexpr qint64 NothingPlayed = 1000;
 
 }  // namespace
-
-bool MediaPlayer::HasSoundCard() const { return platform::HasSoundCard(); }
 
 void MediaPlayer::SetState(int state) {
   const int old = std::exchange(State, state);

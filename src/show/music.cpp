@@ -1,6 +1,14 @@
 #include "show/music.h"
 
+#include "platform/failure.h"
+
 namespace veldrin::show {
+
+// A list keeps the files of the directory before when it can't show another one.
+void ListMusic(platform::FileListBox& list, const QString& musicDir) {
+  list.SetPattern(MusicPattern());
+  if (!platform::ResumeNext([&] { list.SetPath(musicDir); })) list.clear();
+}
 
 QString NextMusicFile(const QStringList& files, int& MusicIndex) {
   if (files.isEmpty()) return {};

@@ -14,6 +14,9 @@ inline QString MusicPattern() {
   return QStringLiteral("*.wav;*.snd;*.mp3;*.au;*.aif;*.aiff;*.aifc;*.asf;*.asx");
 }
 
+/// Has a list show the files of the music directory; none where there is no such directory.
+void ListMusic(platform::FileListBox& list, const QString& musicDir);
+
 /// The name at the index, which then counts on. Only an index that equals the number of files begins anew:
 /// when the list has become shorter than that, the name is empty, as it is for an empty list.
 QString NextMusicFile(const QStringList& files, int& MusicIndex);

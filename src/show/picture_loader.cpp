@@ -3,51 +3,60 @@
 #include <QFileInfo>
 #include <QtConcurrentRun>
 
-#include "platform/failure.h"
-
 namespace veldrin::show {
 
 using platform::Picture;
 
 PictureLoader::PictureLoader() {
-  // A second one, so that a picture needn't wait for one that was given up.
-  Pool.setMaxThreadCount(2);
   connect(&Watcher, &QFutureWatcherBase::finished, this, &PictureLoader::Ready);
 }
 
-PictureLoader::~PictureLoader() {
-  ++Wanted;
-  Pool.waitForDone();
+PictureLoader::~PictureLoader() { ++*Wanted; }
+
+bool PictureLoader::Source::Serves(const Source& other) const {
+  return File == other.File && Size == other.Size && Changed == other.Changed && Width >= other.Width &&
+         Height >= other.Height;
 }
 
 PictureLoader::Source PictureLoader::SourceOf(const QString& file, catalogue::TwipSize box,
                                               double pixelRatio) {
+  if (file.isEmpty()) return {};
   const QFileInfo info(file);
-  return {file, box, pixelRatio, info.size(), info.lastModified()};
+  return {file, info.size(), info.lastModified(), box.Width * pixelRatio, box.Height * pixelRatio};
 }
 
 void PictureLoader::Prepare(const QString& file, catalogue::TwipSize box, double pixelRatio) {
-  const Source source = file.isEmpty() ? Source{} : SourceOf(file, box, pixelRatio);
-  if (source == Prepared) return;
-  Prepared = source;
-  const int number = ++Wanted;
-  if (file.isEmpty()) return Watcher.setFuture(QFuture<std::optional<Picture>>());
-  Watcher.setFuture(QtConcurrent::run(&Pool, [this, number, source] {
-    std::optional<Picture> picture;
-    platform::EndSilently([&] {
-      if (Wanted == number) {
-        picture = catalogue::LoadFittedPicture(source.File, source.Box, source.PixelRatio);
-      }
-    });
-    return picture;
+  const Source source = SourceOf(file, box, pixelRatio);
+  if (Prepared.Serves(source)) return;
+  const int number = ++*Wanted;
+  const bool isThere = LastSource.Serves(source);
+  Prepared = isThere ? Source{} : source;
+  if (file.isEmpty() || isThere) return Watcher.setFuture({});
+  // On the program's threads, for which only the program's end waits.
+  Watcher.setFuture(QtConcurrent::run([wanted = Wanted, number, file, box, pixelRatio] {
+    Decoded decoded;
+    try {
+      if (*wanted == number) decoded.Result = catalogue::LoadFittedPicture(file, box, pixelRatio);
+    } catch (...) {
+      decoded.Failure = std::current_exception();
+    }
+    return decoded;
   }));
 }
 
 Picture PictureLoader::Load(const QString& file, catalogue::TwipSize box, double pixelRatio) {
-  if (Prepared == SourceOf(file, box, pixelRatio)) {
-    if (const auto picture = Watcher.future().result()) return *picture;
+  const Source source = SourceOf(file, box, pixelRatio);
+  if (LastSource.Serves(source)) return Last;
+  if (Prepared.Serves(source)) {
+    const Decoded decoded = Watcher.future().result();
+    if (decoded.Failure) std::rethrow_exception(decoded.Failure);
+    Last = decoded.Result;
+    LastSource = Prepared;
+  } else {
+    Last = catalogue::LoadFittedPicture(file, box, pixelRatio);
+    LastSource = source;
   }
-  return catalogue::LoadFittedPicture(file, box, pixelRatio);
+  return Last;
 }
 
 }  // namespace veldrin::show

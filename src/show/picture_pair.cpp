@@ -6,8 +6,9 @@ namespace veldrin::show {
 
 using catalogue::FittedImage;
 
-PicturePair::PicturePair(QWidget& box)
+PicturePair::PicturePair(QWidget& box, PictureLoader& loader)
     : QObject(&box),
+      Loader(loader),
       Images{new FittedImage(QStringLiteral("PictureShow(0)"), box),
              new FittedImage(QStringLiteral("PictureShow(1)"), box)} {
   for (FittedImage* image : Images) {
@@ -16,6 +17,12 @@ PicturePair::PicturePair(QWidget& box)
   }
   connect(&Loader, &PictureLoader::Ready, this, &PicturePair::Ready);
   box.installEventFilter(this);
+  Resized.setSingleShot(true);
+  Resized.setInterval(200);  // A window that is drawn larger sends many sizes.
+  connect(&Resized, &QTimer::timeout, this, [this] {
+    Prepare(NextFile);
+    if (IsReady()) Q_EMIT Ready();
+  });
 }
 
 void PicturePair::Show(const QString& file) {
@@ -28,6 +35,7 @@ void PicturePair::Show(const QString& file) {
 
 void PicturePair::Prepare(const QString& file) {
   NextFile = file;
+  Resized.stop();
   Loader.Prepare(file, Images[0]->BoxSize(), Images[0]->devicePixelRatioF());
 }
 
@@ -37,7 +45,7 @@ void PicturePair::Hide() {
 
 // A box of another size needs another picture.
 bool PicturePair::eventFilter(QObject* watched, QEvent* event) {
-  if (event->type() == QEvent::Resize) Prepare(NextFile);
+  if (event->type() == QEvent::Resize && !NextFile.isEmpty()) Resized.start();
   return QObject::eventFilter(watched, event);
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QObject>
+#include <QTimer>
 
 #include "catalogue/fitted_image.h"
 #include "show/picture_loader.h"
@@ -14,13 +15,13 @@ class PicturePair : public QObject {
 
  public:
   /// The images lie in the box and are fitted into it.
-  explicit PicturePair(QWidget& box);
+  PicturePair(QWidget& box, PictureLoader& loader);
 
   /// Raises what is wrong with the file; the picture before it stays then.
   void Show(const QString& file);
   /// Decodes a picture in the background.
   void Prepare(const QString& file);
-  bool IsReady() const { return Loader.IsReady(); }
+  bool IsReady() const { return !Resized.isActive() && Loader.IsReady(); }
   void Hide();
 
  Q_SIGNALS:
@@ -32,8 +33,9 @@ class PicturePair : public QObject {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  PictureLoader Loader;
+  PictureLoader& Loader;
   QString NextFile;
+  QTimer Resized;
   catalogue::FittedImage* Images[2];
   int ShowImageIndex = 0;  ///< which image receives the next picture
 };

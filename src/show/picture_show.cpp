@@ -161,6 +161,7 @@ void PictureShow::ShowPlayImage() {
 void PictureShow::ClearShow() {
   Timer1.SetEnabled(false);
   Surface.HidePictures();
+  Surface.PreparePicture({});
 }
 
 void PictureShow::WriteSlider() { Surface.SetSlider(Parts.Data1.AbsolutePosition() + 1); }
@@ -216,7 +217,7 @@ QString PictureShow::FileAt(int position) const {
   const auto row = records.ReadRows(position, 1).front();
   if (row.empty()) return {};
   const QStringList names = records.FieldNames();
-  const auto field = [&](const QString& name) { return row[static_cast<size_t>(names.indexOf(name))]; };
+  const auto field = [&](const QString& name) { return row.at(static_cast<size_t>(names.indexOf(name))); };
   return catalogue::ImageFileName(Parts.ThePaths, field(QStringLiteral("PhotoID")).toInt(),
                                   field(QStringLiteral("ImageType")).toString());
 }

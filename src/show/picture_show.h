@@ -30,7 +30,7 @@ class ShowSurface {
   virtual void ShowAudioDialog() = 0;
 };
 
-/// The timer of the three seconds, which calls Timer1_Timer.
+/// The timer of the show, which calls Timer1_Timer.
 class ShowTimer {
  public:
   virtual ~ShowTimer() = default;
@@ -44,10 +44,8 @@ struct ShowParts {
   const catalogue::Paths& ThePaths;
   ShowSettings& Settings;
   Music& TheMusic;
+  int Interval = 3000;  ///< how long a picture stands, in milliseconds
 };
-
-/// In which of its windows a show plays.
-enum class ShowWindow { Main, FullScreen };
 
 class PictureShow {
  public:

@@ -1,15 +1,16 @@
 #include "show/picture_timer.h"
 
+#include <utility>
+
 namespace veldrin::show {
 
-PictureTimer::PictureTimer(const PicturePair& pictures, QObject* parent, int interval)
-    : QObject(parent), Pictures(pictures), Clock(new QTimer(this)) {
+PictureTimer::PictureTimer(int interval, std::function<bool()> isReady, QObject* parent)
+    : QObject(parent), IsReady(std::move(isReady)), Clock(new QTimer(this)) {
   Clock->setObjectName(QStringLiteral("Timer1"));
   Clock->setInterval(interval);
   Clock->setSingleShot(true);
   Clock->setTimerType(Qt::PreciseTimer);
   connect(Clock, &QTimer::timeout, this, &PictureTimer::Elapsed);
-  connect(&Pictures, &PicturePair::Ready, this, &PictureTimer::PictureReady);
 }
 
 void PictureTimer::SetEnabled(bool enabled) {
@@ -22,12 +23,12 @@ void PictureTimer::SetEnabled(bool enabled) {
 }
 
 void PictureTimer::Elapsed() {
-  IsDue = !Pictures.IsReady();
+  IsDue = !IsReady();
   if (!IsDue) Q_EMIT Timer();
 }
 
 void PictureTimer::PictureReady() {
-  if (IsDue && Pictures.IsReady()) {
+  if (IsDue && IsReady()) {
     IsDue = false;
     Q_EMIT Timer();
   }

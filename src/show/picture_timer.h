@@ -3,23 +3,22 @@
 #pragma once
 
 #include <QTimer>
+#include <functional>
 
-#include "show/picture_pair.h"
 #include "show/picture_show.h"
 
 namespace veldrin::show {
-
-/// How long a picture stands, in milliseconds.
-constexpr int ShowInterval = 3000;
 
 class PictureTimer : public QObject, public ShowTimer {
   Q_OBJECT
 
  public:
-  /// `interval` in milliseconds.
-  PictureTimer(const PicturePair& pictures, QObject* parent, int interval = ShowInterval);
+  /// `interval` in milliseconds. `isReady`: whether the picture of the next tick is there.
+  PictureTimer(int interval, std::function<bool()> isReady, QObject* parent = nullptr);
 
   void SetEnabled(bool enabled) override;
+  /// To be told when a picture has become ready.
+  void PictureReady();
 
  Q_SIGNALS:
   /// The time is over and the next picture is ready.
@@ -27,9 +26,8 @@ class PictureTimer : public QObject, public ShowTimer {
 
  private:
   void Elapsed();
-  void PictureReady();
 
-  const PicturePair& Pictures;
+  std::function<bool()> IsReady;
   QTimer* Clock;
   bool IsDue = false;  ///< the time is over, the picture isn't ready
 };

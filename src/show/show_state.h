@@ -21,6 +21,9 @@ enum ShowButton : int {
   SetupMusic = 19,
 };
 
+/// In which of its windows a show plays.
+enum class ShowWindow { Main, FullScreen };
+
 struct ShowSettings {
   int ShowState = StopPlay;
   bool ShowRepeat = false;

@@ -1,8 +1,7 @@
 #include "show/show_toolbar.h"
 
 #include <QIcon>
-
-#include "show/picture_show.h"
+#include <algorithm>
 
 namespace veldrin::show {
 
@@ -13,22 +12,29 @@ struct ButtonLook {
   const char* Tip;
   const char* FullScreenTip;
   const char* Icon;
+  const char* OffIcon = nullptr;
 };
 
-constexpr ButtonLook Looks[] = {{PlayBackward, "Play Backward", "Play Backward", "media-playback-start"},
-                                {StopPlay, "Stop Play", "Stop Play", "media-playback-stop"},
-                                {PlayForward, "Play Forward", "Play Forward", "media-playback-start"},
-                                {StepBackward, "Step Backward", "Step Backward", "media-skip-backward"},
-                                {PausePlay, "Pause", "Pause", "media-playback-pause"},
-                                {StepForward, "Step Forward", "Step Forward", "media-skip-forward"},
-                                {PlayOnce, "Play Once", "Play Once", "media-playlist-normal"},
-                                {PlayRepeat, "Play Repeat", "Play Repeat", "media-playlist-repeat"},
-                                {PlayFullScreen, "Play Full Screen", "Play Window", "view-fullscreen"},
-                                {MusicOnOff, "Music On/Off", "Music On/Off", "audio-volume-high"},
-                                {SetupMusic, "Setup Music", "", "view-media-playlist"}};
+constexpr ButtonLook Looks[] = {
+    {PlayBackward, "Play Backward", "Play Backward", "media-playback-start"},  // mirrored
+    {StopPlay, "Stop Play", "Stop Play", "media-playback-stop"},
+    {PlayForward, "Play Forward", "Play Forward", "media-playback-start"},
+    {StepBackward, "Step Backward", "Step Backward", "media-skip-backward"},
+    {PausePlay, "Pause", "Pause", "media-playback-pause"},
+    {StepForward, "Step Forward", "Step Forward", "media-skip-forward"},
+    {PlayOnce, "Play Once", "Play Once", "media-playlist-normal"},
+    {PlayRepeat, "Play Repeat", "Play Repeat", "media-playlist-repeat"},
+    {PlayFullScreen, "Play Full Screen", "Play Window", "view-fullscreen"},
+    {MusicOnOff, "Music On/Off", "Music On/Off", "audio-volume-high", "audio-volume-muted"},
+    {SetupMusic, "Setup Music", "", "view-media-playlist"},
+};
 
-// No theme has a picture for playing backward.
-QIcon Mirrored(const QIcon& icon) {
+QIcon IconOf(int number, bool on = true) {
+  const ButtonLook& look =
+      *std::ranges::find_if(Looks, [&](const ButtonLook& entry) { return entry.Number == number; });
+  QIcon icon = QIcon::fromTheme(QLatin1String(on ? look.Icon : look.OffIcon));
+  if (number != PlayBackward) return icon;
+  // No theme has a picture for playing backward.
   constexpr int LargeEnough = 88;
   return QIcon(icon.pixmap(LargeEnough).transformed(QTransform::fromScale(-1, 1)));
 }
@@ -41,7 +47,6 @@ ShowToolbar::ShowToolbar(ShowWindow window, QWidget* parent) : QToolBar(parent) 
   // What happens on a button, a disabled one too, is no business of the picture behind it.
   setAttribute(Qt::WA_NoMousePropagation);
   MakeButtons(window);
-  Button(PlayBackward).setIcon(Mirrored(Button(PlayForward).icon()));
 }
 
 void ShowToolbar::MakeButtons(ShowWindow window) {
@@ -50,9 +55,8 @@ void ShowToolbar::MakeButtons(ShowWindow window) {
     // A number between two buttons is a separator.
     if (look.Number > next) addSeparator();
     next = look.Number + 1;
-    QAction* action =
-        addAction(QIcon::fromTheme(QLatin1String(look.Icon)),
-                  QLatin1String(window == ShowWindow::FullScreen ? look.FullScreenTip : look.Tip));
+    QAction* action = addAction(
+        IconOf(look.Number), QLatin1String(window == ShowWindow::FullScreen ? look.FullScreenTip : look.Tip));
     action->setObjectName(QStringLiteral("tbarShow(%1)").arg(look.Number));
     widgetForAction(action)->setFocusPolicy(Qt::NoFocus);
     connect(action, &QAction::triggered, this, [this, number = look.Number] { Q_EMIT ButtonClick(number); });
@@ -67,9 +71,7 @@ void ShowToolbar::SetShowButtons(const ShowSettings& settings) {
   for (const ShowButtonState& state : show::SetShowButtons(settings, Button(StopPlay).isEnabled())) {
     Button(state.Button).setEnabled(state.Enabled);
   }
-  Button(MusicOnOff)
-      .setIcon(QIcon::fromTheme(settings.MusicOn ? QStringLiteral("audio-volume-high")
-                                                 : QStringLiteral("audio-volume-muted")));
+  Button(MusicOnOff).setIcon(IconOf(MusicOnOff, settings.MusicOn));
 }
 
 }  // namespace veldrin::show

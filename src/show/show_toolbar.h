@@ -8,8 +8,6 @@
 
 namespace veldrin::show {
 
-enum class ShowWindow;
-
 /// `tbarShow`. Its buttons are the actions `tbarShow(4)` to `tbarShow(19)`, all enabled at first.
 class ShowToolbar : public QToolBar {
   Q_OBJECT

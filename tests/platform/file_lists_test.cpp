@@ -255,7 +255,14 @@ TEST_F(Choosing, AChosenDriveOpensItsRootAndADirectoryElsewhereItsDrive) {
 TEST_F(Choosing, ADriveThatIsNotReadyIsReportedAndTheEarlierOneStays) {
   Chooser->SetPath(Path(QStringLiteral("disk/photos")));
   ASSERT_TRUE(QDir(Path(QStringLiteral("stick"))).removeRecursively());
+  QStringList told;
+  QObject::connect(Chooser.get(), &DirectoryChooser::Change, [&] { told << Chooser->Path(); });
+  QObject::connect(Chooser.get(), &DirectoryChooser::Restore, [&](bool begins) {
+    told << (begins ? QStringLiteral("begins") : QStringLiteral("ends"));
+  });
   const QStringList boxes = test::AnswerBoxes([&] { ChooseDrive(2); }, {QMessageBox::Ok});
+  EXPECT_EQ(told, (QStringList{QStringLiteral("begins"), Path(QStringLiteral("disk/photos")),
+                               QStringLiteral("ends")}));
   ASSERT_EQ(boxes.size(), 1);
   EXPECT_TRUE(boxes[0].startsWith(QStringLiteral("Veldrin|Error Code: 68 "))) << boxes[0].toStdString();
   EXPECT_EQ(Chooser->Drive1().Drive(), Path(QStringLiteral("disk")));

@@ -253,8 +253,11 @@ TEST_F(MainWindowTest, AShowOnItsTabWaitsForADialog) {
       "frmSetup", [this] { Choose("FileSetup"); }, waits);
   EXPECT_TRUE(clock.isActive());
   EXPECT_EQ(player.State, show::MediaPaused);
+  // Nor does a show outlive the window.
   Window->close();
   EXPECT_FALSE(clock.isActive());
+  EXPECT_EQ(player.State, show::MediaStopped);
+  EXPECT_FALSE(Action("tbarShow(5)").isEnabled());
 }
 
 TEST_F(MainWindowTest, AShowEndsWhenItsTabIsLeft) {

@@ -40,6 +40,7 @@ class MainWindowTest : public testing::Test {
     }
     Window = std::make_unique<frmMain>(App, Catalogue.Paths(), Catalogue.Engine(), std::move(media));
     Window->Form_Load();
+    Get<QTimer>(QStringLiteral("Timer1")).setInterval(3'600'000);  // a show ticks by hand only
     Window->show();
     Window->activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(Window.get()));

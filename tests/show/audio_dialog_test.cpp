@@ -73,6 +73,14 @@ TEST_F(AudioDialogTest, ListsTheDirectoryThatIsChosen) {
   Bench.Data1.SuppressReposition = true;
   chooser.SetPath(Source.path());
   EXPECT_EQ(Names(List("FileToSel")), QStringLiteral("a.wav b.mp3"));
+  // So they do while a drive that can't be opened gives way to the one before.
+  Bench.Data1.SuppressReposition = false;
+  Q_EMIT chooser.Restore(true);
+  Q_EMIT chooser.Change();
+  EXPECT_EQ(Names(List("FileToSel")), QStringLiteral("a.wav b.mp3"));
+  Q_EMIT chooser.Restore(false);
+  Q_EMIT chooser.Change();
+  EXPECT_EQ(Names(List("FileToSel")), QStringLiteral("b.mp3 new.AIFF song.wav"));
 }
 
 TEST_F(AudioDialogTest, WithoutAMusicDirectory) {
@@ -82,6 +90,8 @@ TEST_F(AudioDialogTest, WithoutAMusicDirectory) {
   EXPECT_EQ(List("FileToPlay").ListCount(), 0);
   List("FileToSel").selectAll();
   EXPECT_THROW(Click("AddBttn"), platform::RuntimeError);
+  Dialog.reset();
+  EXPECT_EQ(Bench.MusicList.ListCount(), 0);
 }
 
 }  // namespace

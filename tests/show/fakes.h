@@ -83,6 +83,15 @@ class PlainSurface : public ShowSurface {
   std::set<int> Disabled;
 };
 
+/// The actions of a text, each with what is expected after it.
+inline std::vector<std::pair<QString, QString>> StepsOf(const char* text) {
+  const QStringList words = QString::fromLatin1(text).split(QLatin1Char(' '));
+  std::vector<std::pair<QString, QString>> steps;
+  steps.reserve(words.size() / 2);
+  for (int i = 0; i + 1 < words.size(); i += 2) steps.emplace_back(words[i], words[i + 1]);
+  return steps;
+}
+
 /// Photos 1, 2, ..., the tracks a.wav, b.wav and c.wav, and a show of them.
 class ShowBench {
  public:
@@ -102,17 +111,33 @@ class ShowBench {
     Surface.SetShowButtons();
   }
 
-  void Press(int button) { Show.tbarShow_ButtonClick(button); }
-  /// The three seconds are over.
+  /// The number of a button by its word; 0 for another word.
+  static int ButtonOf(const QString& word) {
+    static const QMap<QString, int> buttons = {
+        {QStringLiteral("back"), PlayBackward},     {QStringLiteral("stop"), StopPlay},
+        {QStringLiteral("play"), PlayForward},      {QStringLiteral("before"), StepBackward},
+        {QStringLiteral("pause"), PausePlay},       {QStringLiteral("on"), StepForward},
+        {QStringLiteral("once"), PlayOnce},         {QStringLiteral("repeat"), PlayRepeat},
+        {QStringLiteral("window"), PlayFullScreen}, {QStringLiteral("music"), MusicOnOff}};
+    return buttons.value(word);
+  }
+  /// Presses a button by its word, or ticks.
+  void Press(const QString& word) {
+    word == QLatin1String("tick") ? Tick() : Show.tbarShow_ButtonClick(ButtonOf(word));
+  }
+  /// The time of a picture is over.
   void Tick() {
     if (Timer.Enabled) Show.Timer1_Timer();
   }
-  /// "state: photo shown @ current record/slider", and "+" for a running timer.
+  /// "state:photo shown@current record/slider", and "+" for a running timer. An end of the list counts as a
+  /// record.
   QString State() const {
-    return QStringLiteral("%1: %2 @ %3/%4%5")
+    const int count = Data1.RecordCount();
+    const bool atEnd = count > 0 && Data1.Recordset().AtEOF();
+    return QStringLiteral("%1:%2@%3/%4%5")
         .arg(Settings.ShowState)
         .arg(Surface.Shown)
-        .arg(Data1.AbsolutePosition() + 1)
+        .arg(atEnd ? count + 1 : Data1.AbsolutePosition() + 1)
         .arg(Surface.Slider)
         .arg(Timer.Enabled ? QStringLiteral("+") : QString());
   }
@@ -125,7 +150,8 @@ class ShowBench {
   Music TheMusic{Settings, MusicList, Catalogue.Paths().MusicDir, Player};
   PlainSurface Surface{Settings};
   HandTimer Timer;
-  ShowParts Parts{Data1, Catalogue.Paths(), Settings, TheMusic};
+  // An hour a picture: nothing ticks by itself within a test.
+  ShowParts Parts{Data1, Catalogue.Paths(), Settings, TheMusic, 3'600'000};
   PictureShow Show{Parts, Surface, Timer, ShowWindow::Main};
 };
 

@@ -18,42 +18,33 @@ TEST(NextMusicFile, GoesRoundOnlyAtTheEnd) {
   EXPECT_EQ(index, 3);
 }
 
-// What is done: a button's number, or one of these.
-constexpr int EndTrack = 1, Break = 2, HoldByDialog = 3;
-
-struct Step {
-  int Action;
-  int PlayState;
-  const char* Opened;  ///< all tracks so far
-};
-
 struct Piece {
   const char* Name;
   QStringList Tracks;
-  std::vector<Step> Steps;
+  const char* Steps;  ///< actions, each with the state of the player and the track opened, if any
 };
 
 class MusicJourney : public testing::TestWithParam<Piece> {};
 
 TEST_P(MusicJourney, FollowsTheShow) {
   ShowBench bench(9, GetParam().Tracks);
-  for (const Step& step : GetParam().Steps) {
-    if (step.Action == EndTrack) {
+  for (const auto& [action, state] : StepsOf(GetParam().Steps)) {
+    bench.Player.Opened.clear();
+    if (action == QLatin1String("end")) {
       bench.Player.EndTrack();
-    } else if (step.Action == Break) {
+    } else if (action == QLatin1String("break")) {
       bench.Player.Break();
-    } else if (step.Action == HoldByDialog) {
+    } else if (action == QLatin1String("dialog")) {
       const int before = bench.Show.Suspend();
       EXPECT_NE(bench.Player.PlayState(), MediaPlaying);
       EXPECT_FALSE(bench.Timer.Enabled);
       bench.Show.Resume(before);
       EXPECT_EQ(bench.Timer.Enabled, bench.Settings.ShowState == PlayForward);
     } else {
-      bench.Press(step.Action);
+      bench.Press(action);
     }
-    EXPECT_EQ(bench.Player.PlayState(), step.PlayState) << "after " << step.Action;
-    EXPECT_EQ(bench.Player.Opened.join(QLatin1Char(' ')), QLatin1String(step.Opened))
-        << "after " << step.Action;
+    EXPECT_EQ(QString::number(bench.Player.State) + bench.Player.Opened.join(QString()), state)
+        << "after " << action.toStdString();
   }
 }
 
@@ -63,56 +54,22 @@ const QStringList Three = {QStringLiteral("C.AIFF"), QStringLiteral("a.wav"), QS
 
 INSTANTIATE_TEST_SUITE_P(
     Pieces, MusicJourney,
-    testing::Values(
-        Piece{"InTheOrderOfNames",
-              Three,
-              {{PlayForward, 2, "a.wav"},
-               {EndTrack, 2, "a.wav b.mp3"},
-               {EndTrack, 2, "a.wav b.mp3 C.AIFF"},
-               {EndTrack, 2, "a.wav b.mp3 C.AIFF a.wav"}}},
-        Piece{"StopGoesOnWithTheNextFile",
-              Two,
-              {{PlayForward, 2, "a.wav"}, {StopPlay, 0, "a.wav"}, {PlayBackward, 2, "a.wav b.mp3"}}},
-        Piece{"PauseGoesOnWithTheSameFile",
-              Two,
-              {{PlayForward, 2, "a.wav"}, {PausePlay, 1, "a.wav"}, {PlayForward, 2, "a.wav"}}},
-        Piece{"AnEndWithinAPause",
-              Two,
-              {{PlayForward, 2, "a.wav"},
-               {PausePlay, 1, "a.wav"},
-               {EndTrack, 0, "a.wav"},
-               {PlayForward, 2, "a.wav b.mp3"}}},
-        Piece{"OffAndOnInARunningShow",
-              Two,
-              {{PlayForward, 2, "a.wav"}, {MusicOnOff, 1, "a.wav"}, {MusicOnOff, 2, "a.wav"}}},
-        Piece{"OffAndOnInAStoppedShow",
-              Two,
-              {{MusicOnOff, 6, ""}, {PlayForward, 6, ""}, {MusicOnOff, 2, "a.wav"}}},
-        Piece{"OnInAStoppedShow", Two, {{MusicOnOff, 6, ""}, {MusicOnOff, 6, ""}}},
-        Piece{"ADialogOverAPlayingShow", Two, {{PlayForward, 2, "a.wav"}, {HoldByDialog, 2, "a.wav"}}},
-        Piece{"ADialogOverMusicThatWasPaused",
-              Two,
-              {{PlayForward, 2, "a.wav"}, {MusicOnOff, 1, "a.wav"}, {HoldByDialog, 1, "a.wav"}}},
-        Piece{"ADialogOverAPausedShow",
-              Two,
-              {{PlayForward, 2, "a.wav"}, {PausePlay, 1, "a.wav"}, {HoldByDialog, 1, "a.wav"}}},
-        Piece{"ABrokenTrackIsPassedOver",
-              Two,
-              {{PlayForward, 2, "a.wav"},
-               {Break, 2, "a.wav b.mp3"},
-               {EndTrack, 2, "a.wav b.mp3 a.wav"},
-               {Break, 2, "a.wav b.mp3 a.wav b.mp3"}}},
-        Piece{"BrokenTracksOnlyAreTriedOnce",
-              Three,
-              {{PlayForward, 2, "a.wav"},
-               {Break, 2, "a.wav b.mp3"},
-               {Break, 2, "a.wav b.mp3 C.AIFF"},
-               {Break, 6, "a.wav b.mp3 C.AIFF"},
-               {PlayBackward, 2, "a.wav b.mp3 C.AIFF a.wav"}}},
-        Piece{"OneTrackRoundAndRound",
-              One,
-              {{PlayForward, 2, "a.wav"}, {EndTrack, 2, "a.wav a.wav"}, {Break, 6, "a.wav a.wav"}}},
-        Piece{"AnEmptyDirectory", {}, {{PlayForward, 2, ""}, {Break, 6, ""}}}),
+    testing::Values(Piece{"InTheOrderOfNames", Three, "play 2a.wav end 2b.mp3 end 2C.AIFF end 2a.wav"},
+                    Piece{"StopGoesOnWithTheNextFile", Two, "play 2a.wav stop 0 back 2b.mp3"},
+                    Piece{"PauseGoesOnWithTheSameFile", Two, "play 2a.wav pause 1 play 2"},
+                    Piece{"AnEndWithinAPause", Two, "play 2a.wav pause 1 end 0 play 2b.mp3"},
+                    Piece{"OffAndOnInARunningShow", Two, "play 2a.wav music 1 music 2"},
+                    Piece{"OffAndOnInAStoppedShow", Two, "music 6 play 6 music 2a.wav"},
+                    Piece{"OnInAStoppedShow", Two, "music 6 music 6"},
+                    Piece{"ADialogOverAPlayingShow", Two, "play 2a.wav dialog 2"},
+                    Piece{"ADialogOverMusicThatWasPaused", Two, "play 2a.wav music 1 dialog 1"},
+                    Piece{"ADialogOverAPausedShow", Two, "play 2a.wav pause 1 dialog 1"},
+                    Piece{"ABrokenTrackIsPassedOver", Two,
+                          "play 2a.wav break 2b.mp3 end 2a.wav break 2b.mp3"},
+                    Piece{"BrokenTracksOnlyAreTriedOnce", Three,
+                          "play 2a.wav break 2b.mp3 break 2C.AIFF break 6 back 2a.wav"},
+                    Piece{"OneTrackRoundAndRound", One, "play 2a.wav end 2a.wav break 6"},
+                    Piece{"AnEmptyDirectory", {}, "play 2 break 6"}),
     test::CaseName);
 
 TEST(Music, TheMusicDialogHoldsTheShow) {

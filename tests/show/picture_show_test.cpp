@@ -9,150 +9,71 @@
 namespace veldrin::show {
 namespace {
 
-// What is done to a show: a button's number, or one of these; a number beyond DragTo drags the slider.
-constexpr int Tick = 1, Delete2 = 2, Spoil2 = 3, DragTo = 100;
-
-struct Step {
-  int Action;
-  const char* State;  ///< as ShowBench::State tells it
-};
-
 struct Journey {
   const char* Name;
   int Photos;
-  bool Repeat;
-  std::vector<Step> Steps;
+  const char* Steps;  ///< actions, each with the state after it, as ShowBench::State tells it
 };
 
 class ShowJourney : public testing::TestWithParam<Journey> {};
 
 TEST_P(ShowJourney, GoesStepByStep) {
   ShowBench bench(GetParam().Photos);
-  bench.Settings.ShowRepeat = GetParam().Repeat;
-  bench.Surface.SetShowButtons();
-  for (const Step& step : GetParam().Steps) {
-    if (step.Action == Tick) {
-      ASSERT_TRUE(bench.Timer.Enabled) << step.State;
+  for (const auto& [action, state] : StepsOf(GetParam().Steps)) {
+    if (action == QLatin1String("tick")) {
+      ASSERT_TRUE(bench.Timer.Enabled) << state.toStdString();
       bench.Tick();
-    } else if (step.Action == Delete2) {
+    } else if (action == QLatin1String("delete2")) {
       bench.Catalogue.Execute({QStringLiteral("DELETE FROM tblPhotos WHERE PhotoID = 2")});
-    } else if (step.Action == Spoil2) {
+    } else if (action == QLatin1String("spoil2")) {
       bench.Surface.Broken = {2};
-    } else if (step.Action >= DragTo) {
+    } else if (action.startsWith(QLatin1String("drag"))) {
       bench.Show.Slider1_MouseDown();
       EXPECT_FALSE(bench.Timer.Enabled && bench.Data1.RecordCount() > 0);
-      bench.Show.Slider1_MouseUp(step.Action - DragTo);
+      bench.Show.Slider1_MouseUp(action.mid(4).toInt());
     } else {
-      bench.Press(step.Action);
+      bench.Press(action);
     }
-    EXPECT_EQ(bench.State(), QLatin1String(step.State)) << "after " << step.Action;
+    EXPECT_EQ(bench.State(), state) << "after " << action.toStdString();
   }
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Shows, ShowJourney,
     testing::Values(
-        Journey{"OneRecordForwardOnce", 1, false, {{PlayForward, "6: 1 @ 0/1+"}, {Tick, "5: 0 @ 1/1"}}},
-        Journey{"ForwardOnce",
-                2,
-                false,
-                {{PlayForward, "6: 1 @ 2/1+"}, {Tick, "6: 2 @ 0/2+"}, {Tick, "5: 0 @ 2/2"}}},
-        Journey{"ForwardRepeating",
-                2,
-                true,
-                {{PlayForward, "6: 1 @ 2/1+"}, {Tick, "6: 2 @ 0/2+"}, {Tick, "6: 1 @ 2/1+"}}},
-        Journey{"BackwardOnce", 2, false, {{PlayBackward, "4: 1 @ 0/1+"}, {Tick, "5: 0 @ 1/0"}}},
-        Journey{"BackwardRepeating",
-                2,
-                true,
-                {{PlayBackward, "4: 1 @ 0/1+"}, {Tick, "4: 2 @ 1/2+"}, {Tick, "4: 1 @ 0/1+"}}},
-        Journey{"ARunningShowLearnsToRepeat",
-                1,
-                false,
-                {{PlayForward, "6: 1 @ 0/1+"},
-                 {PlayRepeat, "6: 1 @ 0/1+"},
-                 {Tick, "6: 1 @ 0/1+"},
-                 {PlayOnce, "6: 1 @ 0/1+"},
-                 {Tick, "5: 0 @ 1/1"}}},
-        Journey{"PauseTakesTheMoveBack",
-                3,
-                false,
-                {{PlayForward, "6: 1 @ 2/1+"},
-                 {PausePlay, "9: 1 @ 1/1"},
-                 {PlayForward, "6: 1 @ 2/1+"},
-                 {Tick, "6: 2 @ 3/2+"},
-                 {PlayBackward, "4: 3 @ 2/3+"},
-                 {PausePlay, "9: 3 @ 3/3"},
-                 {StopPlay, "5: 0 @ 3/3"}}},
-        Journey{"PauseAtTheEnds",
-                1,
-                false,
-                {{PlayForward, "6: 1 @ 0/1+"},
-                 {PausePlay, "9: 1 @ 1/1"},
-                 {PlayBackward, "4: 1 @ 0/1+"},
-                 {PausePlay, "9: 1 @ 1/1"}}},
-        Journey{"StepsStayWithinTheList",
-                2,
-                false,
-                {{PlayForward, "6: 1 @ 2/1+"},
-                 {PausePlay, "9: 1 @ 1/1"},
-                 {StepForward, "9: 2 @ 2/2"},
-                 {StepForward, "9: 2 @ 2/2"},
-                 {StepBackward, "9: 1 @ 1/1"},
-                 {StepBackward, "9: 1 @ 1/1"}}},
-        Journey{"TheSliderOfAPlayingShow",
-                5,
-                false,
-                {{PlayForward, "6: 1 @ 2/1+"}, {DragTo + 3, "6: 4 @ 5/4+"}, {DragTo + 0, "6: 1 @ 2/1+"}}},
-        Journey{"TheSliderOfAPausedShow",
-                3,
-                false,
-                {{PlayForward, "6: 1 @ 2/1+"}, {PausePlay, "9: 1 @ 1/1"}, {DragTo + 1, "9: 2 @ 3/2"}}},
-        Journey{
-            "TheSliderOfAStoppedShow", 3, false, {{DragTo + 2, "5: 0 @ 3/0"}, {PlayForward, "6: 3 @ 0/3+"}}},
-        Journey{
-            "ADragToTheEndEndsTheShow", 3, false, {{PlayForward, "6: 1 @ 2/1+"}, {DragTo + 3, "5: 0 @ 3/3"}}},
-        Journey{"ADragToTheEndOfARepeatingShow",
-                3,
-                true,
-                {{PlayForward, "6: 1 @ 2/1+"}, {DragTo + 3, "6: 1 @ 2/1+"}}},
-        Journey{"ABrokenPictureIsPassedOver",
-                3,
-                false,
-                {{Spoil2, "5: 0 @ 1/0"},
-                 {PlayForward, "6: 1 @ 2/1+"},
-                 {Tick, "6: 1 @ 3/2+"},
-                 {Tick, "6: 3 @ 0/3+"}}},
-        Journey{"ARecordDeletedMeanwhile",
-                3,
-                false,
-                {{PlayForward, "6: 1 @ 2/1+"},
-                 {Delete2, "6: 1 @ 2/1+"},
-                 {Tick, "6: 1 @ 3/2+"},
-                 {Tick, "6: 3 @ 0/3+"}}},
-        Journey{"AnEmptyListOnce", 0, false, {{DragTo + 1, "5: 0 @ 0/0"}, {PlayForward, "5: 0 @ 0/0"}}},
-        Journey{"AnEmptyListRepeating",
-                0,
-                true,
-                {{PlayForward, "6: 0 @ 0/0+"},
-                 {Tick, "6: 0 @ 0/0+"},
-                 {PausePlay, "9: 0 @ 0/0"},
-                 {StepForward, "9: 0 @ 0/0"},
-                 {StopPlay, "5: 0 @ 0/0"}}}),
+        Journey{"OneRecordForwardOnce", 1, "play 6:1@2/1+ tick 5:0@1/1"},
+        Journey{"ForwardOnce", 2, "play 6:1@2/1+ tick 6:2@3/2+ tick 5:0@2/2"},
+        Journey{"ForwardRepeating", 2, "repeat 5:0@1/0 play 6:1@2/1+ tick 6:2@3/2+ tick 6:1@2/1+"},
+        Journey{"BackwardOnce", 2, "back 4:1@0/1+ tick 5:0@1/0"},
+        Journey{"BackwardRepeating", 2, "repeat 5:0@1/0 back 4:1@0/1+ tick 4:2@1/2+ tick 4:1@0/1+"},
+        Journey{"ARunningShowLearnsToRepeat", 1,
+                "play 6:1@2/1+ repeat 6:1@2/1+ tick 6:1@2/1+ once 6:1@2/1+ tick 5:0@1/1"},
+        Journey{"PauseTakesTheMoveBack", 3,
+                "play 6:1@2/1+ pause 9:1@1/1 play 6:1@2/1+ tick 6:2@3/2+ back 4:3@2/3+ pause 9:3@3/3 "
+                "stop 5:0@3/3"},
+        Journey{"PauseAtTheEnds", 1, "play 6:1@2/1+ pause 9:1@1/1 back 4:1@0/1+ pause 9:1@1/1"},
+        Journey{"StepsStayWithinTheList", 2,
+                "play 6:1@2/1+ pause 9:1@1/1 on 9:2@2/2 on 9:2@2/2 before 9:1@1/1 before 9:1@1/1"},
+        Journey{"TheSliderOfAPlayingShow", 5, "play 6:1@2/1+ drag3 6:4@5/4+ drag0 6:1@2/1+"},
+        Journey{"TheSliderOfAPausedShow", 3, "play 6:1@2/1+ pause 9:1@1/1 drag1 9:2@3/2 drag3 5:0@3/3"},
+        Journey{"TheSliderOfAStoppedShow", 3, "drag2 5:0@3/0 play 6:3@4/3+"},
+        Journey{"TheSliderOfAShowThatPlaysBackward", 3, "drag2 5:0@3/0 back 4:3@2/3+ drag1 4:2@1/2+"},
+        Journey{"ADragToTheEndEndsTheShow", 3, "play 6:1@2/1+ drag3 5:0@3/3"},
+        Journey{"ADragToTheEndOfARepeatingShow", 3, "repeat 5:0@1/0 play 6:1@2/1+ drag3 6:1@2/1+"},
+        Journey{"ABrokenPictureIsPassedOver", 3, "spoil2 5:0@1/0 play 6:1@2/1+ tick 6:1@3/2+ tick 6:3@4/3+"},
+        Journey{"ARecordDeletedMeanwhile", 3, "play 6:1@2/1+ delete2 6:1@2/1+ tick 6:1@3/2+ tick 6:3@4/3+"},
+        Journey{"AnEmptyListOnce", 0, "drag1 5:0@0/0 play 5:0@0/0"},
+        Journey{"AnEmptyListRepeating", 0,
+                "repeat 5:0@0/0 play 6:0@0/0+ tick 6:0@0/0+ pause 9:0@0/0 on 9:0@0/0 stop 5:0@0/0"}),
     test::CaseName);
 
 TEST(PictureShow, PreparesThePictureOfTheNextTick) {
   ShowBench bench(3);
   bench.Settings.ShowRepeat = true;
-  for (const auto& [action, prepared] : std::vector<std::pair<int, int>>{{PlayForward, 2},
-                                                                         {Tick, 3},
-                                                                         {Tick, 1},
-                                                                         {PausePlay, 1},
-                                                                         {StepBackward, 1},
-                                                                         {PlayBackward, 1},
-                                                                         {Tick, 3}}) {
-    action == Tick ? bench.Tick() : bench.Press(action);
-    EXPECT_EQ(bench.Surface.Prepared, prepared) << action;
+  for (const auto& [action, prepared] :
+       StepsOf("play 2 tick 3 tick 1 pause 1 before 1 back 1 tick 3 stop 0 play 1")) {
+    bench.Press(action);
+    EXPECT_EQ(QString::number(bench.Surface.Prepared), prepared) << action.toStdString();
   }
   bench.Data1.RecordSource += QStringLiteral(" WHERE PhotoID > 1");
   bench.Data1.Refresh();
@@ -166,7 +87,7 @@ TEST(PictureShow, GuardsItsMoves) {
   bool guarded = true;
   QObject::connect(&bench.Data1, &catalogue::RecordList::Reposition, &bench.Data1,
                    [&] { guarded = guarded && bench.Data1.SuppressReposition; });
-  bench.Press(PlayForward);
+  bench.Press(QStringLiteral("play"));
   EXPECT_FALSE(bench.Data1.SuppressReposition);
   bench.Show.Slider1_MouseUp(1);
   EXPECT_FALSE(bench.Data1.SuppressReposition);
@@ -177,9 +98,9 @@ TEST(PictureShow, GuardsItsMoves) {
 
 struct Handover {
   const char* Name;
-  int State;
-  int Button;  ///< by which the whole screen is left; 0 for the ways that don't take the move back
-  const char* There;
+  const char* Before;  ///< what is pressed in the window, on record 5 of 9
+  const char* There;   ///< the photo shown and the current record on the whole screen
+  const char* Then;    ///< what is pressed there; nothing for the ways out that don't take the move back
   const char* Back;
 };
 
@@ -191,30 +112,34 @@ TEST_P(ShowHandover, GoesOnInTheOtherWindow) {
   HandTimer timer;
   PictureShow wholeShow(bench.Parts, whole, timer, ShowWindow::FullScreen);
   bench.Show.Slider1_MouseUp(4);
-  bench.Press(GetParam().State == PausePlay ? PlayForward : GetParam().State);
-  if (GetParam().State == PausePlay) bench.Press(PausePlay);
+  for (const QString& action : QString::fromLatin1(GetParam().Before).split(QLatin1Char(' ')))
+    bench.Press(action);
   bench.Surface.OtherWindow = [&] {
     EXPECT_FALSE(bench.Timer.Enabled);
     wholeShow.TakeUp();
-    EXPECT_EQ(QStringLiteral("%1 @ %2").arg(whole.Shown).arg(bench.Data1.AbsolutePosition() + 1),
+    EXPECT_EQ(QStringLiteral("%1@%2").arg(whole.Shown).arg(bench.Data1.AbsolutePosition() + 1),
               QLatin1String(GetParam().There));
-    if (GetParam().Button != 0) wholeShow.tbarShow_ButtonClick(GetParam().Button);
+    wholeShow.tbarShow_ButtonClick(ShowBench::ButtonOf(QLatin1String(GetParam().Then)));
     bench.Surface.HidePictures();
     bench.Show.TakeUp();
   };
-  bench.Press(PlayFullScreen);
+  bench.Press(QStringLiteral("window"));
   EXPECT_EQ(bench.State(), QLatin1String(GetParam().Back));
 }
 
 INSTANTIATE_TEST_SUITE_P(
     Ways, ShowHandover,
-    testing::Values(Handover{"ForwardByTheButton", PlayForward, PlayFullScreen, "5 @ 6", "6: 5 @ 6/5+"},
-                    Handover{"ForwardByEsc", PlayForward, 0, "5 @ 6", "6: 6 @ 7/6+"},
-                    Handover{"BackwardByTheButton", PlayBackward, PlayFullScreen, "5 @ 4", "4: 5 @ 4/5+"},
-                    Handover{"BackwardByEsc", PlayBackward, 0, "5 @ 4", "4: 4 @ 3/4+"},
-                    Handover{"Paused", PausePlay, 0, "5 @ 5", "9: 5 @ 5/5"},
-                    Handover{"PausedThere", PlayForward, PausePlay, "5 @ 6", "9: 5 @ 5/5"},
-                    Handover{"Stopped", StopPlay, 0, "0 @ 5", "5: 0 @ 5/0"}),
+    testing::Values(Handover{"ForwardByTheButton", "play", "5@6", "window", "6:5@6/5+"},
+                    Handover{"ForwardByEsc", "play", "5@6", "", "6:6@7/6+"},
+                    Handover{"BackwardByTheButton", "back", "5@4", "window", "4:5@4/5+"},
+                    Handover{"BackwardByEsc", "back", "5@4", "", "4:4@3/4+"},
+                    Handover{"Paused", "play pause", "5@5", "", "9:5@5/5"},
+                    Handover{"PausedThere", "play", "5@6", "pause", "9:5@5/5"},
+                    // The window thinks that its show still plays backward, and pauses it as one forward.
+                    Handover{"BackwardPausedThere", "back", "5@4", "pause", "9:5@3/5"},
+                    // The space bar pauses a stopped show, too.
+                    Handover{"StoppedPausedThere", "stop", "0@5", "pause", "9:4@4/4"},
+                    Handover{"Stopped", "stop", "0@5", "", "5:0@5/0"}),
     test::CaseName);
 
 TEST(SetShowButtons, EnablesByTheState) {

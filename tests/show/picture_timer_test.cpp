@@ -1,81 +1,152 @@
+// The timer of the show and the pictures that it waits for.
 #include "show/picture_timer.h"
 
 #include <gtest/gtest.h>
 
+#include <QSemaphore>
 #include <QSignalSpy>
 #include <QTest>
+#include <QThreadPool>
+#include <atomic>
 
 #include "platform/runtime_error.h"
+#include "show/picture_pair.h"
 #include "support/test_support.h"
 
 namespace veldrin::show {
 namespace {
 
-class PictureTimerTest : public testing::Test {
+TEST(PictureTimer, PutsTheTickOffUntilThePictureIsReady) {
+  bool ready = true;
+  PictureTimer timer(0, [&] { return ready; });
+  const QSignalSpy ticks(&timer, &PictureTimer::Timer);
+  const auto elapse = [&] {
+    timer.SetEnabled(true);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return !timer.findChild<QTimer*>()->isActive(); }));
+  };
+  elapse();
+  EXPECT_EQ(ticks.size(), 1);
+  ready = false;
+  elapse();
+  timer.PictureReady();  // another one
+  EXPECT_EQ(ticks.size(), 1);
+  ready = true;
+  timer.PictureReady();
+  timer.PictureReady();
+  EXPECT_EQ(ticks.size(), 2);
+  ready = false;
+  elapse();
+  timer.SetEnabled(false);  // while it is due
+  ready = true;
+  timer.PictureReady();
+  EXPECT_EQ(ticks.size(), 2);
+}
+
+class PicturesOfAShow : public testing::Test {
  protected:
-  PictureTimerTest() {
+  PicturesOfAShow() {
     Box.resize(400, 300);
-    test::WritePicture(File, QSize(6000, 4000));
-    Pictures = new PicturePair(Box);
+    Box.show();
+    test::WritePicture(File, QSize(60, 40));
+    Whole = test::ReadFile(File);
+    Broken = QByteArray(Whole.size(), 'x');
+  }
+
+  // Another content that can't be told from the one before without being read.
+  void Swap(const QByteArray& bytes) {
+    const QDateTime date = QFileInfo(File).lastModified();
+    test::WriteFile(File, bytes);
+    QFile file(File);
+    ASSERT_TRUE(file.open(QIODevice::ReadWrite));
+    ASSERT_TRUE(file.setFileTime(date, QFileDevice::FileModificationTime));
+  }
+  void Prepare() {
+    Pictures->Prepare(File);
+    EXPECT_TRUE(QTest::qWaitFor([&] { return Pictures->IsReady(); }));
+  }
+  int ShownWidth() const {
+    int width = 0;
+    for (const auto* image : Box.findChildren<catalogue::FittedImage*>()) {
+      if (image->isHidden()) continue;
+      EXPECT_EQ(width, 0);  // One of the two is seen at a time.
+      width = image->width();
+    }
+    return width;
   }
 
   QTemporaryDir Directory;
-  QString File = Directory.filePath(QStringLiteral("large.jpg"));
+  QString File = Directory.filePath(QStringLiteral("photo.bmp"));
+  QByteArray Whole;
+  QByteArray Broken;
+  PictureLoader Loader;
   QWidget Box;
-  PicturePair* Pictures = nullptr;
+  PicturePair* Pictures = new PicturePair(Box, Loader);
 };
 
-TEST_F(PictureTimerTest, PutsTheTickOffUntilThePictureIsReady) {
-  PictureTimer timer(*Pictures, nullptr, 0);
-  const QSignalSpy ticks(&timer, &PictureTimer::Timer);
-  bool wasReady = true;
-  QObject::connect(&timer, &PictureTimer::Timer, &Box, [&] { wasReady = wasReady && Pictures->IsReady(); });
-  const auto ticked = [&](int count) { return QTest::qWaitFor([&] { return ticks.size() == count; }); };
-  timer.SetEnabled(true);
-  EXPECT_TRUE(ticked(1));  // nothing is being prepared
-  Pictures->Prepare(File);
-  timer.SetEnabled(true);
-  EXPECT_TRUE(ticked(2));
-  Pictures->Prepare({});
-  Pictures->Prepare(File);
-  timer.SetEnabled(true);
-  QCoreApplication::processEvents();
-  timer.SetEnabled(false);  // while it is due
-  EXPECT_TRUE(QTest::qWaitFor([&] { return Pictures->IsReady(); }));
-  QCoreApplication::processEvents();
-  EXPECT_EQ(ticks.size(), 2);
-  EXPECT_TRUE(wasReady);
-}
-
-TEST_F(PictureTimerTest, ShowsWhatTheFileIsAtTheMoment) {
-  const auto width = [&] {
-    for (const auto* image : Box.findChildren<catalogue::FittedImage*>()) {
-      if (!image->isHidden()) return image->width();
-    }
-    return 0;
-  };
-  const auto prepare = [&] {
-    Pictures->Prepare(File);
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Pictures->IsReady(); }));
-  };
-  prepare();
+TEST_F(PicturesOfAShow, AreWhatTheFileIsAtTheMoment) {
+  Prepare();
   Pictures->Show(File);
-  EXPECT_EQ(width(), 400);
+  EXPECT_EQ(ShownWidth(), 400);
   // Another picture under the name, another box, a broken file, none.
-  prepare();
   test::WritePicture(File, QSize(30, 60));
   Pictures->Show(File);
-  EXPECT_EQ(width(), 150);
-  prepare();
+  EXPECT_EQ(ShownWidth(), 150);
+  Prepare();
   Box.resize(400, 200);
   Pictures->Show(File);
-  EXPECT_EQ(width(), 100);
+  EXPECT_EQ(ShownWidth(), 100);
   for (const bool broken : {true, false}) {
-    prepare();
+    Prepare();
     broken ? test::WriteFile(File, "no picture") : (void)QFile::remove(File);
     EXPECT_THROW(Pictures->Show(File), platform::RuntimeError);
-    EXPECT_EQ(width(), 100);
+    EXPECT_EQ(ShownWidth(), 100);
   }
+}
+
+TEST_F(PicturesOfAShow, AreDecodedOnce) {
+  Box.resize(200, 150);
+  Prepare();
+  for (const QSize size : {QSize(500, 400), QSize(600, 500), QSize(400, 300)}) Box.resize(size);
+  EXPECT_FALSE(Pictures->IsReady());
+  EXPECT_TRUE(QTest::qWaitFor([&] { return Pictures->IsReady(); }));
+  Swap(Broken);
+  Pictures->Show(File);
+  Pictures->Prepare({});
+  Pictures->Show(File);  // as a pause does that ends
+  EXPECT_EQ(ShownWidth(), 400);
+  // The picture will do for a smaller window, too.
+  QWidget window;
+  PicturePair other(window, Loader);
+  window.resize(300, 300);
+  EXPECT_NO_THROW(other.Show(File));
+  window.resize(800, 600);
+  EXPECT_THROW(other.Show(File), platform::RuntimeError);
+}
+
+TEST_F(PicturesOfAShow, FailOnce) {
+  Swap(Broken);
+  Prepare();
+  Swap(Whole);
+  EXPECT_THROW(Pictures->Show(File), platform::RuntimeError);
+}
+
+TEST_F(PicturesOfAShow, AreNotWaitedForWhenNobodyNeedsThem) {
+  QSemaphore goOn;
+  std::atomic_int waited = 0;
+  QThreadPool& threads = *QThreadPool::globalInstance();
+  for (int i = 0; i < threads.maxThreadCount(); ++i) {
+    threads.start([&] { waited += goOn.tryAcquire(1, 5000) ? 0 : 1; });
+  }
+  auto loader = std::make_unique<PictureLoader>();
+  loader->Prepare(File, {6000, 4500}, 1);
+  EXPECT_FALSE(loader->IsReady());
+  loader->Prepare({}, {6000, 4500}, 1);
+  EXPECT_TRUE(loader->IsReady());
+  loader->Prepare(File, {6000, 4500}, 1);
+  loader.reset();
+  goOn.release(threads.maxThreadCount());
+  threads.waitForDone();
+  EXPECT_EQ(waited, 0);
 }
 
 }  // namespace
