@@ -8,6 +8,9 @@
 namespace veldrin::records {
 namespace {
 
+constexpr auto Delete = &DeletePhotos::RecordDel_Click;
+constexpr auto Remove = &DeletePhotos::RecordRmv_Click;
+
 class RecordCommands : public test::CommandsTest {
  protected:
   // Photos at one folder, each with its image and its thumbnail, but for the third.
@@ -23,11 +26,8 @@ class RecordCommands : public test::CommandsTest {
     Tree.Select(Find(QStringLiteral("0001")));
     Source.SetRecordSource();
   }
-  std::string Delete(QMessageBox::StandardButton answer) {
-    return test::AnswerBoxes([&] { Deleting.RecordDel_Click(); }, {answer}).join(u' ').toStdString();
-  }
-  std::string Remove(QMessageBox::StandardButton answer) {
-    return test::AnswerBoxes([&] { Deleting.RecordRmv_Click(); }, {answer}).join(u' ').toStdString();
+  std::string Answer(QMessageBox::StandardButton answer, void (DeletePhotos::*asks)()) {
+    return test::AnswerBoxes([&] { (Deleting.*asks)(); }, {answer}).join(u' ').toStdString();
   }
   std::string Photos() { return Catalogue.RowsText("SELECT PhotoID FROM tblPhotos ORDER BY PhotoID"); }
   std::string Files() {
@@ -40,17 +40,17 @@ class RecordCommands : public test::CommandsTest {
 
 TEST_F(RecordCommands, NothingGoesWithoutAYesNorFromACatalogueThatAnotherProgramHolds) {
   AddPhotos(1);
-  EXPECT_EQ(Delete(QMessageBox::No),
+  EXPECT_EQ(Answer(QMessageBox::No, Delete),
             "Delete Record(s)|This option will delete the data and image(s) of selected record(s) from the "
             "database, can't be recovered!\nAre you sure to delete the selected record(s)?");
-  EXPECT_EQ(Remove(QMessageBox::No),
+  EXPECT_EQ(Answer(QMessageBox::No, Remove),
             "Delete Record(s)|This option will remove the data and image(s) of selected record(s) from the "
             "current folder,\nbut it/they will not be deleted from the database. It/they could be in another "
             "folder or unorganized.\nAre you sure to remove the selected record(s) from the folder?");
   Catalogue.Engine().LockTimeout = 50;
   const test::HeldCatalogue held(Catalogue, "BEGIN IMMEDIATE");
-  Delete(QMessageBox::Yes);
-  Remove(QMessageBox::Yes);
+  Answer(QMessageBox::Yes, Delete);
+  Answer(QMessageBox::Yes, Remove);
   EXPECT_EQ(Photos() + "|" + Files(), "1|1.jpg 1t.bmp");
   EXPECT_EQ(Catalogue.RowsText("SELECT Left(IDNo, 4) FROM tblPhotoLinks"), "0001");
 }
@@ -58,16 +58,16 @@ TEST_F(RecordCommands, NothingGoesWithoutAYesNorFromACatalogueThatAnotherProgram
 TEST_F(RecordCommands, ASelectionOfManyGoesAsAWholeAndItsFilesWithIt) {
   AddPhotos(140);
   for (int id = 1; id <= 130; ++id) Data1.SelBookmarks.Add(id);
-  Remove(QMessageBox::Yes);
+  Answer(QMessageBox::Yes, Remove);
   EXPECT_EQ(Data1.RecordCount(), 10);
   Tree.Select(Tree.Root());
   Source.SetRecordSource();
-  Remove(QMessageBox::Yes);  // The root gives nothing away.
+  Answer(QMessageBox::Yes, Remove);  // The root gives nothing away.
   EXPECT_EQ(Catalogue.RowsText("SELECT Count(*) FROM tblPhotoLinks"), "140");
   for (int id = 2; id <= 140; ++id) Data1.SelBookmarks.Add(id);
-  Delete(QMessageBox::Yes);
+  Answer(QMessageBox::Yes, Delete);
   EXPECT_EQ(Photos() + "|" + Files(), "1|1.jpg 1t.bmp");
-  Delete(QMessageBox::Yes);
+  Answer(QMessageBox::Yes, Delete);
   EXPECT_EQ(Photos() + Files(), "");
   test::AnswerBoxes([&] { Deleting.RecordDel_Click(); }, {});  // Without records nothing is asked.
 }
