@@ -4,7 +4,7 @@
 #include <QLocale>
 #include <iostream>
 
-#include "fuzz/dialect_input.h"
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 int main(int argc, char** argv) {
   if (argc != 2) return 2;
@@ -15,8 +15,8 @@ int main(int argc, char** argv) {
     QFile file(entry.filePath());
     if (!file.open(QIODevice::ReadOnly)) return 1;
     const QByteArray bytes = file.readAll();
-    veldrin::fuzz::TypeInto(reinterpret_cast<const uint8_t*>(bytes.constData()),
-                            static_cast<size_t>(bytes.size()));
+    LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(bytes.constData()),
+                           static_cast<size_t>(bytes.size()));
   }
   return files.isEmpty() ? 1 : 0;
 }

@@ -1,11 +1,11 @@
-// What the commands on folders and records do to a catalogue, told as a user would: folders have numbers and
-// names, and a photo stands at places. Knows nothing of tables and statements.
+// What the commands on folders and records do to a catalogue. A node is its key: four digits for each folder
+// on the way from the root, whose key is empty, and "0000" behind them for an "!UNORGANIZED". Knows nothing
+// of tables and statements.
 #pragma once
 
 #include <QString>
 #include <QStringList>
 #include <algorithm>
-#include <iterator>
 #include <map>
 #include <optional>
 #include <set>
@@ -13,155 +13,107 @@
 
 namespace veldrin::test {
 
-/// The numbers of the folders from the top down; the root's is empty.
-using Place = std::vector<int>;
-
-inline bool IsBelow(const Place& place, const Place& top) {
-  return place.size() >= top.size() && std::equal(top.begin(), top.end(), place.begin());
-}
-
-/// A node of the tree: a folder, or its "!UNORGANIZED".
-struct ModelNode {
-  int Folder = 0;
-  bool Unorganized = false;
-  bool operator==(const ModelNode&) const = default;
-};
-
 class CatalogueModel {
  public:
-  struct Folder {
-    QString Name;
-    int Parent = 0;
-    Place At;
-    bool Grey = false;
-    std::vector<int> Subfolders;  ///< in the order of the tree
-  };
   struct Pending {
-    ModelNode Source;
+    QString Source;
     bool IsCut = false;
   };
+  using Link = std::pair<QString, int>;
 
-  std::map<int, Folder> Folders = {{0, {QStringLiteral("Photos"), -1, {}, false, {}}}};
-  std::map<Place, std::set<int>> Photos;  ///< also at places whose folder has gone, and deleted ones
-  std::set<int> AllPhotos;
-  std::set<int> Hidden;  ///< see Remove
-  ModelNode Selected;
+  std::map<QString, QString> Folders = {{QString(), QStringLiteral("Photos")}};  ///< names by keys
+  std::set<Link> Links;  ///< where photos stand: also at keys whose folder has gone
+  std::set<int> Photos;
+  QString Selected;
   std::optional<Pending> PendingFolder;
   std::optional<Pending> PendingRecords;
-  std::set<std::pair<Place, int>> Staged;
+  std::set<Link> Staged;
 
   // --- looking ---
 
-  const Place& At(ModelNode node) const { return Folders.at(node.Folder).At; }
-  bool HasChildren(ModelNode node) const {
-    return !node.Unorganized && !Folders.at(node.Folder).Subfolders.empty();
-  }
-  static bool IsRoot(ModelNode node) { return node == ModelNode{}; }
+  static bool IsUnorganized(const QString& node) { return node.endsWith(QLatin1String("0000")); }
+  static QString PlaceOf(const QString& node) { return IsUnorganized(node) ? node.chopped(4) : node; }
 
-  /// All nodes, each before those below it.
-  std::vector<ModelNode> Nodes(int folder = 0) const {
-    std::vector<ModelNode> nodes = {{folder, false}};
-    if (HasChildren({folder, false})) nodes.push_back({folder, true});
-    for (const int subfolder : Folders.at(folder).Subfolders) {
-      const auto below = Nodes(subfolder);
-      nodes.insert(nodes.end(), below.begin(), below.end());
+  QStringList Subfolders(const QString& parent) const {
+    QStringList keys;
+    for (const auto& [key, name] : Folders)
+      if (key.size() == parent.size() + 4 && key.startsWith(parent)) keys << key;
+    return keys;
+  }
+  bool HasChildren(const QString& node) const { return !Subfolders(node).isEmpty(); }
+
+  /// All nodes from one on downwards, as they stand in the tree.
+  QStringList Nodes(const QString& top = {}) const {
+    QStringList nodes;
+    for (const auto& [key, name] : Folders) {
+      if (!key.startsWith(top)) continue;
+      nodes << key;
+      if (HasChildren(key)) nodes << key + QStringLiteral("0000");
     }
     return nodes;
   }
 
   /// The photos that a node shows.
-  std::set<int> Shows(ModelNode node) const {
-    if (IsRoot(node)) return AllPhotos;
+  std::set<int> Shows(const QString& node) const {
+    if (node.isEmpty()) return Photos;
     std::set<int> shown;
-    for (const auto& [place, photos] : Photos) {
-      if (node.Unorganized ? place == At(node) : IsBelow(place, At(node)))
-        std::set_intersection(photos.begin(), photos.end(), AllPhotos.begin(), AllPhotos.end(),
-                              std::inserter(shown, shown.end()));
+    for (const auto& [key, photo] : Links) {
+      const bool isHere = IsUnorganized(node) ? key == PlaceOf(node) : key.startsWith(node);
+      if (isHere && Photos.contains(photo)) shown.insert(photo);
     }
     return shown;
   }
 
-  /// The photos that no folder leads to; without folders nothing does.
-  std::set<int> Unreached() const {
-    std::set<int> unreached = AllPhotos;
-    for (const ModelNode node : Nodes()) {
-      if (IsRoot(node)) continue;
-      for (const int photo : Shows(node)) unreached.erase(photo);
-    }
-    return HasChildren({}) ? unreached : std::set<int>();
-  }
-
   /// Whether the target shows the source's photos in any case, as it stands above it.
-  bool IsAbove(ModelNode target, ModelNode source) const {
-    if (IsRoot(target)) return true;
-    return target != source && (target.Unorganized || target.Folder != source.Folder || source.Unorganized) &&
-           IsBelow(At(source), At(target));
+  static bool IsAbove(const QString& target, const QString& source) {
+    return target != source && PlaceOf(source).startsWith(PlaceOf(target));
   }
 
-  bool IsTaken(int folder, const QString& name) const {
+  bool IsTaken(const QString& folder, const QString& name) const {
     if (name == QLatin1String("!UNORGANIZED")) return true;  // It stands beside every folder.
-    const auto& siblings = Folders.at(Folders.at(folder).Parent).Subfolders;
+    const QStringList siblings = Subfolders(folder.chopped(4));
     return std::any_of(siblings.begin(), siblings.end(),
-                       [&](int other) { return other != folder && Folders.at(other).Name == name; });
-  }
-
-  int Height(int folder) const {
-    int height = 0;
-    for (const int subfolder : Folders.at(folder).Subfolders)
-      height = std::max(height, Height(subfolder) + 1);
-    return height;
+                       [&](const QString& other) { return other != folder && Folders.at(other) == name; });
   }
 
   // --- folders ---
 
   /// Selects the new folder.
-  int Add(const QString& name) {
-    const int added = Append(Selected.Folder, name);
-    Selected = {added, false};
-    return added;
-  }
+  void Add(const QString& name) { Selected = Append(Selected, name); }
 
   /// An empty name is the one that the folder has. False when a sibling bears the name.
-  bool Rename(int folder, const QString& typed) {
-    const QString name = typed.isEmpty() ? Folders.at(folder).Name : typed;
-    if (IsTaken(folder, name)) return false;
-    Folders.at(folder).Name = name;
+  bool Rename(const QString& typed) {
+    const QString name = typed.isEmpty() ? Folders.at(Selected) : typed;
+    if (IsTaken(Selected, name)) return false;
+    Folders.at(Selected) = name;
     return true;
   }
 
-  void Delete(int folder) {
-    const int parent = Folders.at(folder).Parent;
+  void Delete(const QString& folder) {
     MovePhotosUp(folder);
-    Erase(folder);
-    if (!Folders.contains(Selected.Folder)) Selected = {parent, false};
-    ForgetGone();
+    std::erase_if(Folders, [&](const auto& entry) { return entry.first.startsWith(folder); });
+    Selected = folder.chopped(4);
+    // What waits for a paste from a node that has gone waits no longer.
+    for (auto* pending : {&PendingFolder, &PendingRecords})
+      if (*pending && !Nodes().contains((*pending)->Source)) pending->reset();
   }
 
-  // A folder cut before stays grey.
-  void Cut() {
-    PendingFolder = Pending{Selected, true};
-    SetGrey(Selected.Folder, true);
-  }
-  void Copy() {
-    UndoCut();
-    PendingFolder = Pending{Selected, false};
-  }
+  void Cut() { PendingFolder = Pending{Selected, true}; }
+  void Copy() { PendingFolder = Pending{Selected, false}; }
   void UndoCut() {
-    if (!PendingFolder || !PendingFolder->IsCut) return;
-    SetGrey(PendingFolder->Source.Folder, false);
-    PendingFolder.reset();
+    if (PendingFolder->IsCut) PendingFolder.reset();
   }
 
   /// True when the user is asked for another name.
   bool Paste() {
     const auto [source, isCut] = *PendingFolder;
-    const int pasted = Append(Selected.Folder, Folders.at(source.Folder).Name);
-    QString& name = Folders.at(pasted).Name;
+    const QString pasted = Append(Selected, Folders.at(source));
+    QString& name = Folders.at(pasted);
     if (!isCut && IsTaken(pasted, name)) name.prepend(QStringLiteral("Copy of "));
-    AppendCopies(pasted, source.Folder);
+    AppendCopies(pasted, source);
     PendingFolder.reset();
-    if (isCut) Delete(source.Folder);
-    Selected = {pasted, false};
+    if (isCut) Delete(source);
+    Selected = pasted;
     return isCut && IsTaken(pasted, name);
   }
 
@@ -169,12 +121,12 @@ class CatalogueModel {
 
   void Stage(const std::vector<int>& photos, bool cut) {
     Staged.clear();
-    for (const int photo : photos) Staged.insert({At(Selected), photo});
+    for (const int photo : photos) Staged.emplace(PlaceOf(Selected), photo);
     if (!photos.empty()) PendingRecords = Pending{Selected, cut};
   }
 
   void UndoRecordCut() {
-    if (PendingRecords && PendingRecords->IsCut) PendingRecords.reset();
+    if (PendingRecords->IsCut) PendingRecords.reset();
   }
 
   bool CanPasteRecords() const {
@@ -183,116 +135,80 @@ class CatalogueModel {
   }
 
   void PasteRecords() {
-    if (!PendingRecords) return;
-    const bool up = PendingRecords->IsCut && IsAbove(Selected, PendingRecords->Source);
-    const Place target = At(Selected);
-    for (const auto& [place, photo] : Staged) {
-      if (up) RemoveBelow(target, photo);
-      if (!up && PendingRecords->IsCut) Photos[place].erase(photo);
+    const QString target = PlaceOf(Selected);
+    const bool up = IsAbove(Selected, PendingRecords->Source);
+    for (const Link& link : Staged) {
+      if (PendingRecords->IsCut) up ? RemoveBelow(target, link.second) : void(Links.erase(link));
+      Links.emplace(target, link.second);
     }
-    for (const auto& [place, photo] : Staged) Photos[target].insert(photo);
     Staged.clear();
     PendingRecords.reset();
   }
 
   void AddPhoto(int photo) {
-    AllPhotos.insert(photo);
-    Photos[{}].insert(photo);
+    Photos.insert(photo);
+    Links.emplace(QString(), photo);
   }
 
   // One that waits for a paste still comes to stand where it is pasted, shown by nothing.
   void DeletePhoto(int photo) {
     RemoveBelow({}, photo);
-    AllPhotos.erase(photo);
+    Photos.erase(photo);
   }
 
-  /// The photo falls to the parent unless it stands elsewhere below it. At the top a place whose folder has
-  /// gone counts as well: such a photo is hidden, until a folder gets that place again.
+  /// The photo falls to the parent unless it stands elsewhere below it. At the top a key whose folder has
+  /// gone counts as well: such a photo is hidden, until a folder gets that key again.
   void Remove(int photo) {
-    const Place from = At(Selected);
-    const Place parent = Selected.Unorganized ? from : Place(from.begin(), from.end() - 1);
-    Selected.Unorganized ? void(Photos[from].erase(photo)) : RemoveBelow(from, photo);
-    if (!StandsBelow(parent, photo)) Photos[parent].insert(photo);
-    if (parent.empty() && Unreached().contains(photo)) Hidden.insert(photo);
+    const QString parent = Selected.chopped(4);
+    IsUnorganized(Selected) ? void(Links.erase({parent, photo})) : RemoveBelow(Selected, photo);
+    if (!StandsBelow(parent, photo)) Links.emplace(parent, photo);
   }
 
  private:
   // The next number is one more than the highest in use: that of a deleted last folder is given out again.
-  int Append(int parent, const QString& name) {
-    const auto& siblings = Folders.at(parent).Subfolders;
-    int number = 1;
-    for (const int sibling : siblings) number = std::max(number, Folders.at(sibling).At.back() + 1);
-    Place at = Folders.at(parent).At;
-    at.push_back(number);
-    const int added = NextFolder++;
-    Folders[added] = {name, parent, at, false, {}};
-    Folders.at(parent).Subfolders.push_back(added);
+  QString Append(const QString& parent, const QString& name) {
+    const QStringList siblings = Subfolders(parent);
+    const int number = siblings.isEmpty() ? 1 : siblings.last().right(4).toInt() + 1;
+    const QString added = parent + QStringLiteral("%1").arg(number, 4, 10, QLatin1Char('0'));
+    Folders[added] = name;
     return added;
   }
 
-  void AppendCopies(int target, int source) {
-    for (const int subfolder : std::vector<int>(Folders.at(source).Subfolders)) {
-      AppendCopies(Append(target, Folders.at(subfolder).Name), subfolder);
-    }
-  }
-
-  void SetGrey(int folder, bool grey) {
-    Folders.at(folder).Grey = grey;
-    for (const int subfolder : Folders.at(folder).Subfolders) SetGrey(subfolder, grey);
-  }
-
-  void Erase(int folder) {
-    for (const int subfolder : std::vector<int>(Folders.at(folder).Subfolders)) Erase(subfolder);
-    std::erase(Folders.at(Folders.at(folder).Parent).Subfolders, folder);
-    Folders.erase(folder);
-  }
-
-  // What waits for a paste from a node that has gone waits no longer.
-  void ForgetGone() {
-    for (auto* pending : {&PendingFolder, &PendingRecords}) {
-      if (!*pending) continue;
-      const ModelNode source = (*pending)->Source;
-      const bool gone = !Folders.contains(source.Folder) ||
-                        (source.Unorganized && Folders.at(source.Folder).Subfolders.empty());
-      if (gone) pending->reset();
-    }
-    if (Selected.Unorganized && !HasChildren({Selected.Folder, false})) Selected.Unorganized = false;
+  void AppendCopies(const QString& target, const QString& source) {
+    for (const QString& subfolder : Subfolders(source))
+      AppendCopies(Append(target, Folders.at(subfolder)), subfolder);
   }
 
   // A photo comes to stand at the parent unless it stands elsewhere below it. From the top only the unfiled
   // photos count as standing elsewhere. Of a photo's several places below the folder only the first moves;
   // the others stay behind, where no folder is. The staging of records goes: the move uses its table.
-  void MovePhotosUp(int folder) {
-    const Place from = Folders.at(folder).At;
-    const Place parent = Folders.at(Folders.at(folder).Parent).At;
+  void MovePhotosUp(const QString& folder) {
+    const QString parent = folder.chopped(4);
     Staged.clear();
     std::set<int> moved;
-    for (auto& [place, photos] : Photos) {
-      if (!IsBelow(place, from)) continue;
-      for (const int photo : photos) Staged.insert({moved.insert(photo).second ? parent : place, photo});
-      photos.clear();
-    }
-    std::vector<std::pair<Place, int>> added;
-    for (const auto& [place, photo] : Staged) {
-      const bool there =
-          parent.empty() ? place.empty() && Photos[place].contains(photo) : StandsBelow(parent, photo);
-      if (!there) added.emplace_back(place, photo);
-    }
-    for (const auto& [place, photo] : added) Photos[place].insert(photo);
-  }
-
-  bool StandsBelow(const Place& top, int photo) const {
-    return std::any_of(Photos.begin(), Photos.end(),
-                       [&](const auto& at) { return IsBelow(at.first, top) && at.second.contains(photo); });
-  }
-
-  void RemoveBelow(const Place& top, int photo) {
-    for (auto& [place, photos] : Photos) {
-      if (IsBelow(place, top)) photos.erase(photo);
+    for (const auto& [key, photo] : Links)
+      if (key.startsWith(folder)) Staged.emplace(moved.insert(photo).second ? parent : key, photo);
+    std::erase_if(Links, [&](const Link& link) { return link.first.startsWith(folder); });
+    const std::set<Link> stayed = Links;
+    for (const Link& link : Staged) {
+      const bool isThere = std::any_of(stayed.begin(), stayed.end(), [&](const Link& other) {
+        return other.second == link.second &&
+               (parent.isEmpty() ? other.first.isEmpty() && link.first.isEmpty()
+                                 : other.first.startsWith(parent));
+      });
+      if (!isThere) Links.insert(link);
     }
   }
 
-  int NextFolder = 1;
+  bool StandsBelow(const QString& top, int photo) const {
+    return std::any_of(Links.begin(), Links.end(),
+                       [&](const Link& link) { return link.first.startsWith(top) && link.second == photo; });
+  }
+
+  void RemoveBelow(const QString& top, int photo) {
+    std::erase_if(Links,
+                  [&](const Link& link) { return link.first.startsWith(top) && link.second == photo; });
+  }
 };
 
 }  // namespace veldrin::test

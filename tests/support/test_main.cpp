@@ -1,8 +1,6 @@
 #include <gmock/gmock.h>
 
 #include <QApplication>
-#include <QIcon>
-#include <QImageReader>
 #include <QLocale>
 
 int main(int argc, char** argv) {

@@ -5,6 +5,7 @@
 
 #include <QAbstractButton>
 #include <QApplication>
+#include <QBuffer>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -60,11 +61,23 @@ void WriteFile(const QString& path, const QByteArray& bytes) {
   ASSERT_EQ(file.write(bytes), bytes.size());
 }
 
+QByteArray Jpeg(int number) {
+  QImage image(24, 24, QImage::Format_RGB32);
+  image.fill(QColor::fromHsv(number * 17, 255, 255));
+  QByteArray bytes;
+  QBuffer buffer(&bytes);
+  image.save(&buffer, "JPG");
+  return bytes;
+}
+
+bool UseMemoryDisk() {
+  return QFileInfo(QStringLiteral("/dev/shm")).isWritable() && qputenv("TMPDIR", "/dev/shm");
+}
+
 TestCatalogue::TestCatalogue(bool open) {
   const QString database = Directory.path() + QStringLiteral("/Database");
-  QDir().mkpath(database + QStringLiteral("/Images/Thumbnails"));
-  QDir().mkpath(database + QStringLiteral("/Music"));
-  QDir().mkpath(Directory.path() + QStringLiteral("/Temp"));
+  for (const char* path : {"/Database/Images/Thumbnails", "/Database/Music", "/Temp"})
+    QDir().mkpath(Directory.path() + QLatin1String(path));
   for (const char* name : {"Photos.mdb", "TmpPhotos.mdb", "Veldrin.MDW"}) {
     const QString file = QStringLiteral("/") + QLatin1String(name);
     EXPECT_TRUE(QFile::copy(QStringLiteral(READY_MADE_DIR) + file, database + file));

@@ -2,14 +2,16 @@
 // answer.
 #pragma once
 
+#include <QAbstractButton>
 #include <QImage>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
 #include <functional>
 
-#include "catalogue/paths.h"
+#include "catalogue/record_source.h"
 #include "platform/dao/db_engine.h"
 
 struct sqlite3;
@@ -32,6 +34,35 @@ void WritePicture(const QString& path, QSize size, QColor color = Qt::darkGreen)
 QByteArray ReadFile(const QString& path);
 void WriteFile(const QString& path, const QByteArray& bytes);
 
+/// A whole JPEG file, another one for each number.
+QByteArray Jpeg(int number);
+
+/// From now on temporary files are in memory, as far as there is room: thousands of flushed writes would wait
+/// for the disk.
+bool UseMemoryDisk();
+
+/// The controls below `Root`, by name.
+class Controls {
+ protected:
+  template <class Control = QWidget>
+  Control& Get(const char* name) {
+    return *Root->findChild<Control*>(QLatin1String(name));
+  }
+  QLineEdit& Field(const char* name) { return Get<QLineEdit>(name); }
+  void Click(const char* name) { Get<QAbstractButton>(name).click(); }
+
+  QWidget* Root = nullptr;
+};
+
+/// Views that depend on the list and show nothing.
+class SilentRecordViews : public catalogue::RecordViews {
+ public:
+  bool PreviewIsOn() const override { return false; }
+  void SetPreview(bool) override {}
+  void SetSliderMax(int) override {}
+  void InitThumbScroll() override {}
+};
+
 /// A program directory with the ready-made files, in a temporary directory, opened through its working copy.
 class TestCatalogue {
  public:
@@ -48,6 +79,8 @@ class TestCatalogue {
   QString Value(const QString& sql);
   /// All rows of a query, values joined by "|".
   QStringList Rows(const QString& sql);
+  /// The same in one text, rows joined by blanks.
+  std::string RowsText(const char* sql) { return Rows(QString::fromUtf8(sql)).join(u' ').toStdString(); }
 
   void AddFolder(const QString& key, const QString& name);
   /// A photo row with the links given by folder key, and a stored image when `size` is valid.

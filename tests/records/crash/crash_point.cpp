@@ -3,7 +3,6 @@
 #include <dlfcn.h>
 #include <signal.h>
 #include <sys/types.h>
-#include <sys/uio.h>
 #include <unistd.h>
 
 #include <atomic>
@@ -33,8 +32,6 @@ extern "C" void BeginToCount() {
 
 COUNTED(ssize_t, write, (int file, const void* bytes, size_t count), (file, bytes, count))
 COUNTED(ssize_t, pwrite64, (int file, const void* bytes, size_t count, off64_t at), (file, bytes, count, at))
-COUNTED(ssize_t, writev, (int file, const iovec* parts, int count), (file, parts, count))
-COUNTED(ssize_t, pwritev, (int file, const iovec* parts, int count, off_t at), (file, parts, count, at))
 COUNTED(int, fsync, (int file), (file))
 COUNTED(int, fdatasync, (int file), (file))
 COUNTED(int, ftruncate, (int file, off_t size), (file, size))
@@ -47,4 +44,3 @@ COUNTED(int, unlink, (const char* name), (name))
 COUNTED(ssize_t, copy_file_range,
         (int from, off64_t* fromAt, int to, off64_t* toAt, size_t count, unsigned flags),
         (from, fromAt, to, toAt, count, flags))
-COUNTED(ssize_t, sendfile, (int to, int from, off_t* at, size_t count), (to, from, at, count))

@@ -1,0 +1,55 @@
+// The commands on records over a tree of folders.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "folders/folder_browser.h"
+#include "folders/folder_tree.h"
+#include "records/delete_photos.h"
+#include "records/record_clipboard.h"
+#include "support/test_support.h"
+
+namespace veldrin::test {
+
+class SilentViews : public folders::FolderViews,
+                    public records::ClipboardViews,
+                    public records::DeleteViews,
+                    public SilentRecordViews {
+ public:
+  bool FormViewIsShown() const override { return FormView; }
+  void ShowFolderRecords() override {}
+  void SetFolderMenus() override {}
+  void SetRecordMenus() override {}
+  void ShowFolderUndoCut(bool) override {}
+  void EnableFolderPaste(bool) override {}
+  void PopupFolderMenu() override {}
+  void SetSelectionGrey(bool grey) override { Grey = grey; }
+  void EnableRecordPaste(bool) override {}
+  void ShowRecordUndoCut(bool) override {}
+
+  bool FormView = false;
+  bool Grey = false;
+};
+
+class CommandsTest : public testing::Test {
+ protected:
+  CommandsTest() { Data1.DatabaseName = Catalogue.Paths().WorkFile; }
+
+  void LoadFolders() { folders::LoadFolderTree(Tree, Catalogue.Engine(), Catalogue.Paths().WorkFile); }
+  platform::Node* Find(const QString& key) {
+    for (int i = 1; i <= Tree.Count(); ++i)
+      if (Tree.NodeAt(i)->Tag() == key) return Tree.NodeAt(i);
+    throw std::runtime_error("no node " + key.toStdString());
+  }
+
+  const bool InMemory = UseMemoryDisk();
+  TestCatalogue Catalogue;
+  platform::TreeView Tree;
+  catalogue::RecordList Data1{Catalogue.Engine()};
+  SilentViews Views;
+  catalogue::RecordSource Source{Data1, Tree, Catalogue.Engine(), Catalogue.Paths(), Views};
+  records::RecordClipboard Clipboard{Data1, Tree, Source, Catalogue.Engine(), Catalogue.Paths(), Views};
+  records::DeletePhotos Deleting{Source, Data1, Tree, Catalogue.Engine(), Catalogue.Paths(), Views, Tree};
+};
+
+}  // namespace veldrin::test
