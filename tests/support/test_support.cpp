@@ -14,6 +14,7 @@
 #include "catalogue/image_store.h"
 #include "catalogue/schema.h"
 #include "folders/folder_keys.h"
+#include "platform/runtime_error.h"
 #include "platform/sql_dialect.h"
 
 namespace veldrin::test {
@@ -39,6 +40,15 @@ QStringList AnswerBoxes(const std::function<void()>& action,
   action();
   EXPECT_EQ(seen.size(), answers.size()) << "boxes seen: " << seen.join(QLatin1Char('\n')).toStdString();
   return seen;
+}
+
+int ErrorOf(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const platform::RuntimeError& error) {
+    return error.Number();
+  }
+  return 0;
 }
 
 void WritePicture(const QString& path, QSize size, QColor color) {
@@ -123,8 +133,8 @@ void TestCatalogue::AddPhoto(int photoId, const QString& title, const QStringLis
   if (size.isValid()) WritePicture(catalogue::ImageFileName(ThePaths, photoId, QStringLiteral("jpg")), size);
 }
 
-HeldCatalogue::HeldCatalogue(TestCatalogue& catalogue, const char* begin) {
-  EXPECT_EQ(sqlite3_open(QFile::encodeName(catalogue.Paths().DatabaseFile).constData(), &File), SQLITE_OK);
+HeldCatalogue::HeldCatalogue(const QString& file, const char* begin) {
+  EXPECT_EQ(sqlite3_open(QFile::encodeName(file).constData(), &File), SQLITE_OK);
   EXPECT_EQ(sqlite3_exec(File, begin, nullptr, nullptr, nullptr), SQLITE_OK);
 }
 
