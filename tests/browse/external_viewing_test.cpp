@@ -1,12 +1,5 @@
 #include "browse/external_viewing.h"
 
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QFile>
-#include <QTest>
-#include <QWidget>
-
 #include "browse/thumbnail_page.h"
 #include "catalogue/image_store.h"
 #include "support/test_support.h"
@@ -14,37 +7,31 @@
 namespace veldrin::browse {
 namespace {
 
-// A desktop of its own: one program, a script that is registered for JPEG files and paints the one it is
-// given red in the year 2030. GIO reads the directories once in a process.
-const QTemporaryDir& Desktop() {
-  static const QTemporaryDir desktop;
-  static const bool made = [] {
-    const QString data = desktop.path() + "/data";
-    const QString script = desktop.path() + "/paint photo.sh";
-    QDir().mkpath(data + "/applications");
-    QDir().mkpath(data + "/system");
-    test::WritePicture(desktop.path() + "/red.jpg", QSize(60, 40), Qt::red);
-    test::WriteFile(script,
-                    "#!/bin/sh\ncp \"$(dirname \"$0\")/red.jpg\" \"$1\"\n"
-                    "touch -d '2030-02-03 04:05:06' \"$1\"\necho \"$1\" >> \"$0.log\"\n");
-    QFile::setPermissions(script, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
-    test::WriteFile(data + "/applications/painter.desktop",
-                    "[Desktop Entry]\nType=Application\nName=Painter\nMimeType=image/jpeg;\nExec=\"" +
-                        script.toUtf8() + "\" %f\n");
-    test::WriteFile(data + "/applications/mimeapps.list",
-                    "[Default Applications]\nimage/jpeg=painter.desktop\n");
-    QFile::link("/usr/share/mime", data + "/system/mime");
-    qputenv("XDG_DATA_HOME", data.toUtf8());
-    qputenv("XDG_CONFIG_HOME", data.toUtf8() + "/none");
-    qputenv("XDG_DATA_DIRS", data.toUtf8() + "/system");
-    return true;
-  }();
-  EXPECT_TRUE(made);
-  return desktop;
+// A desktop of the test's own: one program, a script that is registered for JPEG files and paints the one it
+// is given red in the year 2030.
+void MakeDesktop(const QString& directory) {
+  const QString script = directory + "/paint photo.sh";
+  QDir().mkpath(directory + "/applications");
+  QDir().mkpath(directory + "/system");
+  test::WritePicture(directory + "/red.jpg", QSize(60, 40), Qt::red);
+  test::WriteFile(script,
+                  "#!/bin/sh\ncp \"$(dirname \"$0\")/red.jpg\" \"$1\"\n"
+                  "touch -d '2030-02-03 04:05:06' \"$1\"\necho \"$1\" >> \"$0.log\"\n");
+  QFile::setPermissions(script, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  test::WriteFile(directory + "/applications/painter.desktop",
+                  "[Desktop Entry]\nType=Application\nName=Painter\nMimeType=image/jpeg;\nExec=\"" +
+                      script.toUtf8() + "\" %f\n");
+  test::WriteFile(directory + "/applications/mimeapps.list",
+                  "[Default Applications]\nimage/jpeg=painter.desktop\n");
+  QFile::link("/usr/share/mime", directory + "/system/mime");
+  qputenv("XDG_DATA_HOME", directory.toUtf8());
+  qputenv("XDG_CONFIG_HOME", directory.toUtf8() + "/none");
+  qputenv("XDG_DATA_DIRS", directory.toUtf8() + "/system");
 }
 
-class ExternalViewingTest : public testing::Test {
- protected:
+struct ExternalViewingTest : testing::Test {
+  // GIO reads the directories once in a process.
+  static void SetUpTestSuite() { MakeDesktop(Desktop.path()); }
   // A photo of the extension, dated by its file as storing does it.
   void Open(const QString& imageType) {
     Image = catalogue::ImageFileName(Catalogue.Paths(), 5, imageType);
@@ -64,7 +51,7 @@ class ExternalViewingTest : public testing::Test {
     return thumbnail.pixelColor(thumbnail.width() - 5, thumbnail.height() - 5).red() > 200;
   }
 
-  const QString Log = Desktop().filePath("paint photo.sh.log");
+  static inline const QTemporaryDir Desktop;
   test::TestCatalogue Catalogue;
   const QString Thumbnail = catalogue::ThumbFileName(Catalogue.Paths(), 5);
   QString Image;
@@ -79,8 +66,9 @@ TEST_F(ExternalViewingTest, AChangeByTheRegisteredProgramComesBackAsANewThumbnai
   Page.ShowThumbnails(0);
   ASSERT_FALSE(ThumbnailIsRed());
   Viewing.ViewBttn_Click();
-  ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(Log); }, 20'000));
-  EXPECT_EQ(test::ReadFile(Log), Image.toUtf8() + '\n');
+  const QString log = Desktop.filePath("paint photo.sh.log");
+  ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(log); }, 20'000));
+  EXPECT_EQ(test::ReadFile(log), Image.toUtf8() + '\n');
   EXPECT_EQ(Notes(), QStringList("5|jpg"));
   Page.ShowThumbnails(0);
   EXPECT_TRUE(ThumbnailIsRed());
@@ -107,16 +95,12 @@ TEST_F(ExternalViewingTest, WithoutAProgramItsBoxTellsHowToGetOne) {
 
 // The file is of 2010, or has gone; two notes are written, of which the first one counts.
 TEST_F(ExternalViewingTest, ACheckedPhotoIsComparedWithItsFirstNote) {
-  struct {
-    const char* FirstNote;
-    bool FileIsThere;
-    const char* DateAfter;
-    bool ThumbnailStays;
-  } const cases[] = {{"2010-01-01T12:00:00Z", true, "2010-01-01", true},
-                     {"2009-01-01T12:00:00Z", true, "2010-01-01", false},
-                     {"", true, "2010-01-01", false},
-                     {"2010-01-01T12:00:00Z", false, "1899-12-30", false},
-                     {"", false, "1899-12-30", false}};
+  const std::tuple<const char*, bool, const char*, bool> cases[] = {
+      {"2010-01-01T12:00:00Z", true, "2010-01-01", true},
+      {"2009-01-01T12:00:00Z", true, "2010-01-01", false},
+      {"", true, "2010-01-01", false},
+      {"2010-01-01T12:00:00Z", false, "1899-12-30", false},
+      {"", false, "1899-12-30", false}};
   Open("jpg");
   QFile file(Image);
   ASSERT_TRUE(file.open(QIODevice::ReadWrite));

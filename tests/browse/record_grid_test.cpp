@@ -1,17 +1,13 @@
 #include "browse/record_grid.h"
 
-#include <gtest/gtest.h>
-
 #include <QHeaderView>
-#include <QTest>
 
 #include "support/test_support.h"
 
 namespace veldrin::browse {
 namespace {
 
-class RecordGridTest : public testing::Test {
- protected:
+struct RecordGridTest : testing::Test {
   RecordGridTest() {
     Grid.resize(553, 300);
     Grid.show();

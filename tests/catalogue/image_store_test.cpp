@@ -1,9 +1,5 @@
 #include "catalogue/image_store.h"
 
-#include <gtest/gtest.h>
-
-#include <QDir>
-
 #include "support/test_support.h"
 
 namespace veldrin::catalogue {
@@ -36,12 +32,6 @@ TEST(ImageStore, ThumbnailsFollowTheFitAndTheScreen) {
   test::WritePicture(ImageFileName(paths, 8, "jpg"), QSize(3000, 1));
   EXPECT_EQ(sizeOf(8, 1), QSize(169, 1));
   EXPECT_EQ(QDir(paths.ThumbDir).entryList(QDir::Files), QStringList({"7t.bmp", "8t.bmp"}));
-}
-
-TEST(ImageStore, TheExtensionBeginsAtTheFirstPoint) {
-  EXPECT_EQ(GetFileExtension("a.b.JPG"), "b.JPG");
-  EXPECT_EQ(GetFileExtension("a."), "");
-  EXPECT_EQ(GetFileExtension("none"), "");
 }
 
 }  // namespace

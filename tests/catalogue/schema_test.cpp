@@ -1,13 +1,7 @@
 #include "catalogue/schema.h"
 
-#include <gtest/gtest.h>
 #include <unistd.h>
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-
-#include "platform/runtime_error.h"
 #include "support/test_support.h"
 
 namespace veldrin::catalogue {

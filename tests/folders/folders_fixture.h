@@ -1,9 +1,6 @@
 // The folders of a catalogue of a test's own in the tree of a window. What they ask of the views is noted.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QTest>
 #include <utility>
 
 #include "folders/folder_browser.h"
@@ -18,8 +15,8 @@ class FakeViews : public FolderViews, public catalogue::RecordViews {
   void ShowFolderRecords() override { Log << "show"; }
   void SetFolderMenus() override {}
   void SetRecordMenus() override {}
-  void ShowFolderUndoCut(bool visible) override { UndoVisible = visible; }
-  void EnableFolderPaste(bool enabled) override { PasteEnabled = enabled; }
+  void ShowFolderUndoCut(bool) override {}
+  void EnableFolderPaste(bool) override {}
   void PopupFolderMenu() override { Log << "popup"; }
   bool PreviewIsOn() const override { return false; }
   void SetPreview(bool) override {}
@@ -28,12 +25,9 @@ class FakeViews : public FolderViews, public catalogue::RecordViews {
 
   QString Take() { return std::exchange(Log, {}).join(' '); }
   QStringList Log;
-  bool UndoVisible = false;
-  bool PasteEnabled = false;
 };
 
-class FoldersTest : public testing::Test {
- protected:
+struct FoldersTest : testing::Test {
   FoldersTest() {
     Data1.DatabaseName = Catalogue.Paths().WorkFile;
     Tree.setGeometry(0, 40, 300, 600);

@@ -1,17 +1,11 @@
 #include "platform/ini_file.h"
 
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QTemporaryDir>
-
 #include "support/test_support.h"
 
 namespace veldrin::platform {
 namespace {
 
-class IniFile : public testing::Test {
- protected:
+struct IniFile : testing::Test {
   QString Read(int size = 255) const {
     return GetPrivateProfileString("Directories", "Database", File, size);
   }

@@ -1,20 +1,11 @@
 #include "platform/program_start.h"
 
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QFile>
-#include <QTemporaryDir>
-#include <QtTest>
-
-#include "platform/runtime_error.h"
 #include "support/test_support.h"
 
 namespace veldrin::platform {
 namespace {
 
-class ProgramStart : public testing::Test {
- protected:
+struct ProgramStart : testing::Test {
   // A program that writes the number of its arguments and the first of them, as a whole, beside itself.
   void MakeProgram(const QString& name, bool executable = true) const {
     const QString file = Directory.filePath(name);

@@ -26,25 +26,22 @@ RecordMenuInput Pending(bool cut, bool copied, bool children, bool above) {
 }
 
 TEST(RecordMenus, FollowTheNodeTheTabAndTheClipboard) {
-  struct {
-    const char* Name;
-    RecordMenuInput Input;
-    const char* Enabled;
-  } const cases[] = {{"no records", Node(0, false, false, false, false, true), "A--------"},
-                     {"root", Node(0, true, true, true, false, false), "AED----LS"},
-                     {"root without folders", Node(0, true, true, false, false, false), "AED----LS"},
-                     {"folder with subfolders", Node(0, true, false, true, false, true), "AEDR---LS"},
-                     {"leaf", Node(0, true, false, false, false, true), "AEDRUC-LS"},
-                     {"top unorganized", Node(0, true, false, false, true, true), "AED-U--LS"},
-                     {"deeper unorganized", Node(0, true, false, false, true, false), "AEDRU--LS"},
-                     {"form view", Node(1, true, false, false, false, true), "A-DR----S"},
-                     {"add new", Node(2, true, false, false, false, true), "-E------S"},
-                     {"image play", Node(3, true, false, false, false, true), "AE------S"},
-                     {"cut onto a leaf", Pending(true, false, false, false), "AEDRUCPLS"},
-                     {"cut onto a parent", Pending(true, false, true, false), "AEDR---LS"},
-                     {"cut isn't asked for the source", Pending(true, false, false, true), "AEDRUCPLS"},
-                     {"copy elsewhere", Pending(false, true, true, false), "AEDR--PLS"},
-                     {"copy onto a folder above", Pending(false, true, true, true), "AEDR---LS"}};
+  const std::tuple<const char*, RecordMenuInput, const char*> cases[] = {
+      {"no records", Node(0, false, false, false, false, true), "A--------"},
+      {"root", Node(0, true, true, true, false, false), "AED----LS"},
+      {"root without folders", Node(0, true, true, false, false, false), "AED----LS"},
+      {"folder with subfolders", Node(0, true, false, true, false, true), "AEDR---LS"},
+      {"leaf", Node(0, true, false, false, false, true), "AEDRUC-LS"},
+      {"top unorganized", Node(0, true, false, false, true, true), "AED-U--LS"},
+      {"deeper unorganized", Node(0, true, false, false, true, false), "AEDRU--LS"},
+      {"form view", Node(1, true, false, false, false, true), "A-DR----S"},
+      {"add new", Node(2, true, false, false, false, true), "-E------S"},
+      {"image play", Node(3, true, false, false, false, true), "AE------S"},
+      {"cut onto a leaf", Pending(true, false, false, false), "AEDRUCPLS"},
+      {"cut onto a parent", Pending(true, false, true, false), "AEDR---LS"},
+      {"cut isn't asked for the source", Pending(true, false, false, true), "AEDRUCPLS"},
+      {"copy elsewhere", Pending(false, true, true, false), "AEDR--PLS"},
+      {"copy onto a folder above", Pending(false, true, true, true), "AEDR---LS"}};
   for (const auto& [name, input, enabled] : cases) EXPECT_EQ(Spell(SetRecordMenus(input)), enabled) << name;
 }
 

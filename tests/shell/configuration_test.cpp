@@ -1,18 +1,21 @@
 #include "shell/configuration.h"
 
-#include <gtest/gtest.h>
-
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-
 #include "support/test_support.h"
 
 namespace veldrin::shell {
 namespace {
 
-class Configuration : public testing::Test {
- protected:
+struct Configuration : testing::Test {
+  // A home directory of the test's own, in which the first start of an installed program puts its files.
+  Configuration() {
+    for (const char* name : {"HOME", "XDG_CONFIG_HOME", "TMPDIR"}) {
+      Before[name] = qgetenv(name);
+      qputenv(name, Program.toUtf8());
+    }
+  }
+  ~Configuration() override {
+    for (const auto& [name, value] : Before) value.isEmpty() ? qunsetenv(name) : qputenv(name, value);
+  }
   void WriteDatabase(const QString& directory, const QByteArray& rest = {}) {
     QDir().mkpath(Program + "/Ini");
     test::WriteFile(Program + "/Ini/Veldrin.ini",
@@ -28,12 +31,12 @@ class Configuration : public testing::Test {
   platform::App App{Program, Program + "/own temp"};
   catalogue::Paths Paths;
   platform::DBEngine Engine;
+  std::map<const char*, QByteArray> Before;
 };
 
 TEST_F(Configuration, WithoutAnIniFileEverythingIsLocal) {
   ASSERT_TRUE(Load());
   EXPECT_EQ(Paths.DatabaseFile, Program + "/Database/Photos.mdb");
-  EXPECT_EQ(Paths.MusicDir, Program + "/Database/Music/");
   EXPECT_EQ(Paths.WorkFile, Program + "/own temp/TmpPhotos.mdb");
   EXPECT_EQ(Paths.BrowserPath, "/usr/bin/xdg-open");
   EXPECT_EQ(QFileInfo(Paths.TempDir).permissions() & ~QFileDevice::Permissions(0x7000),
@@ -64,29 +67,12 @@ TEST_F(Configuration, ABadStartIsReportedOnce) {
   EXPECT_EQ(BoxesOfAFailedLoad(), QStringList("Veldrin|Unable to Connect to the Access Tables."));
 }
 
-/// A home directory of the test's own, in which the first start of an installed program puts its files.
-class FirstStart : public Configuration {
- protected:
-  FirstStart() {
-    for (const char* name : {"HOME", "XDG_CONFIG_HOME", "TMPDIR"}) {
-      Before[name] = qgetenv(name);
-      qputenv(name, Program.toUtf8());
-    }
-  }
-  ~FirstStart() override {
-    for (const auto& [name, value] : Before) value.isEmpty() ? qunsetenv(name) : qputenv(name, value);
-  }
-
-  std::map<const char*, QByteArray> Before;
-};
-
-TEST_F(FirstStart, FillsTheUsersDirectoryOnce) {
+TEST_F(Configuration, TheFirstStartFillsTheUsersDirectoryOnce) {
   const QString program = Program + "/Pictures/Veldrin";
   // What a crash in the middle of the copying left.
   QDir().mkpath(program + "/Database.part/half");
   ASSERT_TRUE(LoadConfiguration(Paths, Engine, platform::App()));
   EXPECT_TRUE(QDir(program + "/Database/Images/Thumbnails").exists());
-  EXPECT_TRUE(QDir(program + "/Ini").exists());
   EXPECT_FALSE(QFileInfo::exists(program + "/Database/half"));
   EXPECT_FALSE(QFileInfo::exists(program + "/Database.part"));
   // A catalogue that is gone from its directory is missed, not begun anew.

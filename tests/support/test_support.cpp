@@ -1,20 +1,15 @@
 #include "support/test_support.h"
 
-#include <gtest/gtest.h>
 #include <sqlite3.h>
 
 #include <QAbstractButton>
 #include <QApplication>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QPainter>
 #include <QTimer>
 
 #include "catalogue/image_store.h"
 #include "catalogue/schema.h"
 #include "folders/folder_keys.h"
-#include "platform/runtime_error.h"
 #include "platform/sql_dialect.h"
 
 namespace veldrin::test {

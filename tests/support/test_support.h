@@ -2,15 +2,18 @@
 // answer.
 #pragma once
 
+#include <gtest/gtest.h>
+
+#include <QDir>
 #include <QImage>
 #include <QMessageBox>
-#include <QString>
-#include <QStringList>
 #include <QTemporaryDir>
+#include <QTest>
 #include <functional>
 
 #include "catalogue/paths.h"
 #include "platform/dao/db_engine.h"
+#include "platform/runtime_error.h"
 
 struct sqlite3;
 
