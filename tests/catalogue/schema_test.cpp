@@ -1,122 +1,73 @@
 #include "catalogue/schema.h"
 
-#include <gtest/gtest.h>
-#include <sqlite3.h>
 #include <unistd.h>
 
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
-
-#include "platform/runtime_error.h"
 #include "support/test_support.h"
 
 namespace veldrin::catalogue {
 namespace {
 
-using test::AnswerBoxes;
+using test::HeldCatalogue;
 using test::ReadFile;
 using test::TestCatalogue;
 using test::WriteFile;
 
-QString NotConnected() { return QStringLiteral("Veldrin|Unable to Connect to the Access Tables."); }
-QString NotInitialized() { return QStringLiteral("Veldrin|Unable to Initialize User Tables."); }
+const char* const NotConnected = "Veldrin|Unable to Connect to the Access Tables.";
+const char* const NotInitialized = "Veldrin|Unable to Initialize User Tables.";
 
 bool Start(TestCatalogue& catalogue) {
   return CreateWorkFile(catalogue.Paths(), catalogue.Engine(), catalogue.ProgramPath()) &&
          OpenCatalogue(catalogue.Paths(), catalogue.Engine());
 }
 
-void ExpectRefusal(TestCatalogue& catalogue, const QString& box, const std::string& what) {
-  bool started = true;
-  const QStringList seen = AnswerBoxes([&] { started = Start(catalogue); }, {QMessageBox::Ok});
-  EXPECT_FALSE(started) << what;
-  EXPECT_EQ(seen, QStringList(box)) << what;
+void ExpectRefusal(TestCatalogue& catalogue, const char* box) {
+  const auto start = [&] { EXPECT_FALSE(Start(catalogue)); };
+  EXPECT_EQ(test::AnswerBoxes(start, {QMessageBox::Ok}), QStringList(box));
 }
 
 void ExpectEmptyCatalogue(TestCatalogue& catalogue) {
   for (const char* table : {"tblPhotos", "tblPhotoLinks", "tblLevel1", "tblLevel10", "ActPhotoLinks",
                             "Photos", "CheckPhotos", "qryPhotos"}) {
-    EXPECT_EQ(catalogue.Value(QStringLiteral("SELECT Count(*) FROM ") + QLatin1String(table)),
-              QStringLiteral("0"));
+    EXPECT_EQ(catalogue.Rows(QString("SELECT * FROM ") + table), QStringList()) << table;
   }
-  EXPECT_EQ(catalogue.Rows(QStringLiteral("SELECT * FROM ActFolder")),
-            QStringList(QStringLiteral("Default|0")));
-}
-
-enum class Damage { Missing, Empty, CutShort, OtherFormat, OtherProgram, Directory };
-
-void Inflict(Damage damage, const QString& file) {
-  const QByteArray bytes = ReadFile(file);
-  ASSERT_TRUE(QFile::remove(file));
-  switch (damage) {
-    case Damage::Missing:
-      return;
-    case Damage::Empty:
-      return WriteFile(file, {});
-    case Damage::CutShort:
-      return WriteFile(file, bytes.chopped(100));
-    case Damage::OtherFormat:
-      return WriteFile(file, QByteArray("not a database\n").repeated(1000));
-    case Damage::OtherProgram: {
-      sqlite3* db = nullptr;
-      ASSERT_EQ(sqlite3_open(file.toUtf8().constData(), &db), SQLITE_OK);
-      ASSERT_EQ(sqlite3_exec(db, "CREATE TABLE tblPhotos (PhotoID)", nullptr, nullptr, nullptr), SQLITE_OK);
-      sqlite3_close(db);
-      return;
-    }
-    case Damage::Directory:
-      ASSERT_TRUE(QDir().mkpath(file));
-  }
-}
-
-TEST(Schema, StartsEmpty) {
-  TestCatalogue catalogue;
-  ExpectEmptyCatalogue(catalogue);
-  EXPECT_EQ(catalogue.Paths().WorkFile, catalogue.Paths().TempDir + QStringLiteral("TmpPhotos.mdb"));
-  catalogue.AddPhoto(1, QStringLiteral("t"), {QStringLiteral("0001")});
-  EXPECT_EQ(catalogue.Value(QStringLiteral("SELECT Count(*) FROM qryPhotos")), QStringLiteral("0"));
+  EXPECT_EQ(catalogue.Rows("SELECT * FROM ActFolder"), QStringList("Default|0"));
 }
 
 TEST(Schema, DamagedFilesAreReported) {
-  struct {
-    const char* File;
-    QString WhenMissing;
-  } const files[] = {
-      {"TmpPhotos.mdb", NotConnected()}, {"Photos.mdb", NotInitialized()}, {"Veldrin.MDW", NotInitialized()}};
+  const std::pair<const char*, std::function<void(const QString& file)>> damages[] = {
+      {"missing", [](const QString&) {}},
+      {"a directory", [](const QString& file) { QDir().mkpath(file); }},
+      {"empty", [](const QString& file) { WriteFile(file, {}); }},
+      {"cut short", [](const QString& file) { WriteFile(file, ReadFile(file + ".old").chopped(100)); }},
+      {"another format", [](const QString& file) { WriteFile(file, QByteArray(16000, 'x')); }},
+      {"another program's",
+       [](const QString& file) { HeldCatalogue(file, "CREATE TABLE tblPhotos (PhotoID)"); }},
+  };
+  const std::pair<const char*, const char*> files[] = {
+      {"TmpPhotos.mdb", NotConnected}, {"Photos.mdb", NotInitialized}, {"Veldrin.MDW", NotInitialized}};
   for (const auto& [name, whenMissing] : files) {
-    for (const Damage damage : {Damage::Missing, Damage::Empty, Damage::CutShort, Damage::OtherFormat,
-                                Damage::OtherProgram, Damage::Directory}) {
+    for (const auto& [what, inflict] : damages) {
+      SCOPED_TRACE(std::string(name) + " " + what);
       TestCatalogue catalogue(false);
-      Inflict(damage, catalogue.ProgramPath() + QStringLiteral("/Database/") + QLatin1String(name));
-      const bool noFile = damage == Damage::Missing || damage == Damage::Directory;
-      ExpectRefusal(catalogue, noFile ? whenMissing : NotInitialized(),
-                    std::string(name) + " damage " + std::to_string(static_cast<int>(damage)));
+      const QString file = catalogue.ProgramPath() + "/Database/" + name;
+      ASSERT_TRUE(QFile::rename(file, file + ".old"));
+      inflict(file);
+      ExpectRefusal(catalogue, QFileInfo(file).isFile() ? NotInitialized : whenMissing);
     }
   }
-}
-
-TEST(Schema, AMissingTableIsReported) {
   TestCatalogue catalogue(false);
-  sqlite3* db = nullptr;
-  ASSERT_EQ(sqlite3_open(catalogue.Paths().DatabaseFile.toUtf8().constData(), &db), SQLITE_OK);
-  ASSERT_EQ(sqlite3_exec(db, "DROP TABLE tblLevel10", nullptr, nullptr, nullptr), SQLITE_OK);
-  sqlite3_close(db);
-  ExpectRefusal(catalogue, NotInitialized(), "tblLevel10");
-  // The half-built copy stays, closed.
-  EXPECT_TRUE(QFile::exists(catalogue.Paths().WorkFile));
+  HeldCatalogue(catalogue, "DROP TABLE tblLevel10");
+  ExpectRefusal(catalogue, NotInitialized);
 }
 
 TEST(Schema, ALockedCatalogueIsReported) {
   for (const char* name : {"Photos.mdb", "Veldrin.MDW"}) {
     TestCatalogue catalogue(false);
     catalogue.Engine().LockTimeout = 0;
-    const QString file = catalogue.ProgramPath() + QStringLiteral("/Database/") + QLatin1String(name);
-    sqlite3* db = nullptr;
-    ASSERT_EQ(sqlite3_open(file.toUtf8().constData(), &db), SQLITE_OK);
-    ASSERT_EQ(sqlite3_exec(db, "BEGIN EXCLUSIVE", nullptr, nullptr, nullptr), SQLITE_OK);
-    ExpectRefusal(catalogue, NotInitialized(), name);
-    sqlite3_close(db);
+    {
+      const HeldCatalogue held(catalogue.ProgramPath() + "/Database/" + name, "BEGIN EXCLUSIVE");
+      ExpectRefusal(catalogue, NotInitialized);
+    }
     EXPECT_TRUE(Start(catalogue)) << name;
   }
 }
@@ -127,72 +78,54 @@ TEST(Schema, AReadOnlyCatalogueIsShownButNotWritten) {
   ASSERT_TRUE(QFile::setPermissions(catalogue.Paths().DatabaseFile, QFileDevice::ReadOwner));
   ASSERT_TRUE(Start(catalogue));
   ExpectEmptyCatalogue(catalogue);
-  try {
-    catalogue.AddPhoto(1, QStringLiteral("t"), {});
-    ADD_FAILURE();
-  } catch (const platform::RuntimeError& error) {
-    EXPECT_EQ(error.Number(), platform::errReadOnly);
-  }
+  EXPECT_EQ(test::ErrorOf([&] { catalogue.AddPhoto(1, "t", {}); }), platform::errReadOnly);
 }
 
 TEST(Schema, ALeftoverWorkingCopyIsReplaced) {
   TestCatalogue catalogue;
-  catalogue.Execute({QStringLiteral("INSERT INTO CheckPhotos (PhotoID) VALUES (1)"),
-                     QStringLiteral("UPDATE ActFolder SET IDNo = '0001', Length = 4")});
   const QString file = catalogue.Paths().WorkFile;
+  catalogue.Execute({"INSERT INTO CheckPhotos (PhotoID) VALUES (1)", "UPDATE ActFolder SET Length = 4"});
   EXPECT_TRUE(Start(catalogue)) << "of a run that crashed, or in this very run";
   ExpectEmptyCatalogue(catalogue);
 
-  WriteFile(file, "torn");
-  WriteFile(file + QStringLiteral("-journal"), "torn too");
-  WriteFile(file + QStringLiteral(".part"), "and this");
+  for (const char* rest : {"", "-journal", ".part"}) WriteFile(file + rest, "torn");
   ASSERT_TRUE(QFile::setPermissions(file, QFileDevice::ReadOwner));
+  ASSERT_TRUE(
+      QFile::setPermissions(catalogue.ProgramPath() + "/Database/TmpPhotos.mdb", QFileDevice::ReadOwner));
   EXPECT_TRUE(Start(catalogue));
   ExpectEmptyCatalogue(catalogue);
-  EXPECT_EQ(QDir(catalogue.Paths().TempDir).entryList(QDir::Files),
-            QStringList(QStringLiteral("TmpPhotos.mdb")));
+  EXPECT_EQ(QDir(catalogue.Paths().TempDir).entryList(QDir::Files), QStringList("TmpPhotos.mdb"));
+  EXPECT_TRUE(QFile::permissions(file).testFlag(QFileDevice::WriteOwner));
 
-  const QString victim = catalogue.ProgramPath() + QStringLiteral("/victim");
+  const QString victim = catalogue.ProgramPath() + "/victim";
   WriteFile(victim, "mine");
-  ASSERT_TRUE(QFile::remove(file));
-  ASSERT_TRUE(QFile::link(victim, file));
+  ASSERT_TRUE(QFile::remove(file) && QFile::link(victim, file));
   EXPECT_TRUE(Start(catalogue));
-  ExpectEmptyCatalogue(catalogue);
-  EXPECT_EQ(ReadFile(victim), QByteArray("mine"));
-}
-
-TEST(Schema, AReadOnlyTemplateMakesAWritableCopy) {
-  TestCatalogue catalogue(false);
-  ASSERT_TRUE(QFile::setPermissions(catalogue.ProgramPath() + QStringLiteral("/Database/TmpPhotos.mdb"),
-                                    QFileDevice::ReadOwner));
-  EXPECT_TRUE(Start(catalogue));
-  EXPECT_TRUE(QFile::permissions(catalogue.Paths().WorkFile).testFlag(QFileDevice::WriteOwner));
+  EXPECT_EQ(ReadFile(victim), "mine");
 }
 
 TEST(Schema, ThePlaceOfTheWorkingCopyMustBeTheUsersOwn) {
-  struct {
-    const char* Name;
-    void (*Prepare)(const QString& directory);
-  } const cases[] = {
+  const std::pair<const char*, std::function<void(const QString& directory)>> cases[] = {
       {"missing", [](const QString& directory) { QDir().rmdir(directory); }},
       {"a link",
        [](const QString& directory) {
-         ASSERT_TRUE(QDir().rename(directory, directory + QStringLiteral(".real")));
-         ASSERT_TRUE(QFile::link(directory + QStringLiteral(".real"), directory));
+         ASSERT_TRUE(QDir().rename(directory, directory + ".real"));
+         ASSERT_TRUE(QFile::link(directory + ".real", directory));
        }},
       {"the copy's name taken by a directory",
-       [](const QString& directory) { QDir().mkpath(directory + QStringLiteral("/TmpPhotos.mdb/x")); }},
+       [](const QString& directory) { QDir().mkpath(directory + "/TmpPhotos.mdb/x"); }},
       {"somebody else's",
        [](const QString& directory) {
          ASSERT_EQ(::chown(QFile::encodeName(directory).constData(), 12345, 12345), 0);
        }},
   };
   for (const auto& [name, prepare] : cases) {
+    SCOPED_TRACE(name);
     if (std::string(name) == "somebody else's" && ::geteuid() != 0) continue;
     TestCatalogue catalogue(false);
     prepare(catalogue.Paths().TempDir.chopped(1));
-    ExpectRefusal(catalogue, NotConnected(), name);
-    EXPECT_EQ(catalogue.Paths().WorkFile, QStringLiteral("TmpPhotos.mdb")) << name;
+    ExpectRefusal(catalogue, NotConnected);
+    EXPECT_EQ(catalogue.Paths().WorkFile, "TmpPhotos.mdb");
   }
 }
 
@@ -201,10 +134,10 @@ TEST(Schema, OnlyTheWorkingCopyIsDeletedAtTheEnd) {
   DeleteWorkFile(catalogue.Paths());
   EXPECT_FALSE(QFile::exists(catalogue.Paths().WorkFile));
   const QString before = QDir::currentPath();
-  ASSERT_TRUE(QDir::setCurrent(catalogue.ProgramPath() + QStringLiteral("/Database")));
-  catalogue.Paths().WorkFile = QStringLiteral("TmpPhotos.mdb");
+  ASSERT_TRUE(QDir::setCurrent(catalogue.ProgramPath() + "/Database"));
+  catalogue.Paths().WorkFile = "TmpPhotos.mdb";
   DeleteWorkFile(catalogue.Paths());
-  EXPECT_TRUE(QFile::exists(QStringLiteral("TmpPhotos.mdb")));
+  EXPECT_TRUE(QFile::exists("TmpPhotos.mdb"));
   QDir::setCurrent(before);
 }
 

@@ -1,13 +1,9 @@
 // The main window on a small catalogue: Travels > Italy with twenty photos, Home with ten.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QTest>
 #include <QTimer>
 
 #include "catalogue/schema.h"
-#include "folders/folder_tree.h"
 #include "shell/main_window.h"
 #include "support/test_support.h"
 
@@ -17,17 +13,15 @@ using test::TestCatalogue;
 
 class MainWindowTest : public testing::Test {
  protected:
-  MainWindowTest() : App(Catalogue.ProgramPath(), Catalogue.ProgramPath() + QStringLiteral("/Temp")) {
-    const auto add = [this](int level, const char* name, const char* parent) {
-      folders::AddFolderRecord(Catalogue.Engine(), Catalogue.Paths().WorkFile, level, QLatin1String(name),
-                               QLatin1String(parent));
-    };
-    add(1, "Travels", "");
-    add(2, "Italy", "0001");
-    add(1, "Home", "");
+  MainWindowTest() : App(Catalogue.ProgramPath(), Catalogue.ProgramPath() + "/Temp") {
+    for (const auto& [key, name] :
+         {std::pair("0000", "!UNORGANIZED"), std::pair("0001", "Travels"),
+          std::pair("00010000", "!UNORGANIZED"), std::pair("00010001", "Italy"), std::pair("0002", "Home")}) {
+      Catalogue.AddFolder(key, name);
+    }
     for (int id = 1; id <= 30; ++id) {
-      Catalogue.AddPhoto(id, QStringLiteral("Photo %1").arg(id),
-                         {id <= 20 ? QStringLiteral("00010001") : QStringLiteral("0002")}, QSize(30, 20));
+      Catalogue.AddPhoto(id, QStringLiteral("Photo %1").arg(id), {id <= 20 ? "00010001" : "0002"},
+                         QSize(30, 20));
     }
     Start();
   }
@@ -52,28 +46,35 @@ class MainWindowTest : public testing::Test {
     if (control == nullptr) throw std::runtime_error("no control " + name.toStdString());
     return *control;
   }
-  QAction& Action(const char* name) { return Get<QAction>(QLatin1String(name)); }
-  void Choose(const char* name) { Action(name).trigger(); }
+  QAction& Action(const char* name) { return Get<QAction>(name); }
+  // A command, or a button of a view.
+  void Choose(const char* name) {
+    auto* button = Window->findChild<QAbstractButton*>(name);
+    button != nullptr ? button->click() : Action(name).trigger();
+  }
   // The names of those of the commands that pass the test.
   QString Those(const QStringList& names, bool (QAction::*test)() const) {
     QStringList passed;
     for (const QString& name : names) {
       if ((Get<QAction>(name).*test)()) passed << name;
     }
-    return passed.join(QLatin1Char(' '));
+    return passed.join(' ');
   }
-  platform::TreeView& Tree() { return Get<platform::TreeView>(QStringLiteral("tvTreeView")); }
+  platform::TreeView& Tree() { return Get<platform::TreeView>("tvTreeView"); }
   void ClickFolder(int index) {
-    Tree().Root()->setExpanded(true);
-    for (int i = 1; i <= Tree().Count(); ++i) Tree().NodeAt(i)->setExpanded(true);
+    Tree().expandAll();
     QTest::mouseClick(Tree().viewport(), Qt::LeftButton, {},
                       Tree().visualItemRect(Tree().NodeAt(index)).center());
   }
-  QString Counter() { return Get<browse::DataNavigator>(QStringLiteral("Data1")).Caption(); }
-  QRect Twips(const char* name) {
-    const QRect pixels = Get(QLatin1String(name)).geometry();
-    return {pixels.left() * 15, pixels.top() * 15, pixels.width() * 15, pixels.height() * 15};
+  QString Counter() { return Get<browse::DataNavigator>("Data1").Caption(); }
+  QString Caption(int cell) {
+    return Get<browse::ThumbCaption>(QStringLiteral("ThumbTitle(%1)").arg(cell)).Caption();
   }
+  void ClickThumb(int cell, Qt::KeyboardModifiers keys = {}) {
+    QTest::mouseClick(&Get(QStringLiteral("ImgThumb(%1)").arg(cell)), Qt::LeftButton, keys);
+  }
+  bool FirstThumbHasFocus() { return Get("picThumb(0)").hasFocus(); }
+  static void Key(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
 
   // Does something while the dialog that an action opens is there, and closes it.
   static void OnDialog(const char* name, const std::function<void()>& open,
@@ -82,7 +83,7 @@ class MainWindowTest : public testing::Test {
     QTimer::singleShot(0, qApp, [&] {
       QWidget* dialog = QApplication::activeModalWidget();
       ASSERT_NE(dialog, nullptr);
-      opened = dialog->objectName() == QLatin1String(name);
+      opened = dialog->objectName() == name;
       action();
       dialog->close();
     });

@@ -1,14 +1,10 @@
 #include "support/test_support.h"
 
-#include <gtest/gtest.h>
 #include <sqlite3.h>
 
 #include <QAbstractButton>
 #include <QApplication>
 #include <QBuffer>
-#include <QDir>
-#include <QFile>
-#include <QFileInfo>
 #include <QPainter>
 #include <QTimer>
 
@@ -40,6 +36,15 @@ QStringList AnswerBoxes(const std::function<void()>& action,
   action();
   EXPECT_EQ(seen.size(), answers.size()) << "boxes seen: " << seen.join(QLatin1Char('\n')).toStdString();
   return seen;
+}
+
+int ErrorOf(const std::function<void()>& action) {
+  try {
+    action();
+  } catch (const platform::RuntimeError& error) {
+    return error.Number();
+  }
+  return 0;
 }
 
 void WritePicture(const QString& path, QSize size, QColor color) {
@@ -136,8 +141,8 @@ void TestCatalogue::AddPhoto(int photoId, const QString& title, const QStringLis
   if (size.isValid()) WritePicture(catalogue::ImageFileName(ThePaths, photoId, QStringLiteral("jpg")), size);
 }
 
-HeldCatalogue::HeldCatalogue(TestCatalogue& catalogue, const char* begin) {
-  EXPECT_EQ(sqlite3_open(QFile::encodeName(catalogue.Paths().DatabaseFile).constData(), &File), SQLITE_OK);
+HeldCatalogue::HeldCatalogue(const QString& file, const char* begin) {
+  EXPECT_EQ(sqlite3_open(QFile::encodeName(file).constData(), &File), SQLITE_OK);
   EXPECT_EQ(sqlite3_exec(File, begin, nullptr, nullptr, nullptr), SQLITE_OK);
 }
 

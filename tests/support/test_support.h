@@ -2,17 +2,20 @@
 // answer.
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <QAbstractButton>
+#include <QDir>
 #include <QImage>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QString>
-#include <QStringList>
 #include <QTemporaryDir>
+#include <QTest>
 #include <functional>
 
 #include "catalogue/record_source.h"
 #include "platform/dao/db_engine.h"
+#include "platform/runtime_error.h"
 
 struct sqlite3;
 
@@ -26,6 +29,9 @@ constexpr auto CaseName = [](const auto& tested) { return std::string(tested.par
 /// that doesn't come.
 QStringList AnswerBoxes(const std::function<void()>& action,
                         const QList<QMessageBox::StandardButton>& answers);
+
+/// The number of the RuntimeError that the action raises, 0 for none.
+int ErrorOf(const std::function<void()>& action);
 
 /// Writes a picture of two colours to a file, in the format of its name's extension.
 void WritePicture(const QString& path, QSize size, QColor color = Qt::darkGreen);
@@ -92,11 +98,13 @@ class TestCatalogue {
   platform::DBEngine TheEngine;
 };
 
-/// Another program that has the catalogue's file open, for the life of the object.
+/// Another program that has the catalogue's file, or another one, open for the life of the object.
 class HeldCatalogue {
  public:
   /// `begin`: a statement of SQLite, such as one by which it takes hold of the file.
-  HeldCatalogue(TestCatalogue& catalogue, const char* begin);
+  HeldCatalogue(TestCatalogue& catalogue, const char* begin)
+      : HeldCatalogue(catalogue.Paths().DatabaseFile, begin) {}
+  HeldCatalogue(const QString& file, const char* begin);
   ~HeldCatalogue();
   HeldCatalogue(const HeldCatalogue&) = delete;
   HeldCatalogue& operator=(const HeldCatalogue&) = delete;

@@ -1,0 +1,75 @@
+// The folders of a catalogue of a test's own in the tree of a window. What they ask of the views is noted.
+#pragma once
+
+#include <utility>
+
+#include "folders/folder_browser.h"
+#include "folders/folder_keys.h"
+#include "folders/folder_tree.h"
+#include "support/test_support.h"
+
+namespace veldrin::folders {
+
+class FakeViews : public FolderViews, public catalogue::RecordViews {
+ public:
+  void ShowFolderRecords() override { Log << "show"; }
+  void SetFolderMenus() override {}
+  void SetRecordMenus() override {}
+  void ShowFolderUndoCut(bool) override {}
+  void EnableFolderPaste(bool) override {}
+  void PopupFolderMenu() override { Log << "popup"; }
+  bool PreviewIsOn() const override { return false; }
+  void SetPreview(bool) override {}
+  void SetSliderMax(int) override {}
+  void InitThumbScroll() override {}
+
+  QString Take() { return std::exchange(Log, {}).join(' '); }
+  QStringList Log;
+};
+
+struct FoldersTest : testing::Test {
+  FoldersTest() {
+    Data1.DatabaseName = Catalogue.Paths().WorkFile;
+    Tree.setGeometry(0, 40, 300, 600);
+  }
+
+  QString AddRow(const QString& name, const QString& parent = {}) {
+    return AddFolderRecord(Catalogue.Engine(), Catalogue.Paths().WorkFile, LevelOfKey(parent) + 1, name,
+                           parent);
+  }
+  // Folders by their paths.
+  void Load(const QString& paths) {
+    QMap<QString, QString> keys;
+    for (const QString& path : paths.split(' ', Qt::SkipEmptyParts)) {
+      keys[path] = AddRow(path.section('/', -1), keys.value(path.section('/', 0, -2)));
+    }
+    LoadFolderTree(Tree, Catalogue.Engine(), Catalogue.Paths().WorkFile);
+    Window.show();
+    Window.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&Window));
+  }
+  platform::Node* Find(const QString& path) {
+    platform::Node* node = Tree.Root();
+    for (const QString& name : path.split('/', Qt::SkipEmptyParts)) {
+      node = node->Child();
+      while (node->Text() != name) node = node->Next();
+    }
+    return node;
+  }
+  QPoint PointOf(const QString& path) { return Tree.visualItemRect(Find(path)).center(); }
+  void Click(const QString& path, Qt::MouseButton button = Qt::LeftButton) {
+    QTest::mouseClick(Tree.viewport(), button, {}, PointOf(path));
+  }
+  QString Selected() { return Tree.SelectedItem()->Text(); }
+
+  test::TestCatalogue Catalogue;
+  QWidget Window;
+  platform::TreeView Tree{&Window};
+  QLineEdit Search{&Window};
+  catalogue::RecordList Data1{Catalogue.Engine()};
+  FakeViews Views;
+  catalogue::RecordSource Source{Data1, Tree, Catalogue.Engine(), Catalogue.Paths(), Views};
+  FolderBrowser Browser{Tree, Search, Source, Views};
+};
+
+}  // namespace veldrin::folders
