@@ -58,7 +58,8 @@ void RecordSource::SetActiveFolder(const QString& key) {
 }
 
 void RecordSource::SetRecordSource() {
-  // A new list: no routine walks the old one, and a page without records may have left the guard up.
+  // A new list: no routine walks the old one. A page without records and the end of a show leave the guard
+  // up.
   Data1.SuppressReposition = false;
   const platform::Node* node = Tree.SelectedItem();
   if (node == nullptr || node->Index() < 2) {

@@ -234,7 +234,8 @@ void frmMain::SetViewControls(int view) {
 
 void frmMain::SSTab1_Click(int previousTab) {
   if (previousTab == TabOfView(ImagePlayCode)) TheImagePlay->tbarShow_ButtonClick(show::StopPlay);
-  // Another view: no routine walks the list, and a page without records may have left the guard up.
+  // Another view: no routine walks the list. A page without records and the end of a show leave the guard up,
+  // with which this view would not follow the list.
   Data1.SuppressReposition = false;
   if (SSTab1->currentIndex() == 0) Data1_Reposition();
   if (FormViewIsShown()) ShowFolderRecords();

@@ -78,6 +78,7 @@ class frmMain : public QMainWindow,
   void SetSelectionGrey(bool grey) override;
   void EnableRecordPaste(bool enabled) override;
   void ShowRecordUndoCut(bool visible) override;
+  /// Runs a dialog for which a show on its tab waits.
   void HoldShow(const std::function<void()>& dialog) override;
 
   void MakeHeader();
@@ -105,7 +106,6 @@ class frmMain : public QMainWindow,
 
   void RefreshBttn_Click();
   void ResetBttn_Click();
-  /// Runs a dialog for which a show on its tab waits.
   void FileSetup_Click();
   void HelpHelp_Click();
   void HelpAbout_Click();

@@ -129,8 +129,10 @@ void frmMain::ConnectShow() {
   };
   press("MusicPlay", show::MusicOnOff);
   press("MusicSetup", show::SetupMusic);
-  connect(TheImagePlay, &show::ImagePlay::MusicSwitched, this,
-          [this] { Bars->Item("MusicPlay").setChecked(TheShowSettings.MusicOn); });
+  const auto mirror = [this] { Bars->Item("MusicPlay").setChecked(TheShowSettings.MusicOn); };
+  connect(TheImagePlay, &show::ImagePlay::MusicSwitched, this, mirror);
+  // The item checks itself, also when the command doesn't run.
+  connect(&Bars->Item("MusicPlay"), &QAction::triggered, this, mirror);
 }
 
 }  // namespace veldrin::shell

@@ -100,7 +100,7 @@ void frmAudio::Dir1_Change() {
 void frmAudio::AddBttn_Click() {
   const platform::BusyPointer busy;
   for (int i = 0; i < FileToSel->ListCount(); ++i) {
-    if (FileToSel->Selected(i)) platform::FileCopy(FullName(*FileToSel, i), MusicDir + FileToSel->List(i));
+    if (FileToSel->Selected(i)) platform::CopyFile(FullName(*FileToSel, i), MusicDir + FileToSel->List(i));
   }
   ListMusic(*FileToPlay, MusicDir);
 }

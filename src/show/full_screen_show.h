@@ -4,16 +4,13 @@
 #include <QDialog>
 #include <QSlider>
 
-#include "show/picture_pair.h"
-#include "show/picture_show.h"
-#include "show/picture_timer.h"
-#include "show/show_toolbar.h"
+#include "show/show_stage.h"
 
 namespace veldrin::show {
 
 /// A black window without a border, over the screen that the main window is on. Its buttons are seen while
 /// the pointer is at the lower edge. To be opened with exec.
-class frmPic : public QDialog, private ShowSurface {
+class frmPic : public QDialog {
   Q_OBJECT
 
  public:
@@ -30,25 +27,10 @@ class frmPic : public QDialog, private ShowSurface {
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  void ShowPicture(const QString& file) override { Pictures->Show(file); }
-  void PreparePicture(const QString& file) override { Pictures->Prepare(file); }
-  void HidePictures() override { Pictures->Hide(); }
-  void SetSlider(int value) override { ctlSlider.setValue(value); }
-  bool IsEnabled(int button) const override { return tbarShow->Button(button).isEnabled(); }
-  void SetShowButtons() override { tbarShow->SetShowButtons(Parts.Settings); }
-  void MusicOnChanged() override {}
-  void ChangeWindow() override { close(); }
-  void ShowAudioDialog() override;
-
   void CoverScreen(const QWidget& mainWindow);
   void PlaceToolbar();
 
-  ShowParts Parts;
-  QSlider& ctlSlider;
-  PicturePair* Pictures;
-  ShowToolbar* tbarShow;
-  PictureTimer* Timer1;
-  PictureShow Show;
+  ShowStage* Stage;
   bool IsActivated = false;
   int BarTop = 0;  ///< in pixels
 };

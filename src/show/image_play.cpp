@@ -5,7 +5,6 @@
 
 #include "platform/panel_size.h"
 #include "platform/twips.h"
-#include "show/audio_dialog.h"
 #include "show/full_screen_show.h"
 
 namespace veldrin::show {
@@ -30,20 +29,14 @@ ImagePlay::ImagePlay(const ShowParts& parts, QWidget* parent)
       Parts(parts),
       lblShow(new QLabel(QStringLiteral("Photo Image Show"), this)),
       picScreen(new QWidget(this)),
-      Pictures(new PicturePair(*picScreen, Loader)),
       Slider(new QSlider(Qt::Horizontal, this)),
-      tbarShow(new ShowToolbar(ShowWindow::Main, this)),
-      Timer1(new PictureTimer(
-          parts.Interval, [this] { return Pictures->IsReady(); }, this)),
-      Show(parts, *this, *Timer1, ShowWindow::Main) {
+      Stage(new ShowStage(parts, ShowWindow::Main, Loader, *Slider, *picScreen, *this)) {
   MakeControls();
   PlaceControls();
-  ImagePlay::SetShowButtons();
+  SetShowButtons();
   Slider->installEventFilter(this);
-  connect(tbarShow, &ShowToolbar::ButtonClick, this, &ImagePlay::tbarShow_ButtonClick);
-  connect(Pictures, &PicturePair::Ready, Timer1, &PictureTimer::PictureReady);
-  connect(Timer1, &PictureTimer::Timer, this, [this] { Show.Timer1_Timer(); });
-  connect(&Parts.Data1, &catalogue::RecordList::Refreshed, this, [this] { Show.ListChanged(); });
+  connect(Stage, &ShowStage::WindowChanged, this, &ImagePlay::PlayFullScreen);
+  connect(Stage, &ShowStage::MusicSwitched, this, &ImagePlay::MusicSwitched);
 }
 
 void ImagePlay::MakeControls() {
@@ -61,8 +54,9 @@ void ImagePlay::PlaceControls() {
   MoveTwips(*lblShow, PlayLeft, 60, PlayWidth, 300);
   MoveTwips(*picScreen, PlayLeft, ScreenTop, PlayWidth, bottom - BelowScreen - ScreenTop);
   MoveTwips(*Slider, PlayLeft, bottom - SliderFromEdge, PlayWidth, 360);
-  const int width = platform::ToTwips(tbarShow->sizeHint().width());
-  MoveTwips(*tbarShow, PlayLeft + catalogue::Centre(PlayWidth, width), bottom - ToolbarFromEdge, width, 585);
+  ShowToolbar& tbarShow = Stage->Toolbar();
+  const int width = platform::ToTwips(tbarShow.sizeHint().width());
+  MoveTwips(tbarShow, PlayLeft + catalogue::Centre(PlayWidth, width), bottom - ToolbarFromEdge, width, 585);
 }
 
 void ImagePlay::resizeEvent(QResizeEvent* event) {
@@ -70,32 +64,25 @@ void ImagePlay::resizeEvent(QResizeEvent* event) {
   PlaceControls();
 }
 
-void ImagePlay::SetShowButtons() { tbarShow->SetShowButtons(Parts.Settings); }
-
 bool ImagePlay::eventFilter(QObject* watched, QEvent* event) {
   const bool pressed =
       event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
-  if (pressed) Show.Slider1_MouseDown();
+  if (pressed) TheShow().Slider1_MouseDown();
   if (event->type() == QEvent::MouseButtonRelease) {
     // The slider takes its last value first.
     watched->event(event);
-    Show.Slider1_MouseUp(Slider->value());
+    TheShow().Slider1_MouseUp(Slider->value());
     return true;
   }
   return QWidget::eventFilter(watched, event);
 }
 
-void ImagePlay::ChangeWindow() {
-  // What comes next is for the other window to prepare.
-  Pictures->Prepare({});
+void ImagePlay::PlayFullScreen() {
+  Stage->GiveUpPreparation();
   frmPic(Parts, Loader, *Slider, *window()).exec();
-  Pictures->Hide();
+  Stage->HidePictures();
   Q_EMIT MusicSwitched();
-  Show.TakeUp();
-}
-
-void ImagePlay::ShowAudioDialog() {
-  frmAudio(Parts.Data1, Parts.TheMusic.MusicList(), Parts.TheMusic.MusicDir(), window()).exec();
+  TheShow().TakeUp();
 }
 
 }  // namespace veldrin::show

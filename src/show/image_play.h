@@ -5,15 +5,12 @@
 #include <QSlider>
 #include <QWidget>
 
-#include "show/picture_pair.h"
-#include "show/picture_show.h"
-#include "show/picture_timer.h"
-#include "show/show_toolbar.h"
+#include "show/show_stage.h"
 
 namespace veldrin::show {
 
 /// The panel of the fourth tab.
-class ImagePlay : public QWidget, private ShowSurface {
+class ImagePlay : public QWidget {
   Q_OBJECT
 
  public:
@@ -21,11 +18,11 @@ class ImagePlay : public QWidget, private ShowSurface {
 
   QSlider& Slider1() { return *Slider; }
   /// A button of `tbarShow` by its number.
-  QAction& Button(int number) const { return tbarShow->Button(number); }
-  void SetShowButtons() override;
-  void tbarShow_ButtonClick(int button) { Show.tbarShow_ButtonClick(button); }
+  QAction& Button(int number) const { return Stage->Toolbar().Button(number); }
+  void SetShowButtons() { Stage->SetShowButtons(); }
+  void tbarShow_ButtonClick(int button) { TheShow().tbarShow_ButtonClick(button); }
   /// The show itself, to be held while a dialog is open.
-  PictureShow& TheShow() { return Show; }
+  PictureShow& TheShow() { return Stage->Show(); }
 
  Q_SIGNALS:
   /// The music was switched on or off, perhaps on the whole screen.
@@ -36,15 +33,7 @@ class ImagePlay : public QWidget, private ShowSurface {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  void ShowPicture(const QString& file) override { Pictures->Show(file); }
-  void PreparePicture(const QString& file) override { Pictures->Prepare(file); }
-  void HidePictures() override { Pictures->Hide(); }
-  void SetSlider(int value) override { Slider->setValue(value); }
-  bool IsEnabled(int button) const override { return Button(button).isEnabled(); }
-  void MusicOnChanged() override { Q_EMIT MusicSwitched(); }
-  void ChangeWindow() override;
-  void ShowAudioDialog() override;
-
+  void PlayFullScreen();
   void MakeControls();
   void PlaceControls();
 
@@ -52,11 +41,8 @@ class ImagePlay : public QWidget, private ShowSurface {
   PictureLoader Loader;
   QLabel* lblShow;
   QWidget* picScreen;
-  PicturePair* Pictures;
   QSlider* Slider;
-  ShowToolbar* tbarShow;
-  PictureTimer* Timer1;
-  PictureShow Show;
+  ShowStage* Stage;
 };
 
 }  // namespace veldrin::show

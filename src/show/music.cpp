@@ -21,10 +21,16 @@ Music::Music(ShowSettings& settings, platform::FileListBox& list, const QString&
   connect(&Player, &Media::PlayStateChange, this, &Music::Media_PlayStateChange);
 }
 
+bool Music::IsWanted() const {
+  return Settings.MusicOn && (Settings.ShowState == PlayBackward || Settings.ShowState == PlayForward);
+}
+
 void Music::OpenNext() {
   QStringList files;
   for (int i = 0; i < List.ListCount(); ++i) files << List.List(i);
-  Player.Open(Directory + NextMusicFile(files, Settings.MusicIndex));
+  const QString name = NextMusicFile(files, Settings.MusicIndex);
+  HasTrack = !name.isEmpty();
+  Player.Open(Directory + name);
 }
 
 void Music::Begin() {
@@ -34,8 +40,12 @@ void Music::Begin() {
   if (state == MediaClosed || state == MediaStopped) OpenNext();
 }
 
-void Music::Play() {
-  if (Player.PlayState() == MediaPaused) Player.Play();
+void Music::GoOn() {
+  if (Player.PlayState() == MediaPaused) {
+    Player.Play();
+  } else if (IsWanted()) {
+    Begin();
+  }
 }
 
 void Music::Pause() {
@@ -50,9 +60,8 @@ void Music::Media_PlayStateChange(int oldState, int newState) {
   if (oldState != MediaPlaying || (newState != MediaStopped && newState != MediaClosed)) return;
   // A broken track is passed over, but a directory of nothing else must not be gone through for ever.
   BrokenTracks = newState == MediaClosed ? BrokenTracks + 1 : 0;
-  if (BrokenTracks > 0 && BrokenTracks >= List.ListCount()) return;
-  const bool running = Settings.ShowState != StopPlay && Settings.ShowState != PausePlay;
-  if (Settings.MusicOn && running) OpenNext();
+  if (BrokenTracks > 0 && (!HasTrack || BrokenTracks >= List.ListCount())) return;
+  if (IsWanted()) OpenNext();
 }
 
 }  // namespace veldrin::show

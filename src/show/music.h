@@ -35,13 +35,15 @@ class Music : public QObject {
 
   /// A paused track goes on; where there is none, the next one begins.
   void Begin();
-  /// A paused player goes on.
-  void Play();
+  /// Goes on after Pause, which a dialog asked for while music played. A track whose end was only told then
+  /// gives way to the next.
+  void GoOn();
   /// A playing player pauses.
   void Pause();
   void Stop();
 
  private:
+  bool IsWanted() const;
   void OpenNext();
   void Media_PlayStateChange(int oldState, int newState);
 
@@ -49,7 +51,8 @@ class Music : public QObject {
   platform::FileListBox& List;
   const QString& Directory;
   Media& Player;
-  int BrokenTracks = 0;  ///< one after another
+  bool HasTrack = false;  ///< there was a file to open
+  int BrokenTracks = 0;   ///< one after another
 };
 
 }  // namespace veldrin::show

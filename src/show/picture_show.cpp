@@ -105,7 +105,8 @@ void PictureShow::ShowMusicSetup() {
   const int before = Suspend();
   Surface.ShowAudioDialog();
   // On the whole screen any pause ends with the dialog.
-  Resume(Window == ShowWindow::FullScreen ? MediaPlaying : before);
+  const bool paused = Parts.TheMusic.PlayState() == MediaPaused;
+  Resume(Window == ShowWindow::FullScreen && paused ? MediaPlaying : before);
 }
 
 int PictureShow::Suspend() {
@@ -116,7 +117,7 @@ int PictureShow::Suspend() {
 }
 
 void PictureShow::Resume(int playState) {
-  if (playState == MediaPlaying) Parts.TheMusic.Play();
+  if (playState == MediaPlaying) Parts.TheMusic.GoOn();
   if (!IsRunning()) return;
   Timer1.SetEnabled(true);
   PrepareNext();

@@ -192,6 +192,8 @@ TEST_F(MainWindowTest, TheMusicMenuPressesTheButtonsOfTheShow) {
   EXPECT_FALSE(Action("MusicPlay").isChecked());
   Choose("tbarShow(17)");
   EXPECT_TRUE(Action("MusicPlay").isChecked());
+  for (const char* command : {"MusicSetup", "tbarToolBar(22)", "tbarShow(19)"})
+    OnDialog("frmAudio", [&] { Choose(command); });
 }
 
 TEST_F(MainWindowTest, AShowOnItsTabWaitsForADialog) {
@@ -206,10 +208,14 @@ TEST_F(MainWindowTest, AShowOnItsTabWaitsForADialog) {
   Choose("tbarShow(6)");
   // Music that was paused before stays paused.
   for (const int music : {show::MediaPlaying, show::MediaPaused}) {
-    expect(true, music);
-    OnDialog(
-        "frmSetup", [this] { Choose("FileSetup"); }, [&] { expect(false, show::MediaPaused); });
-    expect(true, music);
+    for (const auto& [dialog, command] :
+         {std::pair("frmSetup", "FileSetup"), std::pair("frmQry", "RecordQuery"),
+          std::pair("frmAudio", "tbarShow(19)")}) {
+      expect(true, music);
+      OnDialog(
+          dialog, [this, command = command] { Choose(command); }, [&] { expect(false, show::MediaPaused); });
+      expect(true, music);
+    }
     Choose("tbarShow(17)");
   }
   // Nor does a show outlive the window.

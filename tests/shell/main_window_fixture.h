@@ -77,12 +77,12 @@ class MainWindowTest : public testing::Test {
   static void Key(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
 
   // Does something while the dialog that an action opens is there, and closes it.
-  static void OnDialog(const char* name, const std::function<void()>& open,
-                       const std::function<void()>& action) {
+  static void OnDialog(
+      const char* name, const std::function<void()>& open, const std::function<void()>& action = [] {}) {
     bool opened = false;
     QTimer::singleShot(0, qApp, [&] {
       QWidget* dialog = QApplication::activeModalWidget();
-      ASSERT_NE(dialog, nullptr);
+      if (dialog == nullptr) return QApplication::closeAllWindows();
       opened = dialog->objectName() == name;
       action();
       dialog->close();

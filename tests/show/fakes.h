@@ -20,9 +20,15 @@ class ScriptedMedia : public Media {
     Opened << file.section(QLatin1Char('/'), -1);
     Change(MediaPlaying);
   }
-  void Play() override { Change(MediaPlaying); }
-  void Pause() override { Change(MediaPaused); }
-  void Stop() override { Change(MediaStopped); }
+  void Play() override {
+    if (State == MediaPaused) Change(MediaPlaying);
+  }
+  void Pause() override {
+    if (State == MediaPlaying) Change(MediaPaused);
+  }
+  void Stop() override {
+    if (State != MediaClosed) Change(MediaStopped);
+  }
 
   void EndTrack() { Change(MediaStopped); }
   void Break() { Change(MediaClosed); }

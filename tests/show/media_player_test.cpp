@@ -159,7 +159,7 @@ class MediaPlayerTest : public testing::Test {
 
   QString NameOf(const char* name) const { return Directory.filePath(QString::fromUtf8(name)); }
   bool Comes(const QString& changes) {
-    return QTest::qWaitFor([&] { return Changes.join(QLatin1Char(' ')) == changes; }, 20'000);
+    return QTest::qWaitFor([&] { return Changes.join(QLatin1Char(' ')).startsWith(changes); }, 20'000);
   }
 
   static std::unique_ptr<SoundServer> Server;
@@ -201,7 +201,7 @@ TEST_F(MediaPlayerTest, IsHeardInTheOrderOfTheDirectoryAndGoesOnAfterAPause) {
   ASSERT_TRUE(Recorder::Comes([&] { return SilenceAtEnd(recording) > 0.5; }));
   const qsizetype pause = recording.size() / 2 * 2;
   settings = {PlayForward, false, false, 1};
-  music.Play();
+  music.GoOn();
   EXPECT_TRUE(Comes(QStringLiteral("62 20 02 26 62 20 02 20 02 20 02 21 12 20")));
   EXPECT_TRUE(Recorder::Comes([&] { return SilenceAtEnd(recording) > 0.5; }));
 

@@ -34,10 +34,13 @@ TEST_P(MusicJourney, FollowsTheShow) {
       bench.Player.EndTrack();
     } else if (action == QLatin1String("break")) {
       bench.Player.Break();
-    } else if (action == QLatin1String("dialog")) {
+    } else if (action == QLatin1String("beyond")) {
+      bench.Settings.MusicIndex = 9;
+    } else if (action.startsWith(QLatin1String("dialog"))) {
       const int before = bench.Show.Suspend();
       EXPECT_NE(bench.Player.PlayState(), MediaPlaying);
       EXPECT_FALSE(bench.Timer.Enabled);
+      if (action == QLatin1String("dialog:end")) bench.Player.EndTrack();
       bench.Show.Resume(before);
       EXPECT_EQ(bench.Timer.Enabled, bench.Settings.ShowState == PlayForward);
     } else {
@@ -62,6 +65,8 @@ INSTANTIATE_TEST_SUITE_P(
                     Piece{"OffAndOnInAStoppedShow", Two, "music 6 play 6 music 2a.wav"},
                     Piece{"OnInAStoppedShow", Two, "music 6 music 6"},
                     Piece{"ADialogOverAPlayingShow", Two, "play 2a.wav dialog 2"},
+                    Piece{"ATrackThatEndsBehindADialog", Two, "play 2a.wav dialog:end 2b.mp3"},
+                    Piece{"AnIndexBeyondTheList", Two, "beyond 6 play 2 break 6 stop 0 play 2 break 6"},
                     Piece{"ADialogOverMusicThatWasPaused", Two, "play 2a.wav music 1 dialog 1"},
                     Piece{"ADialogOverAPausedShow", Two, "play 2a.wav pause 1 dialog 1"},
                     Piece{"ABrokenTrackIsPassedOver", Two,

@@ -143,15 +143,18 @@ INSTANTIATE_TEST_SUITE_P(
     test::CaseName);
 
 TEST(SetShowButtons, EnablesByTheState) {
-  const std::map<int, const char*> enabled = {{PlayBackward, "5 6 9 13"},
-                                              {StopPlay, "4 6 13"},
-                                              {PlayForward, "4 5 9 13"},
-                                              {PausePlay, "4 6 8 10 13"}};
-  for (const auto& [state, expected] : enabled) {
+  // A pause leaves the stop button as it is.
+  const std::tuple<int, bool, bool, const char*> cases[] = {{PlayBackward, false, false, "5 6 9 13"},
+                                                            {StopPlay, true, false, "4 6 13"},
+                                                            {PlayForward, false, true, "4 5 9 12"},
+                                                            {PausePlay, false, false, "4 6 8 10 13"},
+                                                            {PausePlay, true, false, "4 5 6 8 10 13"}};
+  for (const auto& [state, stopEnabled, repeat, expected] : cases) {
     ShowSettings settings;
     settings.ShowState = state;
+    settings.ShowRepeat = repeat;
     QStringList names;
-    for (const ShowButtonState& button : SetShowButtons(settings, false)) {
+    for (const ShowButtonState& button : SetShowButtons(settings, stopEnabled)) {
       if (button.Enabled) names << QString::number(button.Button);
     }
     EXPECT_EQ(names.join(QLatin1Char(' ')), QLatin1String(expected)) << state;
