@@ -12,7 +12,7 @@ void TakeGetPictures(Tour& tour) {
   QString lastGetDir = tour.Photographs();
   output::frmGet dialog(images, lastGetDir, &tour.Window(), platform::CopyFile);
   dialog.List1().addItems(QDir(images).entryList(QDir::Files).mid(0, 12));
-  tour.SaveModal("16-get", [&dialog] { dialog.exec(); });
+  tour.SaveModal("17-get", [&dialog] { dialog.exec(); });
 }
 
 }  // namespace veldrin::tour
