@@ -9,8 +9,6 @@
 #include "platform/busy_pointer.h"
 #include "platform/directory_chooser.h"
 
-class QLabel;
-
 namespace veldrin::output {
 
 /// `frmGet`. List1 is to be filled before it is shown.

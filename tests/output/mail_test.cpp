@@ -24,12 +24,12 @@ class Desktop {
     QDir().mkpath(Applications());
     QDir().mkpath(Path("bin"));
     for (const char* name : {"mailer", "thunderbird"}) {
-      const QByteArray script = Path(name).toUtf8();
+      const QByteArray program = Path(name).toUtf8();
       MakeScript(Path(name),
-                 "cd \"$(dirname \"$0\")\"; printf '%s\\n' \"$@\" > part; mv part log\n"
+                 "#!/bin/sh\ncd \"$(dirname \"$0\")\"; printf '%s\\n' \"$@\" > part; mv part log\n"
                  "while [ -e stay ]; do sleep 0.02; done; [ ! -e fail ]\n");
       test::WriteFile(Applications() + QLatin1String(name) + QStringLiteral(".desktop"),
-                      "[Desktop Entry]\nType=Application\nName=Mail\nExec=" + script + " %u\n");
+                      "[Desktop Entry]\nType=Application\nName=Mail\nExec=" + program + " %u\n");
     }
     qputenv("XDG_DATA_HOME", Path("data").toUtf8());
     qputenv("XDG_CONFIG_HOME", Path("none").toUtf8());
@@ -41,8 +41,8 @@ class Desktop {
   }
 
   QString Path(const char* name) const { return Directory.filePath(QLatin1String(name)); }
-  static void MakeScript(const QString& file, const QByteArray& lines) {
-    test::WriteFile(file, "#!/bin/sh\n" + lines);
+  static void MakeScript(const QString& file, const QByteArray& script) {
+    test::WriteFile(file, script);
     QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
   }
   /// The program for mail; none without a name. What the desktop knows follows a little later.
@@ -148,10 +148,10 @@ TEST_P(MailFailures, ShowABoxAndTheNextMessageComes) {
 }
 
 // Another xdg-email, which only fails.
-FailureCase ExitCase(const char* name, const char* code, const char* error) {
+FailureCase ExitCase(const char* name, const char* script, const char* error) {
   return {name,
-          [code](const Desktop& desktop, test::TestCatalogue&) {
-            Desktop::MakeScript(desktop.Path("bin/xdg-email"), QByteArray("exit ") + code + "\n");
+          [script](const Desktop& desktop, test::TestCatalogue&) {
+            Desktop::MakeScript(desktop.Path("bin/xdg-email"), script);
             qputenv("PATH", desktop.Path("bin").toUtf8() + ':' + qgetenv("PATH"));
           },
           error};
@@ -172,15 +172,11 @@ INSTANTIATE_TEST_SUITE_P(
                       QFile::remove(catalogue.Paths().ImageDir + OutputBench::Image(5));
                     },
                     "32011"},
-        FailureCase{"AnXdgEmailThatCantBeStarted",
-                    [](const Desktop& desktop, auto&) {
-                      Desktop::MakeScript(desktop.Path("bin/xdg-email"), {});
-                      test::WriteFile(desktop.Path("bin/xdg-email"), "#!/no/such/shell\n");
-                      qputenv("PATH", desktop.Path("bin").toUtf8() + ':' + qgetenv("PATH"));
-                    },
-                    "32002"},
-        ExitCase("ExitOfAMissingFile", "2", "32011"), ExitCase("ExitWithoutATool", "3", "32002"),
-        ExitCase("ExitOfAnUnreadableFile", "5", "32012"), ExitCase("Killed", "$(kill -9 $$)", "32002")),
+        ExitCase("AnXdgEmailThatCantBeStarted", "#!/no/such/shell\n", "32002"),
+        ExitCase("AnXdgEmailThatIsKilled", "#!/bin/sh\nkill -9 $$\n", "32002"),
+        ExitCase("ExitOfAMissingFile", "#!/bin/sh\nexit 2\n", "32011"),
+        ExitCase("ExitWithoutATool", "#!/bin/sh\nexit 3\n", "32002"),
+        ExitCase("ExitOfAnUnreadableFile", "#!/bin/sh\nexit 5\n", "32012")),
     test::CaseName);
 
 // The walk ends where it is.

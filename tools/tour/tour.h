@@ -63,5 +63,6 @@ class Tour {
 void TakeViewPictures(Tour& tour);
 void TakeFolderPictures(Tour& tour);
 void TakeFindPictures(Tour& tour);
+void TakeGetPictures(Tour& tour);
 
 }  // namespace veldrin::tour

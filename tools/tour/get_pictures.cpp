@@ -1,0 +1,18 @@
+// The picture of the dialog that copies photos out of the catalogue.
+#include <QDir>
+
+#include "output/get_dialog.h"
+#include "platform/file_copy.h"
+#include "tour/tour.h"
+
+namespace veldrin::tour {
+
+void TakeGetPictures(Tour& tour) {
+  const QString images = tour.Paths().ImageDir;
+  QString lastGetDir = tour.Photographs();
+  output::frmGet dialog(images, lastGetDir, &tour.Window(), platform::CopyFile);
+  dialog.List1().addItems(QDir(images).entryList(QDir::Files).mid(0, 12));
+  tour.SaveModal("17-get", [&dialog] { dialog.exec(); });
+}
+
+}  // namespace veldrin::tour
