@@ -44,7 +44,7 @@ class ShowStage : public QObject, private ShowSurface {
   void ShowAudioDialog() override;
 
   QWidget& Panel;
-  const catalogue::RecordList& Data1;
+  catalogue::RecordList& Data1;
   const ShowSettings& Settings;
   Music& TheMusic;
   QSlider& Slider;

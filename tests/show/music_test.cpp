@@ -66,7 +66,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Piece{"OnInAStoppedShow", Two, "music 6 music 6"},
                     Piece{"ADialogOverAPlayingShow", Two, "play 2a.wav dialog 2"},
                     Piece{"ATrackThatEndsBehindADialog", Two, "play 2a.wav dialog:end 2b.mp3"},
-                    Piece{"AnIndexBeyondTheList", Two, "beyond 6 play 2 break 6 stop 0 play 2 break 6"},
+                    Piece{"AnIndexBeyondTheList", Two, "beyond 6 play 2 break 6 stop 6 play 2 break 6"},
                     Piece{"ADialogOverMusicThatWasPaused", Two, "play 2a.wav music 1 dialog 1"},
                     Piece{"ADialogOverAPausedShow", Two, "play 2a.wav pause 1 dialog 1"},
                     Piece{"ABrokenTrackIsPassedOver", Two,
