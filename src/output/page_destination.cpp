@@ -38,12 +38,6 @@ PhotoEntry EntryOf(const PhotoRow& photo, int number) {
   return entry;
 }
 
-// What stands under the name is replaced, never written through: it may be a link to another file.
-void CopyOver(const QString& source, const QString& target) {
-  QFile::remove(target);
-  platform::FileCopy(source, target);
-}
-
 }  // namespace
 
 PhotoRow PhotoReader::At(int position) {
@@ -93,10 +87,11 @@ PhotoEntry WebDestination::Take(int index) {
   const QString thumbName = entry.Number + QStringLiteral("t.bmp");
   if (Gallery) {
     NeedThumbnail(photo);
-    CopyOver(ThumbFileName(ThePaths, photo.PhotoID), WebThumbDir(WebDir) + QLatin1Char('/') + thumbName);
+    platform::CopyFile(ThumbFileName(ThePaths, photo.PhotoID),
+                       WebThumbDir(WebDir) + QLatin1Char('/') + thumbName);
   }
-  CopyOver(ImageFileName(ThePaths, photo.PhotoID, photo.ImageType),
-           WebImageDir(WebDir) + QLatin1Char('/') + entry.ImageName);
+  platform::CopyFile(ImageFileName(ThePaths, photo.PhotoID, photo.ImageType),
+                     WebImageDir(WebDir) + QLatin1Char('/') + entry.ImageName);
   entry.ImageUrl = QStringLiteral("./Images/") + entry.ImageName;
   entry.ThumbUrl = QStringLiteral("./Thumbnails/") + thumbName;
   return entry;

@@ -5,6 +5,7 @@
 #include <QProgressBar>
 #include <QPushButton>
 #include <QScopedValueRollback>
+#include <QTimer>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -41,12 +42,16 @@ frmProg::frmProg(WebPages& pages, QWidget* parent)
 
 void frmProg::ShowModal() {
   Form_Load();
+  // A window that is covered may not be painted at all.
+  constexpr int patience = 500;  // milliseconds
+  QTimer::singleShot(patience, this, &frmProg::Form_Activate);
   exec();
 }
 
 void frmProg::Form_Load() {
   Progress = true;
   Activated = false;
+  setUpdatesEnabled(true);
   SetProgressValue(0);
   SetPercent({});
 }
@@ -90,6 +95,16 @@ void frmProg::SetProgressValue(float value) {
 
 void frmProg::SetPercent(const QString& caption) { lblPercent->setText(caption); }
 
-void frmProg::DoEvents() { QCoreApplication::processEvents(); }
+// A run may be quicker than any screen: the window is painted as often as people can see, not for each photo.
+void frmProg::DoEvents() {
+  constexpr qint64 frame = 20;  // milliseconds
+  const bool paints = !Painted.isValid() || Painted.hasExpired(frame);
+  if (paints) {
+    setUpdatesEnabled(true);
+    Painted.start();
+  }
+  QCoreApplication::processEvents();
+  setUpdatesEnabled(false);
+}
 
 }  // namespace veldrin::output

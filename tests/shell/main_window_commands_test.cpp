@@ -179,6 +179,44 @@ TEST_F(MainWindowTest, AQueryNarrowsTheFolderAndASearchGoesOnInIt) {
   EXPECT_FALSE(held());
 }
 
+TEST_F(MainWindowTest, PhotosAreHandedOnFromEachOfThePlaces) {
+  Catalogue.Paths().BrowserPath = "true";
+  const auto opens = [this](const char* dialog, std::initializer_list<const char*> commands) {
+    for (const char* command : commands) {
+      SCOPED_TRACE(command);
+      OnDialog(dialog, [&] { Choose(command); });
+    }
+  };
+  const auto mails = [this](std::initializer_list<const char*> commands) {
+    const QByteArray path = qgetenv("PATH");
+    qputenv("PATH", "");
+    for (const char* command : commands) {
+      const QStringList boxes = test::AnswerBoxes([&] { Choose(command); }, {QMessageBox::Ok});
+      EXPECT_TRUE(boxes.value(0).startsWith("Error|Error Code: 32003 ")) << command;
+    }
+    qputenv("PATH", path);
+  };
+  const auto writes = [this](const char* name, std::initializer_list<const char*> commands) {
+    for (const char* command : commands) {
+      Choose(command);
+      EXPECT_TRUE(QFile::remove(Catalogue.Paths().TempDir + name)) << command;
+    }
+  };
+  Choose("MainImage");
+  ClickThumb(1, Qt::ControlModifier);
+  opens("frmGet", {"FileGet", "PhotoGet", "tbarToolBar(15)", "GetMBttn"});
+  opens("frmWeb", {"FileWeb", "PhotoWeb", "tbarToolBar(17)", "WebBttn"});
+  mails({"FileEmail", "PhotoEmail", "tbarToolBar(16)", "EmailMBttn"});
+  writes("PhotoData_pg2.htm", {"ReportList", "tbarToolBar(19)"});
+  writes("PhotoImage_pg3.htm", {"ReportGallery", "tbarToolBar(20)"});
+  Choose("PrintBttn");
+  EXPECT_TRUE(Get<QMenu>("ReportMenu").isVisible());
+  Get<QMenu>("ReportMenu").close();
+  Choose("MainForm");
+  opens("frmGet", {"GetSBttn"});
+  mails({"EmailSBttn"});
+}
+
 TEST_F(MainWindowTest, TheMusicMenuPressesTheButtonsOfTheShow) {
   for (const bool soundCard : {false, true}) {
     auto player = std::make_unique<show::ScriptedMedia>();

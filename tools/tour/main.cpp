@@ -25,6 +25,7 @@ int main(int argc, char** argv) {
              [&tour](const QPixmap& picture, const char* name) { tour.Save(picture, name); });
     TakeFindPictures(tour);
     TakeGetPictures(tour);
+    TakeOutputPictures(tour);
   } catch (const std::exception& error) {
     std::cerr << error.what() << '\n';
     return 1;
