@@ -45,8 +45,6 @@ class LineReporter : public benchmark::BenchmarkReporter {
         return;
       }
       if (run.run_type != Run::RT_Iteration) continue;
-      fprintf(stderr, "RUN %g %g\n", run.counters.at(ReferenceCounter).value,
-              run.counters.at(ValueCounter).value);
       values.push_back(run.counters.at(ValueCounter));
       const auto reference = run.counters.find(ReferenceCounter);
       if (reference != run.counters.end()) references.push_back(reference->second);
