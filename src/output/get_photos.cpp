@@ -13,19 +13,15 @@ void PhotoGetter::GetPhotos() {
   });
 }
 
-// A record that can't be read leaves the list of records as it was.
 QStringList PhotoGetter::ChosenNames() {
   if (!SelectionCounts(Data1, Views)) return {StoredName(Data1)};
   const int count = Data1.SelBookmarks.Count();
   QStringList names;
   names.reserve(count);
-  const int bookmark = Data1.Bookmark();
-  try {
-    VisitSelected(Data1, count, [&] { names << StoredName(Data1); });
-  } catch (const platform::RuntimeError&) {
-    Data1.SetBookmark(bookmark);
-    Data1.SuppressReposition = false;
-    throw;
+  const ListWalk walk(Data1);
+  for (int i = 0; i < count; ++i) {
+    Data1.SetBookmark(Data1.SelBookmarks[i]);
+    names << StoredName(Data1);
   }
   return names;
 }

@@ -73,7 +73,9 @@ WebDestination::WebDestination(const catalogue::RecordList& data1, const catalog
       TheCount(data1.SelBookmarks.Count()),
       WebDir(std::move(webDir)),
       Title(std::move(title)) {
-  if (IsProgramsOwn(paths, WebDir))
+  const bool leadsAway =
+      QFileInfo(WebImageDir(WebDir)).isSymLink() || QFileInfo(WebThumbDir(WebDir)).isSymLink();
+  if (leadsAway || IsProgramsOwn(paths, WebDir))
     throw RuntimeError(platform::errPermissionDenied, QStringLiteral("Permission denied: %1").arg(WebDir));
 }
 

@@ -67,7 +67,8 @@ class PageDestination {
 /// that the directory can go anywhere.
 class WebDestination : public PageDestination {
  public:
-  /// Raises 70 for a directory of the program's own: the copies would replace stored images.
+  /// Raises 70 for a directory of the program's own, where the copies would replace stored images, and where
+  /// a link stands for one of the pictures' directories, which would lead them to others' files.
   WebDestination(const catalogue::RecordList& data1, const catalogue::Paths& paths, bool gallery,
                  double pixelRatio, QString webDir, QString title);
 

@@ -5,10 +5,10 @@
 
 namespace veldrin::output {
 
-// The name goes first: it may be a link to another file.
+// The name goes first: it may be a link to another file. What can't be removed isn't written through.
 PageWriter::PageWriter(const QString& path) : File(path) {
   QFile::remove(path);
-  Require(File.open(QIODevice::WriteOnly));
+  Require(File.open(QIODevice::WriteOnly | QIODevice::NewOnly));
 }
 
 void PageWriter::Print(const QString& line) {

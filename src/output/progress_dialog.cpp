@@ -79,9 +79,9 @@ void frmProg::Unload() {
   if (!Form_Unload()) QDialog::reject();
 }
 
-// Esc and the close box. However often they come, the run is to end first.
+// Esc and the close box. However often they come, the run is to end first, also one that hasn't begun.
 void frmProg::reject() {
-  if (Running) {
+  if (Running || !Activated) {
     Progress = false;
   } else {
     Unload();

@@ -1,9 +1,21 @@
 #include "output/record_choice.h"
 
+#include "platform/failure.h"
+
 namespace veldrin::output {
 
 bool SelectionCounts(const catalogue::RecordList& data1, const OutputViews& views) {
   return data1.SelBookmarks.Count() != 0 && !views.FormViewIsShown();
+}
+
+ListWalk::ListWalk(catalogue::RecordList& data1) : Data1(data1), Guard(data1) {
+  if (Data1.AbsolutePosition() >= 0) Bookmark = Data1.Bookmark();
+}
+
+ListWalk::~ListWalk() {
+  platform::ResumeNext([this] {
+    if (Bookmark && Data1.PositionOf(*Bookmark) != Data1.AbsolutePosition()) Data1.SetBookmark(*Bookmark);
+  });
 }
 
 void VisitSelected(catalogue::RecordList& data1, int count, const std::function<void()>& visit) {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 
 #include "catalogue/record_list.h"
 
@@ -16,6 +17,20 @@ class OutputViews {
 
 /// False where the current record alone is meant: with nothing selected, and in Form View.
 bool SelectionCounts(const catalogue::RecordList& data1, const OutputViews& views);
+
+/// Sets SuppressReposition for as long as it lives. In the end the record is current that was at first.
+class ListWalk {
+ public:
+  explicit ListWalk(catalogue::RecordList& data1);
+  ~ListWalk();
+  ListWalk(const ListWalk&) = delete;
+  ListWalk& operator=(const ListWalk&) = delete;
+
+ private:
+  catalogue::RecordList& Data1;
+  catalogue::RepositionGuard Guard;
+  std::optional<int> Bookmark;
+};
 
 /// Makes the first `count` selected records the current one in turn, in the order of the selection and with
 /// SuppressReposition set, and calls `visit` at each. The record that was current is current again in the

@@ -134,6 +134,12 @@ void frmWeb::OkBttn_Click() {
       txtWebName->setFocus();
       return;
     }
+    if (IsProgramsOwn(ThePaths, WebDir)) {
+      platform::MsgBox(this, QStringLiteral("The directory '%1' belongs to Veldrin.").arg(WebDir),
+                       platform::vbExclamation, QStringLiteral("Information"));
+      txtWebName->setFocus();
+      return;
+    }
     DeleteWeb(ThePaths, LastDir, name);
   }
   MakeWebDirectories(WebDir, PageType == 1);

@@ -1,5 +1,6 @@
 #include "output/web_directory.h"
 
+#include <QCoreApplication>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -32,12 +33,21 @@ QString WebImageDir(const QString& webDir) { return webDir + QStringLiteral("/Im
 QString WebThumbDir(const QString& webDir) { return webDir + QStringLiteral("/Thumbnails"); }
 
 bool IsProgramsOwn(const catalogue::Paths& paths, const QString& webDir) {
+  const QDir program(QFileInfo(paths.IniFile).path() + QStringLiteral("/.."));
+  // The program's first catalogue, with what every start needs, stays where it is when another one is used.
   const QString own[] = {paths.ImageDir,
                          paths.ThumbDir,
                          paths.MusicDir,
                          paths.TempDir,
                          QFileInfo(paths.DatabaseFile).path(),
-                         QFileInfo(paths.IniFile).path()};
+                         QFileInfo(paths.IniFile).path(),
+                         QCoreApplication::applicationDirPath(),
+                         program.path(),
+                         program.filePath(QStringLiteral("help")),
+                         program.filePath(QStringLiteral("Database")),
+                         program.filePath(QStringLiteral("Database/Images")),
+                         program.filePath(QStringLiteral("Database/Images/Thumbnails")),
+                         program.filePath(QStringLiteral("Database/Music"))};
   const QString written[] = {webDir, WebImageDir(webDir), WebThumbDir(webDir)};
   return std::any_of(std::begin(own), std::end(own), [&](const QString& directory) {
     return std::any_of(std::begin(written), std::end(written),

@@ -1,10 +1,10 @@
 #include "output/web_pages.h"
 
 #include <QWidget>
-#include <optional>
 
 #include "output/page_names.h"
 #include "output/page_writer.h"
+#include "output/record_choice.h"
 #include "output/web_directory.h"
 #include "platform/failure.h"
 #include "platform/runtime_error.h"
@@ -17,27 +17,6 @@ constexpr int PhotosPerRow = 4;
 constexpr int RowsPerGalleryPage = 3;
 constexpr int PhotosPerGalleryPage = PhotosPerRow * RowsPerGalleryPage;
 constexpr int PhotosPerListPage = 25;
-
-// The walk itself reads the rows where they are, so that no view follows it. What is left is what others may
-// do while events run, such as a show's timer.
-class ListWalk {
- public:
-  explicit ListWalk(catalogue::RecordList& data1) : Data1(data1), Guard(data1) {
-    if (Data1.AbsolutePosition() >= 0) Bookmark = Data1.Bookmark();
-  }
-  ~ListWalk() {
-    platform::ResumeNext([this] {
-      if (Bookmark && Data1.PositionOf(*Bookmark) != Data1.AbsolutePosition()) Data1.SetBookmark(*Bookmark);
-    });
-  }
-  ListWalk(const ListWalk&) = delete;
-  ListWalk& operator=(const ListWalk&) = delete;
-
- private:
-  catalogue::RecordList& Data1;
-  catalogue::RepositionGuard Guard;
-  std::optional<int> Bookmark;
-};
 
 // One run through the photos of a destination.
 class PageRun {
@@ -157,6 +136,8 @@ void WebPages::MakeReportPages(ProgressForm& frm, bool gallery) {
 
 void WebPages::Run(ProgressForm& frm, const std::function<void()>& writePages) {
   {
+    // The generators read the rows where they are, so that no view follows them. What others may do while
+    // events run, such as a show's timer, moves the list.
     const ListWalk walk(Data1);
     platform::EndSilently(writePages);
   }

@@ -116,6 +116,8 @@ Descriptor Copy(const QString& source, const QString& target) {
   Descriptor to = OpenNew(target, status, written);
   try {
     CopyBytes(from.Get(), source, to.Get(), written);
+    // Some file systems tell only when a file is closed that there was no room.
+    if (::close(::dup(to.Get())) != 0) Raise(errno, target);
     if (written != target &&
         std::rename(QFile::encodeName(written).constData(), QFile::encodeName(target).constData()) != 0)
       Raise(errno, target);

@@ -1,4 +1,4 @@
-// Copies of files that survive a crash: whole, flushed, and put in place under their name in one step.
+// Copies of files that are whole when they have their name, and that can be made safe against a crash.
 #pragma once
 
 #include <QString>

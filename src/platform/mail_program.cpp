@@ -2,6 +2,8 @@
 
 #include <unistd.h>
 
+#include <QDateTime>
+#include <QDir>
 #include <QEventLoop>
 #include <QFileInfo>
 #include <QProcess>
@@ -43,13 +45,26 @@ bool ComesThrough(const MailFile& file) {
          });
 }
 
+// A message may be open for long, but not for days.
+void RemoveOldCopies(const QString& tempDir) {
+  const auto directories = QDir(tempDir).entryInfoList({QStringLiteral("mail-*")}, QDir::Dirs);
+  for (const QFileInfo& directory : directories) {
+    if (directory.lastModified().daysTo(QDateTime::currentDateTime()) > 1)
+      QDir(directory.filePath()).removeRecursively();
+  }
+}
+
 QStringList Arguments(const QString& body, const std::vector<MailFile>& files, const QString& tempDir) {
   QStringList arguments{QStringLiteral("--utf8"), QStringLiteral("--body"), body};
   std::optional<QTemporaryDir> copies;
   for (const MailFile& file : files) {
     QString path = file.Path;
     if (!ComesThrough(file)) {
-      if (!copies) copies.emplace(tempDir + QStringLiteral("mail-XXXXXX"));
+      if (!copies) {
+        RemoveOldCopies(tempDir);
+        copies.emplace(tempDir + QStringLiteral("mail-XXXXXX"));
+        if (!copies->isValid()) throw RuntimeError(mapFailure, copies->errorString());
+      }
       path = copies->filePath(file.Name);
       CopyFile(file.Path, path);
     }

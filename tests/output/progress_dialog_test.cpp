@@ -123,7 +123,7 @@ class PageCommands : public ProgressDialogTest {
   // What the browser was started with since the last time.
   QString Browsed() {
     const QString told = Catalogue.Paths().BrowserPath + QStringLiteral(" tells");
-    EXPECT_TRUE(QTest::qWaitFor([&] { return QFile::exists(told); }));
+    EXPECT_TRUE(QTest::qWaitFor([&] { return QFile::exists(told); }, 30'000));
     QString arguments = QString::fromUtf8(ReadFile(told));
     QFile::remove(told);
     return arguments;

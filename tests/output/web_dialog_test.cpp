@@ -173,9 +173,7 @@ TEST_P(WebNames, LeadNowhereElse) {
 INSTANTIATE_TEST_SUITE_P(Names, WebNames,
                          testing::Values(NameCase{"Empty", QString(), true, true},
                                          NameCase{"Itself", QStringLiteral("."), true, true},
-                                         NameCase{"Parent", QStringLiteral(".."), true, true},
                                          NameCase{"OutAndIn", QStringLiteral("../Webs/Other"), true, true},
-                                         NameCase{"Catalogue", QStringLiteral("../Database"), true, true},
                                          NameCase{"Below", QStringLiteral("Other/Images"), true, true},
                                          NameCase{"BelowNothing", QStringLiteral("missing/web")},
                                          NameCase{"AFile", QStringLiteral("notes.txt"), true},
@@ -185,16 +183,23 @@ INSTANTIATE_TEST_SUITE_P(Names, WebNames,
                                          NameCase{"TooLong", QString(256, QLatin1Char('x'))}),
                          test::CaseName);
 
-TEST_F(WebDialogTest, YesDeletesNothingOfTheCatalogue) {
+TEST_F(WebDialogTest, TheProgramsOwnDirectoriesAreRefused) {
   WriteFile(Catalogue.Paths().ImageDir + QStringLiteral("1.jpg"), "stored");
   WriteFile(Catalogue.Paths().ThumbDir + QStringLiteral("1t.bmp"), "stored");
   const QStringList before = FilesBelow(Catalogue.ProgramPath());
-  for (const char* name : {"Database", "Temp"}) {
-    Dialog.LastDir = Catalogue.ProgramPath();
-    MakeWeb(QLatin1String(name), {QMessageBox::Yes});
+  // With another catalogue in use the first one stays the program's.
+  for (const char* used : {"Database", "elsewhere"}) {
+    Catalogue.Paths().ImageDir =
+        Catalogue.ProgramPath() + QStringLiteral("/%1/Images/").arg(QLatin1String(used));
+    Catalogue.Paths().DatabaseFile =
+        Catalogue.ProgramPath() + QStringLiteral("/%1/Photos.mdb").arg(QLatin1String(used));
+    for (const char* name : {"Webs/..", "Database", "Temp", "Database/Images"}) {
+      Dialog.LastDir = Catalogue.ProgramPath();
+      const QStringList boxes = MakeWeb(QLatin1String(name), {QMessageBox::Yes, QMessageBox::Ok});
+      EXPECT_TRUE(boxes.value(1).endsWith(QStringLiteral("belongs to Veldrin."))) << name;
+      EXPECT_FALSE(Dialog.WebOK);
+    }
   }
-  Dialog.LastDir = Catalogue.ProgramPath() + QStringLiteral("/Database");
-  MakeWeb(QStringLiteral("Images"), {QMessageBox::Yes});
   EXPECT_EQ(FilesBelow(Catalogue.ProgramPath()), before);
 }
 

@@ -280,6 +280,15 @@ INSTANTIATE_TEST_SUITE_P(
                                 Plenty,
                                 0,
                                 nullptr},
+                    FailureCase{"ALinkForTheImages",
+                                [](auto& catalogue, const auto& web) {
+                                  QDir(web + QStringLiteral("/Images")).removeRecursively();
+                                  QFile::link(catalogue.ProgramPath(), web + QStringLiteral("/Images"));
+                                },
+                                {},
+                                Plenty,
+                                0,
+                                nullptr},
                     FailureCase{
                         "ADirectoryForThePage",
                         [](auto&, const auto& web) { QDir(web).mkdir(QStringLiteral("PhotoImage_pg1.htm")); },
