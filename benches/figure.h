@@ -48,6 +48,7 @@ void RunShell(const std::string& command);
 void AddClipboardFigures(const std::string& data);
 void AddFindFigures(const std::string& data);
 void AddFolderFigures(const std::string& data);
+void AddOutputFigures(const std::string& data);
 void AddPageFigures(const std::string& data);
 void AddStoringFigures(const std::string& data);
 void AddRecordFigures(const std::string& data);

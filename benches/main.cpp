@@ -20,6 +20,7 @@ int main(int argc, char** argv) {
   AddClipboardFigures(data);
   AddFindFigures(data);
   AddFolderFigures(data);
+  AddOutputFigures(data);
   AddPageFigures(data);
   AddStoringFigures(data);
   AddRecordFigures(data);

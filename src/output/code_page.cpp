@@ -30,6 +30,8 @@ int ByteOf(char32_t character) {
 }  // namespace
 
 QByteArray ToCodePage(const QString& text) {
+  const auto isAscii = [](QChar character) { return character.unicode() < FirstMiddle; };
+  if (std::all_of(text.begin(), text.end(), isAscii)) return text.toLatin1();
   QByteArray bytes;
   bytes.reserve(text.size());
   // Half a pair of surrogates comes as the replacement character.

@@ -47,6 +47,7 @@ void frmProg::ShowModal() {
 void frmProg::Form_Load() {
   Progress = true;
   Activated = false;
+  setUpdatesEnabled(true);
   SetProgressValue(0);
   SetPercent({});
 }
@@ -90,6 +91,16 @@ void frmProg::SetProgressValue(float value) {
 
 void frmProg::SetPercent(const QString& caption) { lblPercent->setText(caption); }
 
-void frmProg::DoEvents() { QCoreApplication::processEvents(); }
+// A run may be quicker than any screen: the window is painted as often as people can see, not for each photo.
+void frmProg::DoEvents() {
+  constexpr qint64 frame = 20;  // milliseconds
+  const bool paints = !Painted.isValid() || Painted.hasExpired(frame);
+  if (paints) {
+    setUpdatesEnabled(true);
+    Painted.start();
+  }
+  QCoreApplication::processEvents();
+  setUpdatesEnabled(false);
+}
 
 }  // namespace veldrin::output

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QElapsedTimer>
 
 #include "output/web_pages.h"
 
@@ -43,6 +44,7 @@ class frmProg : public QDialog, public ProgressForm {
   QProgressBar* ProgressBar1;
   QLabel* lblPercent;
   float TheValue = 0;
+  QElapsedTimer Painted;  ///< since the last painting
   bool Activated = false;
   bool Running = false;
 };

@@ -24,6 +24,7 @@ int main(int argc, char** argv) {
     ShowTour(tour.Window(), tour.Paths().MusicDir,
              [&tour](const QPixmap& picture, const char* name) { tour.Save(picture, name); });
     TakeFindPictures(tour);
+    TakeOutputPictures(tour);
   } catch (const std::exception& error) {
     std::cerr << error.what() << '\n';
     return 1;

@@ -19,7 +19,7 @@ namespace veldrin::tour {
 Tour::Tour(const platform::App& app, QString photographs, QString pictures)
     : TheApp(app), ThePhotographs(std::move(photographs)), Pictures(std::move(pictures)) {
   Splash();
-  TheWindow = std::make_unique<shell::frmMain>(TheApp, ThePaths, Engine);
+  TheWindow = std::make_unique<shell::frmMain>(TheApp, ThePaths, TheEngine);
   TheWindow->Form_Load();
   TheWindow->show();
   TheWindow->activateWindow();
@@ -27,7 +27,7 @@ Tour::Tour(const platform::App& app, QString photographs, QString pictures)
 }
 
 void Tour::Splash() {
-  shell::frmSplash splash([this] { return shell::LoadConfiguration(ThePaths, Engine, TheApp); }, [] {});
+  shell::frmSplash splash([this] { return shell::LoadConfiguration(ThePaths, TheEngine, TheApp); }, [] {});
   splash.Show();
   if (!QTest::qWaitFor([&] { return QFileInfo::exists(ThePaths.WorkFile); }))
     throw std::runtime_error("no catalogue");

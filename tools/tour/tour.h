@@ -32,6 +32,7 @@ class Tour {
   void Save(const char* name);
   void Save(const QPixmap& picture, const char* name);
   const catalogue::Paths& Paths() const { return ThePaths; }
+  platform::DBEngine& Engine() { return TheEngine; }
   /// A picture of the modal window that the action opens; closes it.
   void SaveModal(const char* name, const std::function<void()>& action);
   /// A picture of the window with a menu open at a place of it.
@@ -55,7 +56,7 @@ class Tour {
   QString ThePhotographs;
   QString Pictures;
   catalogue::Paths ThePaths;
-  platform::DBEngine Engine;
+  platform::DBEngine TheEngine;
   std::unique_ptr<shell::frmMain> TheWindow;
 };
 
@@ -63,5 +64,6 @@ class Tour {
 void TakeViewPictures(Tour& tour);
 void TakeFolderPictures(Tour& tour);
 void TakeFindPictures(Tour& tour);
+void TakeOutputPictures(Tour& tour);
 
 }  // namespace veldrin::tour
