@@ -47,9 +47,10 @@ void frmProg::ShowModal() {
 void frmProg::Form_Load() {
   Progress = true;
   Activated = false;
-  setUpdatesEnabled(true);
   SetProgressValue(0);
   SetPercent({});
+  ShowPercent();
+  Shown.invalidate();
 }
 
 // The run keeps the window from painting until its first photo is done, so it begins behind the first
@@ -72,6 +73,7 @@ void frmProg::Form_Activate() {
 bool frmProg::Form_Unload() { return std::exchange(Progress, false); }
 
 void frmProg::Unload() {
+  ShowPercent();
   if (!Form_Unload()) QDialog::reject();
 }
 
@@ -89,18 +91,18 @@ void frmProg::SetProgressValue(float value) {
   ProgressBar1->setValue(platform::RoundToInt(static_cast<double>(value)));
 }
 
-void frmProg::SetPercent(const QString& caption) { lblPercent->setText(caption); }
+void frmProg::SetPercent(const QString& caption) { Caption = caption; }
 
-// A run may be quicker than any screen: the window is painted as often as people can see, not for each photo.
+void frmProg::ShowPercent() {
+  lblPercent->setText(Caption);
+  Shown.start();
+}
+
+// A run may be quicker than any screen: the label is painted as often as people can see, not for each photo.
 void frmProg::DoEvents() {
   constexpr qint64 frame = 20;  // milliseconds
-  const bool paints = !Painted.isValid() || Painted.hasExpired(frame);
-  if (paints) {
-    setUpdatesEnabled(true);
-    Painted.start();
-  }
+  if (!Shown.isValid() || Shown.hasExpired(frame)) ShowPercent();
   QCoreApplication::processEvents();
-  setUpdatesEnabled(false);
 }
 
 }  // namespace veldrin::output

@@ -8,6 +8,7 @@
 #include <QStandardPaths>
 #include <QTemporaryDir>
 #include <QUrl>
+#include <algorithm>
 #include <filesystem>
 
 #include "output/page_names.h"
@@ -103,7 +104,7 @@ for (const page of '%1'.split(' ')) {
 TEST_F(PagesInBrowser, ShowEveryPictureAndFollowEveryLink) {
   AddPhotos(Photos);
   for (int id = 1; id <= Photos; ++id) {
-    test::WritePicture(ImageOf(id), {320, 240}, QColor::fromHsv(id * 6, 200, 200));
+    test::WritePicture(ImageOf(id), {320, 240}, QColor::fromHsv(id * 5, 200, 200));
     QFile::remove(ThumbOf(id));
   }
   SelectLastFirst(Photos);

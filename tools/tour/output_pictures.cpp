@@ -1,6 +1,7 @@
 // The pictures of the pages that are written, and of their dialogs.
 #include <QProcess>
 #include <QStandardPaths>
+#include <QThread>
 #include <QTimer>
 #include <algorithm>
 
@@ -20,7 +21,8 @@ constexpr int ExportedPhotos = 18;
 void SaveProgress(Tour& tour, output::frmProg& dialog) {
   QTimer look;
   QObject::connect(&look, &QTimer::timeout, &look, [&] {
-    if (dialog.ProgressValue() < 50) return;
+    // The label follows with as many pictures a second as people can see.
+    if (dialog.ProgressValue() < 50) return QThread::msleep(30);
     look.stop();
     tour.Save(dialog.grab(), "17-progress");
   });
@@ -57,7 +59,7 @@ void TakeOutputPictures(Tour& tour) {
   output::frmWeb web(tour.Paths(), &tour.Window());
   output::WebPages pages(list, tour.Tree(), tour.Paths(), web, tour.Window());
   output::frmProg progress(pages, &tour.Window());
-  tour.SaveModal("16-web", [&web] { web.ShowModal(); });
+  tour.SaveModal("17-web", [&web] { web.ShowModal(); });
   web.WebDir = tour.Paths().TempDir + QStringLiteral("Web");
   progress.WebMode = true;
   progress.WebTitle = QStringLiteral("PHOTO IMAGES");
@@ -70,7 +72,7 @@ void TakeOutputPictures(Tour& tour) {
       progress.ShowModal();
     }
     SavePage(tour, web.WebDir + QLatin1Char('/') + output::PageName(gallery, 1),
-             gallery ? "18-gallery-page" : "18-list-page");
+             gallery ? "17-gallery-page" : "17-list-page");
   }
 }
 
