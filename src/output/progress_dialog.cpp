@@ -54,6 +54,8 @@ void frmProg::Form_Load() {
   setUpdatesEnabled(true);
   SetProgressValue(0);
   SetPercent({});
+  ShowPercent();
+  Shown.invalidate();
 }
 
 // The run keeps the window from painting until its first photo is done, so it begins behind the first
@@ -76,6 +78,7 @@ void frmProg::Form_Activate() {
 bool frmProg::Form_Unload() { return std::exchange(Progress, false); }
 
 void frmProg::Unload() {
+  ShowPercent();
   if (!Form_Unload()) QDialog::reject();
 }
 
@@ -93,7 +96,7 @@ void frmProg::SetProgressValue(float value) {
   ProgressBar1->setValue(platform::RoundToInt(static_cast<double>(value)));
 }
 
-void frmProg::SetPercent(const QString& caption) { lblPercent->setText(caption); }
+void frmProg::SetPercent(const QString& caption) { Caption = caption; }
 
 // A run may be quicker than any screen: the window is painted as often as people can see, not for each photo.
 void frmProg::DoEvents() {

@@ -36,6 +36,7 @@ class frmProg : public QDialog, public ProgressForm {
  private:
   void Form_Load();
   void Form_Activate();
+  void ShowPercent();
   /// Whether the unloading is cancelled.
   bool Form_Unload();
   void bttnStop_Click() { Progress = false; }

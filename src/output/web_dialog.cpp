@@ -73,6 +73,7 @@ void frmWeb::Arrange() {
   auto* buttons = new QHBoxLayout;
   QPushButton* ok = MakeButton("OkBttn", "&OK", &frmWeb::OkBttn_Click);
   ok->setDefault(true);
+  buttons->setSpacing(8);
   buttons->addStretch(1);
   buttons->addWidget(ok);
   buttons->addWidget(MakeButton("CancelBttn", "&Cancel", &frmWeb::CancelBttn_Click));
