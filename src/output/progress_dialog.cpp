@@ -51,7 +51,6 @@ void frmProg::ShowModal() {
 void frmProg::Form_Load() {
   Progress = true;
   Activated = false;
-  setUpdatesEnabled(true);
   SetProgressValue(0);
   SetPercent({});
   ShowPercent();
@@ -98,16 +97,16 @@ void frmProg::SetProgressValue(float value) {
 
 void frmProg::SetPercent(const QString& caption) { Caption = caption; }
 
-// A run may be quicker than any screen: the window is painted as often as people can see, not for each photo.
+void frmProg::ShowPercent() {
+  lblPercent->setText(Caption);
+  Shown.start();
+}
+
+// A run may be quicker than any screen: the label is painted as often as people can see, not for each photo.
 void frmProg::DoEvents() {
   constexpr qint64 frame = 20;  // milliseconds
-  const bool paints = !Painted.isValid() || Painted.hasExpired(frame);
-  if (paints) {
-    setUpdatesEnabled(true);
-    Painted.start();
-  }
+  if (!Shown.isValid() || Shown.hasExpired(frame)) ShowPercent();
   QCoreApplication::processEvents();
-  setUpdatesEnabled(false);
 }
 
 }  // namespace veldrin::output

@@ -45,7 +45,8 @@ class frmProg : public QDialog, public ProgressForm {
   QProgressBar* ProgressBar1;
   QLabel* lblPercent;
   float TheValue = 0;
-  QElapsedTimer Painted;  ///< since the last painting
+  QString Caption;      ///< of lblPercent, which has it a little later
+  QElapsedTimer Shown;  ///< since lblPercent had one
   bool Activated = false;
   bool Running = false;
 };

@@ -33,7 +33,7 @@ QString WebImageDir(const QString& webDir) { return webDir + QStringLiteral("/Im
 QString WebThumbDir(const QString& webDir) { return webDir + QStringLiteral("/Thumbnails"); }
 
 bool IsProgramsOwn(const catalogue::Paths& paths, const QString& webDir) {
-  const QDir program(QFileInfo(paths.IniFile).path() + QStringLiteral("/.."));
+  const QDir program(QFileInfo(QFileInfo(paths.IniFile).path()).path());
   // The program's first catalogue, with what every start needs, stays where it is when another one is used.
   const QString own[] = {paths.ImageDir,
                          paths.ThumbDir,
