@@ -53,7 +53,7 @@ void frmProg::Form_Load() {
   Activated = false;
   SetProgressValue(0);
   SetPercent({});
-  ShowPercent();
+  ShowProgress();
   Shown.invalidate();
 }
 
@@ -77,7 +77,7 @@ void frmProg::Form_Activate() {
 bool frmProg::Form_Unload() { return std::exchange(Progress, false); }
 
 void frmProg::Unload() {
-  ShowPercent();
+  ShowProgress();
   if (!Form_Unload()) QDialog::reject();
 }
 
@@ -90,22 +90,17 @@ void frmProg::reject() {
   }
 }
 
-void frmProg::SetProgressValue(float value) {
-  TheValue = value;
-  ProgressBar1->setValue(platform::RoundToInt(static_cast<double>(value)));
-}
-
-void frmProg::SetPercent(const QString& caption) { Caption = caption; }
-
-void frmProg::ShowPercent() {
+void frmProg::ShowProgress() {
+  ProgressBar1->setValue(platform::RoundToInt(static_cast<double>(TheValue)));
   lblPercent->setText(Caption);
   Shown.start();
 }
 
-// A run may be quicker than any screen: the label is painted as often as people can see, not for each photo.
+// A run may be quicker than any screen: the progress is painted as often as people can see, not for each
+// photo.
 void frmProg::DoEvents() {
   constexpr qint64 frame = 20;  // milliseconds
-  if (!Shown.isValid() || Shown.hasExpired(frame)) ShowPercent();
+  if (!Shown.isValid() || Shown.hasExpired(frame)) ShowProgress();
   QCoreApplication::processEvents();
 }
 

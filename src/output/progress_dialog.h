@@ -23,8 +23,8 @@ class frmProg : public QDialog, public ProgressForm {
   void ShowModal();
 
   float ProgressValue() const override { return TheValue; }
-  void SetProgressValue(float value) override;
-  void SetPercent(const QString& caption) override;
+  void SetProgressValue(float value) override { TheValue = value; }
+  void SetPercent(const QString& caption) override { Caption = caption; }
   void DoEvents() override;
   void Unload() override;
 
@@ -36,7 +36,7 @@ class frmProg : public QDialog, public ProgressForm {
  private:
   void Form_Load();
   void Form_Activate();
-  void ShowPercent();
+  void ShowProgress();
   /// Whether the unloading is cancelled.
   bool Form_Unload();
   void bttnStop_Click() { Progress = false; }
