@@ -1,6 +1,5 @@
 #include "output/page_destination.h"
 
-#include <QFile>
 #include <QFileInfo>
 #include <algorithm>
 
@@ -28,14 +27,8 @@ QString PrintedText(const platform::Value& value) {
 }
 
 PhotoEntry EntryOf(const PhotoRow& photo, int number) {
-  PhotoEntry entry;
-  entry.Number = QString::number(number);
-  entry.ImageName = entry.Number + QLatin1Char('.') + photo.ImageType;
-  entry.Title = photo.Title;
-  entry.CreateDate = photo.CreateDate;
-  entry.MadeBy = photo.MadeBy;
-  entry.Description = photo.Description;
-  return entry;
+  const QString name = QString::number(number);
+  return {photo, name, name + QLatin1Char('.') + photo.ImageType, {}, {}};
 }
 
 }  // namespace

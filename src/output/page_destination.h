@@ -10,16 +10,6 @@
 
 namespace veldrin::output {
 
-/// What the pages show of a photo; texts as they are printed, Null empty.
-struct PhotoRow {
-  int PhotoID = 0;
-  QString ImageType;
-  QString Title;
-  QString CreateDate;
-  QString MadeBy;
-  QString Description;
-};
-
 /// Reads the rows of the list without moving it, some at a time.
 class PhotoReader {
  public:

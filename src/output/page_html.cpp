@@ -52,7 +52,7 @@ QString PictureCell(const PhotoEntry& photo) {
 }
 
 QString CaptionCell(const PhotoEntry& photo) {
-  return SmallCell("25%", "center", photo.Number + QStringLiteral(": ") + photo.Title);
+  return SmallCell("25%", "center", photo.Number + QStringLiteral(": ") + photo.Row.Title);
 }
 
 QStringList ListHeadLines() {
@@ -69,10 +69,10 @@ QStringList ListHeadLines() {
 QStringList ListRowLines(const PhotoEntry& photo) {
   return {QStringLiteral("<tr>"),
           SmallCell("8%", "center", ImageLink(photo.ImageUrl, photo.ImageName)),
-          SmallCell("30%", "left", photo.Title),
-          SmallCell("12%", "left", photo.CreateDate),
-          SmallCell("10%", "left", photo.MadeBy),
-          SmallCell("40%", "left", photo.Description),
+          SmallCell("30%", "left", photo.Row.Title),
+          SmallCell("12%", "left", photo.Row.CreateDate),
+          SmallCell("10%", "left", photo.Row.MadeBy),
+          SmallCell("40%", "left", photo.Row.Description),
           QStringLiteral("</tr>")};
 }
 

@@ -5,16 +5,23 @@
 
 namespace veldrin::output {
 
-/// A photo as it stands on a page; Null is an empty text.
-struct PhotoEntry {
-  QString Number;     ///< what its caption begins with
-  QString ImageUrl;   ///< where its image is
-  QString ThumbUrl;   ///< where its thumbnail is
-  QString ImageName;  ///< the image's name without the way to it
+/// What the pages show of a photo; texts as they are printed, Null empty.
+struct PhotoRow {
+  int PhotoID = 0;
+  QString ImageType;
   QString Title;
   QString CreateDate;
   QString MadeBy;
   QString Description;
+};
+
+/// A photo as it stands on a page.
+struct PhotoEntry {
+  PhotoRow Row;
+  QString Number;     ///< what its caption begins with
+  QString ImageName;  ///< the image's name without the way to it
+  QString ImageUrl;   ///< where its image is
+  QString ThumbUrl;   ///< where its thumbnail is
 };
 
 /// The beginning of a page. `line` stands below the heading.
