@@ -161,12 +161,7 @@ TEST_F(GetTest, ACopyThatFailsLeavesTheStoredImages) {
     dialog.List1().addItem(QLatin1String(name));
     Dir1(dialog).SetPath(directory);
     QDir(Target.filePath(QStringLiteral("gone"))).removeRecursively();
-    int number = 0;
-    try {
-      Press(dialog, "OkBttn");
-    } catch (const platform::RuntimeError& error) {
-      number = error.Number();
-    }
+    const int number = test::ErrorOf([&] { Press(dialog, "OkBttn"); });
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
     EXPECT_EQ(last, QString());
     return number;

@@ -7,6 +7,8 @@
 #include <QTest>
 #include <QTimer>
 #include <QUrlQuery>
+#include <chrono>
+#include <filesystem>
 
 #include "output/bench.h"
 #include "platform/default_program.h"
@@ -264,6 +266,11 @@ TEST_P(MailPlaces, ComeThroughWhole) {
   test::WriteFile(Desk.Path("other.png"), "3.jpg");
   QFile::link(Desk.Path("other.png"), place + OutputBench::Image(3));
   Bench.Catalogue.Paths().ImageDir = place;
+  // The copies of an earlier message.
+  const QString earlier = Bench.Catalogue.Paths().TempDir + QStringLiteral("mail-old");
+  QDir().mkdir(earlier);
+  std::filesystem::last_write_time(earlier.toStdString(),
+                                   std::filesystem::file_time_type::clock::now() - std::chrono::hours(72));
   Bench.Select({3, 1, 2});
   Desk.SetMailer(GetParam().Mailer);
   Send();
@@ -275,6 +282,7 @@ TEST_P(MailPlaces, ComeThroughWhole) {
     EXPECT_EQ(test::ReadFile(file), names.back().toUtf8());
   }
   EXPECT_EQ(names.join(QLatin1Char(' ')), QStringLiteral("3.jpg 1.jpg 2.jpg"));
+  EXPECT_FALSE(QFile::exists(earlier));
 }
 
 constexpr auto OddPlace = "It's 50% öde, & \"größer\" #1? [x] $HOME `id`;=";
