@@ -1,8 +1,10 @@
 // The pictures of the pages that are written, and of their dialogs.
 #include <QProcess>
 #include <QStandardPaths>
+#include <QThread>
 #include <QTimer>
 #include <algorithm>
+#include <utility>
 
 #include "output/page_names.h"
 #include "output/progress_dialog.h"
@@ -19,8 +21,12 @@ constexpr int ExportedPhotos = 18;
 // The progress in the middle of a run.
 void SaveProgress(Tour& tour, output::frmProg& dialog) {
   QTimer look;
+  bool waited = false;
   QObject::connect(&look, &QTimer::timeout, &look, [&] {
     if (dialog.ProgressValue() < 50) return;
+    // The dialog shows its progress no more often than people can see it.
+    constexpr unsigned long frame = 25;  // milliseconds
+    if (!std::exchange(waited, true)) return QThread::msleep(frame);
     look.stop();
     tour.Save(dialog.grab(), "17-progress");
   });
