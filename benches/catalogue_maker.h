@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "catalogue/paths.h"
-#include "platform/dao/db_engine.h"
+#include "engine/dao/db_engine.h"
 
 namespace veldrin::benches {
 
@@ -48,12 +48,12 @@ class OpenedCatalogue {
   OpenedCatalogue& operator=(const OpenedCatalogue&) = delete;
 
   const catalogue::Paths& Paths() const { return ThePaths; }
-  platform::DBEngine& Engine() { return TheEngine; }
+  engine::DBEngine& Engine() { return TheEngine; }
 
  private:
   QTemporaryDir Temp;  // Of its own: two runs of the benchmarks may measure on one catalogue.
   catalogue::Paths ThePaths;
-  platform::DBEngine TheEngine;
+  engine::DBEngine TheEngine;
 };
 
 /// The reference of the lists: the keys of the photos below a folder, each once, by SQLite's C interface and

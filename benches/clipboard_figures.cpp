@@ -4,6 +4,7 @@
 #include "benches/figure.h"
 #include "benches/sqlite_file.h"
 #include "folders/folder_keys.h"
+#include "folders/folder_nodes.h"
 #include "records/record_clipboard.h"
 
 namespace veldrin::benches {
@@ -31,10 +32,12 @@ class ClipboardBench {
   explicit ClipboardBench(const QString& program)
       : Opened(program),
         Data1(Opened.Engine()),
-        Source(Data1, Tree, Opened.Engine(), Opened.Paths(), Views),
+        Source(
+            Data1, [this] { return folders::SelectedFolderKey(Tree); }, Opened.Engine(), Opened.Paths(),
+            Views),
         Clipboard(Data1, Tree, Source, Opened.Engine(), Opened.Paths(), Views) {
     Data1.DatabaseName = Opened.Paths().WorkFile;
-    platform::Node* root = Tree.Add(nullptr, QStringLiteral("Photos"));
+    controls::Node* root = Tree.Add(nullptr, QStringLiteral("Photos"));
     From = Tree.Add(root, QStringLiteral("from"));
     From->SetTag(QLatin1String(TopFolderKey));
     To = Tree.Add(root, QStringLiteral("to"));
@@ -59,19 +62,19 @@ class ClipboardBench {
   }
 
  private:
-  void Select(platform::Node* node) {
+  void Select(controls::Node* node) {
     Tree.Select(node);
     Source.SetRecordSource();
   }
 
   OpenedCatalogue Opened;
-  platform::TreeView Tree;
+  controls::TreeView Tree;
   catalogue::RecordList Data1;
   NoViews Views;
   catalogue::RecordSource Source;
   records::RecordClipboard Clipboard;
-  platform::Node* From;
-  platform::Node* To;
+  controls::Node* From;
+  controls::Node* To;
 };
 
 // The same rows by SQLite's C interface: staged by one statement, pasted by one transaction that is flushed.

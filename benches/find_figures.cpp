@@ -6,6 +6,7 @@
 #include "benches/figure.h"
 #include "benches/sqlite_file.h"
 #include "catalogue/record_source.h"
+#include "folders/folder_nodes.h"
 
 namespace veldrin::benches {
 
@@ -24,10 +25,12 @@ class QueryBench : public catalogue::RecordViews {
       : Opened(program),
         File(Opened.Paths().DatabaseFile),
         Data1(Opened.Engine()),
-        Source(Data1, Tree, Opened.Engine(), Opened.Paths(), *this),
+        Source(
+            Data1, [this] { return folders::SelectedFolderKey(Tree); }, Opened.Engine(), Opened.Paths(),
+            *this),
         FolderKey(folderKey.toStdString()) {
     Data1.DatabaseName = Opened.Paths().WorkFile;
-    platform::Node* node = Tree.Add(nullptr, QStringLiteral("Photos"));
+    controls::Node* node = Tree.Add(nullptr, QStringLiteral("Photos"));
     if (!folderKey.isEmpty()) {
       node = Tree.Add(node, QStringLiteral("Folder"));
       node->SetTag(folderKey);
@@ -92,7 +95,7 @@ class QueryBench : public catalogue::RecordViews {
 
   OpenedCatalogue Opened;
   SqliteFile File;
-  platform::TreeView Tree;
+  controls::TreeView Tree;
   catalogue::RecordList Data1;
   catalogue::RecordSource Source;
   std::string FolderKey;

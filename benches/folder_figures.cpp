@@ -95,7 +95,7 @@ class FolderWindow {
         Window(App, Opened.Paths(), Opened.Engine()) {
     Window.Form_Load();
     Window.show();
-    Tree = Window.findChild<platform::TreeView*>();
+    Tree = Window.findChild<controls::TreeView*>();
     Settle();
   }
 
@@ -121,9 +121,9 @@ class FolderWindow {
   QString Program;
   QTemporaryDir Temporary;
   OpenedCatalogue Opened;
-  platform::App App;
+  shell::App App;
   shell::frmMain Window;
-  platform::TreeView* Tree = nullptr;
+  controls::TreeView* Tree = nullptr;
 };
 
 double PasteFolders(const QString& data) {

@@ -44,7 +44,7 @@ class GetBench {
     RunShell("sync");
     QTimer::singleShot(0, &Window, [this] {
       QWidget* dialog = QApplication::activeModalWidget();
-      dialog->findChild<platform::DirListBox*>()->SetPath(Target);
+      dialog->findChild<controls::DirListBox*>()->SetPath(Target);
       dialog->findChild<QPushButton*>(QStringLiteral("OkBttn"))->click();
     });
     const double time = Milliseconds([this] { Getter.GetPhotos(); });

@@ -39,7 +39,7 @@ class OutputBench {
 
  protected:
   OpenedCatalogue Opened;
-  platform::TreeView Tree;
+  controls::TreeView Tree;
   catalogue::RecordList Data1;
   output::WebSettings Web;
   QWidget Window;

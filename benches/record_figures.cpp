@@ -138,7 +138,7 @@ void CheckAllDeleted(const catalogue::Paths& paths) {
 double DeleteSelected(const QString& program) {
   const QTemporaryDir temporary;
   OpenedCatalogue opened(program);
-  const platform::App app(program, temporary.path());
+  const shell::App app(program, temporary.path());
   shell::frmMain window(app, opened.Paths(), opened.Engine());
   window.Form_Load();
   window.show();

@@ -7,7 +7,7 @@
 #include "benches/catalogue_maker.h"
 #include "benches/figure.h"
 #include "benches/picture_maker.h"
-#include "platform/file_list.h"
+#include "controls/file_list.h"
 #include "show/image_play.h"
 #include "show/media_player.h"
 #include "show/music.h"
@@ -61,7 +61,7 @@ class ShowBench {
   OpenedCatalogue Opened;
   catalogue::RecordList Data1;
   show::ShowSettings Settings;
-  platform::FileListBox MusicList;
+  controls::FileListBox MusicList;
   show::MediaPlayer Player;
   show::Music TheMusic;
   show::ImagePlay Play;

@@ -27,12 +27,12 @@ class WindowBench {
         Window(App, Opened.Paths(), Opened.Engine()) {
     Window.Form_Load();
     Window.show();
-    Tree = Window.findChild<platform::TreeView*>();
+    Tree = Window.findChild<controls::TreeView*>();
   }
 
   double Click(const QString& folderKey) {
     Press(*Tree->NodeAt(2));  // Another folder, so that each click is a change.
-    platform::Node& node = Find(folderKey);
+    controls::Node& node = Find(folderKey);
     return Milliseconds([&] { Press(node); });
   }
 
@@ -41,7 +41,7 @@ class WindowBench {
   }
 
  private:
-  platform::Node& Find(const QString& key) const {
+  controls::Node& Find(const QString& key) const {
     for (int i = 1; i <= Tree->Count(); ++i) {
       if (Tree->NodeAt(i)->Tag() == key) return *Tree->NodeAt(i);
     }
@@ -49,7 +49,7 @@ class WindowBench {
   }
 
   // What the tree does of a click.
-  void Press(platform::Node& node) const {
+  void Press(controls::Node& node) const {
     Tree->Select(&node);
     Q_EMIT Tree->NodeClick(&node);
   }
@@ -57,9 +57,9 @@ class WindowBench {
   QTemporaryDir Temporary;
   OpenedCatalogue Opened;
   KeyReader Keys;
-  platform::App App;
+  shell::App App;
   shell::frmMain Window;
-  platform::TreeView* Tree = nullptr;
+  controls::TreeView* Tree = nullptr;
 };
 
 // Milliseconds from the start of the process to its main window, and what it has in memory then.
@@ -88,9 +88,9 @@ StartResult StartChild(const QString& program) {
 int RunStartChild(int argc, char** argv) {
   shell::Application application(argc, argv);
   const QTemporaryDir temporary;
-  shell::StartUp startUp(std::make_unique<platform::App>(QString::fromLocal8Bit(argv[2]), temporary.path()));
+  shell::StartUp startUp(std::make_unique<shell::App>(QString::fromLocal8Bit(argv[2]), temporary.path()));
   startUp.Main([&]() -> std::unique_ptr<QWidget> {
-    auto window = std::make_unique<shell::frmMain>(startUp.App(), startUp.Paths(), startUp.Engine());
+    auto window = std::make_unique<shell::frmMain>(startUp.Program(), startUp.Paths(), startUp.Engine());
     window->Form_Load();
     // When the loop comes back the window has been shown and painted.
     QTimer::singleShot(0, window.get(), [] {

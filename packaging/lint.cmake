@@ -29,7 +29,7 @@ function(lint_unit folder number files)
   set_property(TARGET lint APPEND PROPERTY LINT_STAMPS ${stamp})
 endfunction()
 
-foreach(folder platform catalogue folders browse records find show output shell)
+foreach(folder base engine pictures desktop controls catalogue folders browse records find show output shell)
   file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/src/${folder}/*.cpp)
   set(number 0)
   while(sources)

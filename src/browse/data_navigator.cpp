@@ -4,7 +4,7 @@
 #include <QPainter>
 #include <algorithm>
 
-#include "platform/failure.h"
+#include "base/failure.h"
 
 namespace veldrin::browse {
 
@@ -40,7 +40,7 @@ QToolButton* DataNavigator::MakeButton(const char* icon, const QString& tip) {
 
 // Past either end of the list there is nowhere to go.
 void DataNavigator::Step(int position) {
-  platform::ResumeNext([&] { Data1.SetAbsolutePosition(position); });
+  base::ResumeNext([&] { Data1.SetAbsolutePosition(position); });
 }
 
 void DataNavigator::SetCaption(const QString& caption) {

@@ -2,14 +2,14 @@
 
 #include <QFrame>
 
+#include "base/failure.h"
 #include "catalogue/image_store.h"
-#include "platform/failure.h"
-#include "platform/panel_size.h"
-#include "platform/twips.h"
+#include "controls/panel_size.h"
+#include "controls/twips.h"
 
 namespace veldrin::browse {
 
-using platform::MoveTwips;
+using controls::MoveTwips;
 
 namespace {
 
@@ -20,7 +20,7 @@ constexpr int NoteMargin = 6;  // pixels
 DataView::DataView(catalogue::RecordList& data1, const catalogue::Paths& paths, QWidget* parent)
     : QWidget(parent), Data1(data1), ThePaths(paths), Grid(new RecordGrid(data1, this)) {
   setObjectName(QStringLiteral("TabPannel(0)"));
-  MoveTwips(*Grid, 0, 0, platform::BrowserWidth, platform::PanelHeight);
+  MoveTwips(*Grid, 0, 0, controls::BrowserWidth, controls::PanelHeight);
   MakePreview();
   MakeButtons();
   MakeQueryNote();
@@ -49,8 +49,8 @@ void DataView::MakePreview() {
   picPreview->setAutoFillBackground(true);
   picPreview->setPalette(QPalette(Qt::black));
   MoveTwips(*picPreview, 8400, 1080, 3855, 2895);
-  ImgPreview = new catalogue::FittedImage(QStringLiteral("ImgPreview"), *picPreview);
-  connect(ImgPreview, &catalogue::FittedImage::DblClick, this, &DataView::ImgPreview_DblClick);
+  ImgPreview = new controls::FittedImage(QStringLiteral("ImgPreview"), *picPreview);
+  connect(ImgPreview, &controls::FittedImage::DblClick, this, &DataView::ImgPreview_DblClick);
 
   auto* info = new QLabel(QStringLiteral("DOUBLE CLICK ON THE IMAGE TO VIEW, EDIT OR PRINT"), this);
   info->setObjectName(QStringLiteral("lblInfo"));
@@ -144,7 +144,7 @@ void DataView::PreviewOption_Click(int index) {
 }
 
 void DataView::ShowPreview() {
-  platform::EndSilently([&] {
+  base::EndSilently([&] {
     ImgPreview->Load(catalogue::ImageFileName(ThePaths, Data1.Field(QStringLiteral("PhotoID")).toInt(),
                                               Data1.Field(QStringLiteral("ImageType")).toString()));
     ImgPreview->show();

@@ -9,9 +9,9 @@
 
 #include "browse/data_navigator.h"
 #include "browse/record_grid.h"
-#include "catalogue/fitted_image.h"
 #include "catalogue/paths.h"
 #include "catalogue/record_list.h"
+#include "controls/fitted_image.h"
 
 namespace veldrin::browse {
 
@@ -52,7 +52,7 @@ class DataView : public QWidget {
   QRadioButton* PreviewOn = nullptr;
   QRadioButton* PreviewOff = nullptr;
   QWidget* picPreview = nullptr;
-  catalogue::FittedImage* ImgPreview = nullptr;
+  controls::FittedImage* ImgPreview = nullptr;
   DataNavigator* Navigator = nullptr;
   QLabel* lblQuery = nullptr;
 };

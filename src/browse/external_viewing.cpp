@@ -3,15 +3,15 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include "base/failure.h"
 #include "catalogue/image_store.h"
-#include "platform/default_program.h"
-#include "platform/failure.h"
-#include "platform/msg_box.h"
-#include "platform/sql_dialect.h"
+#include "controls/msg_box.h"
+#include "desktop/default_program.h"
+#include "engine/sql_dialect.h"
 
 namespace veldrin::browse {
 
-using platform::ResumeNext;
+using base::ResumeNext;
 
 namespace {
 
@@ -33,10 +33,10 @@ void ExternalViewing::ViewBttn_Click() {
     const QString imageType = Data1.Field(QStringLiteral("ImageType")).toString();
     const QString file = catalogue::ImageFileName(ThePaths, photoId, imageType);
     if (!QFileInfo(file).isFile()) return;
-    platform::OpenWithProgram(platform::GetExtensionClass(QLatin1Char('.') + imageType), file);
+    desktop::OpenWithProgram(desktop::GetExtensionClass(QLatin1Char('.') + imageType), file);
     const QDateTime date = Data1.Field(QStringLiteral("LastModifyDate")).toDateTime();
     ResumeNext([&] { RecordCheckPhoto(*Engine.OpenDatabase(ThePaths.WorkFile), photoId, imageType, date); });
-  } catch (const platform::RuntimeError&) {
+  } catch (const base::RuntimeError&) {
     ShowNoProgram();
   }
 }
@@ -56,22 +56,22 @@ void ExternalViewing::ShowNoProgram() const {
                                       "7. Repeat 2 to 6 doing a BMP file and other graphics files."};
   QStringList text;
   for (const char* line : lines) text << QLatin1String(line);
-  platform::MsgBox(&Window, text.join(QLatin1Char('\r')), platform::vbExclamation);
+  controls::MsgBox(&Window, text.join(QLatin1Char('\r')), controls::vbExclamation);
 }
 
-void RecordCheckPhoto(platform::Database& database, int photoId, const QString& imageType,
+void RecordCheckPhoto(engine::Database& database, int photoId, const QString& imageType,
                       const QDateTime& lastModifyDate) {
   const QDateTime date = lastModifyDate.isValid() ? lastModifyDate : EmptyDate;
   ResumeNext([&] {
     database.Execute(QStringLiteral("INSERT INTO CheckPhotos (PhotoID, ImageType, LastModifyDate) "
                                     "VALUES (%1, '%2', #%3#)")
                          .arg(photoId)
-                         .arg(platform::QuoteSql(imageType), platform::DateToStore(date)));
+                         .arg(engine::QuoteSql(imageType), engine::DateToStore(date)));
   });
 }
 
-void RefreshCheckedPhoto(platform::Database& database, const catalogue::Paths& paths, int photoId) {
-  std::unique_ptr<platform::Recordset> note;
+void RefreshCheckedPhoto(engine::Database& database, const catalogue::Paths& paths, int photoId) {
+  std::unique_ptr<engine::Recordset> note;
   ResumeNext([&] {
     note =
         database.OpenRecordset(QStringLiteral("SELECT * FROM CheckPhotos WHERE PhotoID = %1").arg(photoId));
@@ -85,7 +85,7 @@ void RefreshCheckedPhoto(platform::Database& database, const catalogue::Paths& p
     if (noted == fileDate && fileDate != EmptyDate) return;
     QFile::remove(catalogue::ThumbFileName(paths, photoId));
     database.Execute(QStringLiteral("UPDATE tblPhotos SET LastModifyDate = #%1# WHERE PhotoID = %2")
-                         .arg(platform::DateToStore(fileDate))
+                         .arg(engine::DateToStore(fileDate))
                          .arg(photoId));
   });
   ResumeNext([&] { note->Delete(); });

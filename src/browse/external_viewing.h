@@ -4,14 +4,14 @@
 
 #include "catalogue/paths.h"
 #include "catalogue/record_list.h"
-#include "platform/dao/database.h"
+#include "engine/dao/database.h"
 
 namespace veldrin::browse {
 
 class ExternalViewing {
  public:
   /// The references must outlive the object; `window` has the message box.
-  ExternalViewing(catalogue::RecordList& data1, platform::DBEngine& engine, const catalogue::Paths& paths,
+  ExternalViewing(catalogue::RecordList& data1, engine::DBEngine& engine, const catalogue::Paths& paths,
                   QWidget& window)
       : Data1(data1), Engine(engine), ThePaths(paths), Window(window) {}
 
@@ -23,19 +23,19 @@ class ExternalViewing {
   void ShowNoProgram() const;
 
   catalogue::RecordList& Data1;
-  platform::DBEngine& Engine;
+  engine::DBEngine& Engine;
   const catalogue::Paths& ThePaths;
   QWidget& Window;
 };
 
 /// Notes the photo's date, so that RefreshCheckedPhoto finds a change. The first note of a photo stays.
 /// Passes over every error.
-void RecordCheckPhoto(platform::Database& database, int photoId, const QString& imageType,
+void RecordCheckPhoto(engine::Database& database, int photoId, const QString& imageType,
                       const QDateTime& lastModifyDate);
 
 /// Compares the stored file of a photo with the note that was written when it was handed out, if there is
 /// one. Where the file's date differs, the thumbnail goes, so that it is made anew, and the photo's row takes
 /// the file's date; the note goes in any case. Passes over every error.
-void RefreshCheckedPhoto(platform::Database& database, const catalogue::Paths& paths, int photoId);
+void RefreshCheckedPhoto(engine::Database& database, const catalogue::Paths& paths, int photoId);
 
 }  // namespace veldrin::browse

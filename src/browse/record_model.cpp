@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/dates.h"
-#include "platform/failure.h"
+#include "base/dates.h"
+#include "base/failure.h"
 
 namespace veldrin::browse {
 
@@ -51,23 +51,23 @@ int RecordModel::columnCount(const QModelIndex& parent) const {
 }
 
 // The fields of a photo stand in the order of the columns. A row that has gone shows empty.
-const platform::Value& RecordModel::Field(int row, int column) const {
-  static const platform::Value null;
+const engine::Value& RecordModel::Field(int row, int column) const {
+  static const engine::Value null;
   if (row < FirstRow || row >= FirstRow + static_cast<int>(Rows.size())) {
     FirstRow = std::max(0, row - RowsBefore);
     // Rows that can't be read, as while another machine writes, show empty until the user moves on: asking
     // for them cell by cell would wait for each.
     const int count = std::min(RowsPerPage, Data1.RecordCount() - FirstRow);
     Rows.assign(static_cast<size_t>(count), {});
-    ReadFailed = !platform::ResumeNext([&] { Rows = Data1.Recordset().ReadRows(FirstRow, count); });
+    ReadFailed = !base::ResumeNext([&] { Rows = Data1.Recordset().ReadRows(FirstRow, count); });
   }
   const auto at = static_cast<size_t>(row - FirstRow);
   return at < Rows.size() && !Rows[at].empty() ? Rows[at][static_cast<size_t>(column)] : null;
 }
 
 QVariant RecordModel::TextOf(const QModelIndex& index) const {
-  const platform::Value& value = Field(index.row(), index.column());
-  if (value.userType() == QMetaType::QDateTime) return platform::FormatDate(value.toDateTime());
+  const engine::Value& value = Field(index.row(), index.column());
+  if (value.userType() == QMetaType::QDateTime) return base::FormatDate(value.toDateTime());
   return value.userType() == QMetaType::QString ? QVariant(value.toString().simplified()) : value;
 }
 

@@ -29,13 +29,13 @@ class RecordModel : public QAbstractTableModel {
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
  private:
-  const platform::Value& Field(int row, int column) const;
+  const engine::Value& Field(int row, int column) const;
   QVariant TextOf(const QModelIndex& index) const;
 
   catalogue::RecordList& Data1;
   mutable int FirstRow = 0;
   mutable bool ReadFailed = false;
-  mutable std::vector<std::vector<platform::Value>> Rows;
+  mutable std::vector<std::vector<engine::Value>> Rows;
 };
 
 }  // namespace veldrin::browse

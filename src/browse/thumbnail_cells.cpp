@@ -6,12 +6,11 @@
 #include <QPixmap>
 
 #include "catalogue/image_store.h"
-#include "platform/twips.h"
+#include "controls/twips.h"
 
 namespace veldrin::browse {
 
 using catalogue::ThumbnailBox;
-using platform::Shape;
 
 namespace {
 
@@ -40,7 +39,7 @@ ThumbCaption* MakeTitle(QWidget& panel) {
   auto* title = new ThumbCaption(&panel);
   title->setAlignment(Qt::AlignCenter);
   QPalette palette = title->palette();
-  palette.setColor(QPalette::WindowText, platform::FromBgr(0x0000FFFF));
+  palette.setColor(QPalette::WindowText, FromBgr(0x0000FFFF));
   title->setPalette(palette);
   return title;
 }
@@ -95,11 +94,11 @@ ThumbnailCells::ThumbnailCells(QWidget& panel) {
     const int left = ColumnLeft[static_cast<size_t>(i % CellsPerRow)];
     ThumbTitle[at] = MakeTitle(panel);
     ThumbTitle[at]->setObjectName(ArrayName("ThumbTitle", i));
-    platform::MoveTwips(*ThumbTitle[at], left, TitleTop(i), ThumbnailBox.Width, TitleHeight);
+    controls::MoveTwips(*ThumbTitle[at], left, TitleTop(i), ThumbnailBox.Width, TitleHeight);
 
     picThumb[at] = new PictureCell(&panel);
     picThumb[at]->setObjectName(ArrayName("picThumb", i));
-    platform::MoveTwips(*picThumb[at], left, RowTop[static_cast<size_t>(i / CellsPerRow)], ThumbnailBox.Width,
+    controls::MoveTwips(*picThumb[at], left, RowTop[static_cast<size_t>(i / CellsPerRow)], ThumbnailBox.Width,
                         ThumbnailBox.Height);
     shpMark[at]->Surround(*picThumb[at]);
 
@@ -123,8 +122,8 @@ void ThumbnailCells::Clear(int cell) {
 void ThumbnailCells::ShowPicture(int cell, const QImage& thumbnail, int width, int height) {
   ThumbImage& image = *ImgThumb[static_cast<size_t>(cell)];
   image.setPixmap(QPixmap::fromImage(thumbnail));
-  platform::MoveTwips(image, catalogue::Centre(ThumbnailBox.Width, width),
-                      catalogue::Centre(ThumbnailBox.Height, height), width, height);
+  controls::MoveTwips(image, pictures::Centre(ThumbnailBox.Width, width),
+                      pictures::Centre(ThumbnailBox.Height, height), width, height);
 }
 
 }  // namespace veldrin::browse

@@ -9,8 +9,8 @@
 #include <functional>
 
 #include "browse/page_arithmetic.h"
-#include "platform/caption_label.h"
-#include "platform/shape.h"
+#include "browse/shape.h"
+#include "controls/caption_label.h"
 
 namespace veldrin::browse {
 
@@ -58,12 +58,12 @@ class MouseReporter : public Base {
 };
 
 using ThumbImage = MouseReporter<QLabel>;
-using ThumbCaption = MouseReporter<platform::CaptionLabel>;
+using ThumbCaption = MouseReporter<controls::CaptionLabel>;
 
 /// The colours in which the frames are drawn at the start.
-constexpr QColor MarkDesignColor = platform::FromBgr(0x00400000);
-constexpr QColor DimmedColor = platform::FromBgr(0x00808080);
-constexpr QColor FocusColor = platform::FromBgr(255);
+constexpr QColor MarkDesignColor = FromBgr(0x00400000);
+constexpr QColor DimmedColor = FromBgr(0x00808080);
+constexpr QColor FocusColor = FromBgr(255);
 
 /// The controls; they belong to the panel they are made on.
 struct ThumbnailCells {
@@ -72,8 +72,8 @@ struct ThumbnailCells {
   std::array<PictureCell*, CellCount> picThumb{};
   std::array<ThumbImage*, CellCount> ImgThumb{};
   std::array<ThumbCaption*, CellCount> ThumbTitle{};
-  std::array<platform::Shape*, CellCount> shpMark{};
-  platform::Shape* shpThumb = nullptr;
+  std::array<Shape*, CellCount> shpMark{};
+  Shape* shpThumb = nullptr;
 
   void HideFrames();
   /// Hides a cell and empties its title.

@@ -5,18 +5,18 @@
 #include <QMouseEvent>
 #include <algorithm>
 
+#include "base/failure.h"
 #include "browse/external_viewing.h"
 #include "catalogue/image_store.h"
-#include "platform/failure.h"
-#include "platform/panel_size.h"
-#include "platform/picture.h"
-#include "platform/twips.h"
+#include "controls/panel_size.h"
+#include "controls/twips.h"
+#include "pictures/picture.h"
 
 namespace veldrin::browse {
 
+using base::EndSilently;
+using base::ResumeNext;
 using catalogue::RepositionGuard;
-using platform::EndSilently;
-using platform::ResumeNext;
 
 namespace {
 
@@ -25,7 +25,7 @@ const QString ImageTypeField = QStringLiteral("ImageType");
 
 }  // namespace
 
-ThumbnailPage::ThumbnailPage(catalogue::RecordList& data1, platform::DBEngine& engine,
+ThumbnailPage::ThumbnailPage(catalogue::RecordList& data1, engine::DBEngine& engine,
                              const catalogue::Paths& paths, QWidget* tab)
     : QWidget(tab),
       Data1(data1),
@@ -37,13 +37,13 @@ ThumbnailPage::ThumbnailPage(catalogue::RecordList& data1, platform::DBEngine& e
   setObjectName(QStringLiteral("ThumbPannel"));
   setAutoFillBackground(true);
   setPalette(QPalette(QColor(0x4f, 0x6d, 0x8c)));
-  platform::MoveTwips(*this, 0, 0, platform::BrowserWidth, platform::PanelHeight);
+  controls::MoveTwips(*this, 0, 0, controls::BrowserWidth, controls::PanelHeight);
 
   Scroll->setObjectName(QStringLiteral("ThumbVScroll"));
   Scroll->setFocusPolicy(Qt::NoFocus);
   Scroll->setSingleStep(1);
   Scroll->setPageStep(1);
-  platform::MoveTwips(*Scroll, 8040, 0, 255, 9615);
+  controls::MoveTwips(*Scroll, 8040, 0, 255, 9615);
   connect(Scroll, &QScrollBar::valueChanged, this, &ThumbnailPage::ThumbVScroll_Change);
 
   for (int i = 0; i < CellCount; ++i) ConnectCell(i);
@@ -68,7 +68,7 @@ QPushButton* ThumbnailPage::MakeButton(const char* name, const char* icon, const
   button->setIcon(QIcon::fromTheme(QLatin1String(icon)));
   button->setToolTip(tip);
   button->setAccessibleName(tip);
-  platform::MoveTwips(*button, left, 7215, 885, 420);
+  controls::MoveTwips(*button, left, 7215, 885, 420);
   button->hide();
   Buttons.push_back(button);
   return button;
@@ -134,7 +134,7 @@ void ThumbnailPage::BeginMissing(int start, ThumbnailMaker& maker) const {
   }
 }
 
-void ThumbnailPage::FillCell(int cell, platform::Database& database, ThumbnailMaker& maker) {
+void ThumbnailPage::FillCell(int cell, engine::Database& database, ThumbnailMaker& maker) {
   const auto at = static_cast<size_t>(cell);
   const int photoId = Data1.Field(PhotoIDField).toInt();
   const bool made = maker.Finish(photoId);
@@ -146,8 +146,8 @@ void ThumbnailPage::FillCell(int cell, platform::Database& database, ThumbnailMa
   if (!QFileInfo::exists(thumbnail) && (there || !made)) {
     CreateThumbnail(ThePaths, photoId, Data1.Field(ImageTypeField).toString(), devicePixelRatioF());
   }
-  const platform::Picture picture = platform::LoadPicture(thumbnail);
-  const catalogue::TwipSize size = FitToBox(picture, catalogue::ThumbnailBox);
+  const pictures::Picture picture = pictures::LoadPicture(thumbnail);
+  const pictures::TwipSize size = FitToBox(picture, catalogue::ThumbnailBox);
   Cells.ShowPicture(cell, picture.Image(), size.Width, size.Height);
   Cells.ThumbTitle[at]->SetCaption(QStringLiteral("%1: ").arg(photoId) +
                                    Data1.Field(QStringLiteral("Title")).toString());
@@ -328,12 +328,12 @@ void ThumbnailPage::RecordAll_Click() {
 
 void ThumbnailPage::ClearSelection() {
   if (Data1.SelBookmarks.Count() == 0) return;
-  for (platform::Shape* mark : Cells.shpMark) mark->hide();
+  for (Shape* mark : Cells.shpMark) mark->hide();
   Data1.SelBookmarks.Clear();
 }
 
 void ThumbnailPage::ToggleSelection(int cell) {
-  platform::Shape& mark = *Cells.shpMark[static_cast<size_t>(cell)];
+  Shape& mark = *Cells.shpMark[static_cast<size_t>(cell)];
   MoveToCell(cell);
   if (mark.isHidden()) {
     AddSelectedRecord();
@@ -345,7 +345,7 @@ void ThumbnailPage::ToggleSelection(int cell) {
 }
 
 void ThumbnailPage::SetMarkColor(QColor color) {
-  for (platform::Shape* mark : Cells.shpMark) mark->SetBorderColor(color);
+  for (Shape* mark : Cells.shpMark) mark->SetBorderColor(color);
 }
 
 bool ThumbnailPage::MarksAreDimmed() const { return Cells.shpMark[0]->BorderColor() == DimmedColor; }

@@ -12,7 +12,7 @@
 #include "browse/thumbnail_maker.h"
 #include "catalogue/paths.h"
 #include "catalogue/record_list.h"
-#include "platform/dao/db_engine.h"
+#include "engine/dao/db_engine.h"
 
 namespace veldrin::browse {
 
@@ -24,7 +24,7 @@ class ThumbnailPage : public QWidget {
 
  public:
   /// The page and its four buttons belong to `tab`.
-  ThumbnailPage(catalogue::RecordList& data1, platform::DBEngine& engine, const catalogue::Paths& paths,
+  ThumbnailPage(catalogue::RecordList& data1, engine::DBEngine& engine, const catalogue::Paths& paths,
                 QWidget* tab);
 
   /// The cell that shows the current record.
@@ -83,7 +83,7 @@ class ThumbnailPage : public QWidget {
   void ThumbVScroll_Change();
 
   void FillPage(int start);
-  void FillCell(int cell, platform::Database& database, ThumbnailMaker& maker);
+  void FillCell(int cell, engine::Database& database, ThumbnailMaker& maker);
   void BeginMissing(int start, ThumbnailMaker& maker) const;
   void MoveToCell(int cell);
   void ToggleSelection(int cell);
@@ -92,7 +92,7 @@ class ThumbnailPage : public QWidget {
   void ShowRecordMenu(const QMouseEvent& event);
 
   catalogue::RecordList& Data1;
-  platform::DBEngine& Engine;
+  engine::DBEngine& Engine;
   const catalogue::Paths& ThePaths;
   ThumbnailCells Cells;
   QScrollBar* Scroll;

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/runtime_error.h"
+#include "base/runtime_error.h"
 
 namespace veldrin::catalogue {
 
@@ -47,7 +47,7 @@ void RecordList::Refresh() {
     if (!TheDatabase) TheDatabase = Engine.OpenDatabase(DatabaseName);
     TheRecordset = TheDatabase->OpenRecordset(RecordSource);
     TheRecordset->RecordCount();  // Reads the keys, and so raises what is wrong with the source.
-  } catch (const platform::RuntimeError&) {
+  } catch (const base::RuntimeError&) {
     TheRecordset.reset();
     Q_EMIT Refreshed();
     throw;
@@ -56,9 +56,9 @@ void RecordList::Refresh() {
   Q_EMIT Reposition();
 }
 
-platform::Recordset& RecordList::Recordset() const {
+engine::Recordset& RecordList::Recordset() const {
   if (!TheRecordset)
-    throw platform::RuntimeError(platform::errObjectNotSet, QStringLiteral("Object variable not set."));
+    throw base::RuntimeError(base::errObjectNotSet, QStringLiteral("Object variable not set."));
   return *TheRecordset;
 }
 

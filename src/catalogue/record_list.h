@@ -6,7 +6,7 @@
 #include <memory>
 #include <vector>
 
-#include "platform/dao/db_engine.h"
+#include "engine/dao/db_engine.h"
 
 namespace veldrin::catalogue {
 
@@ -42,7 +42,7 @@ class RecordList : public QObject {
   Q_OBJECT
 
  public:
-  explicit RecordList(platform::DBEngine& engine) : Engine(engine) {}
+  explicit RecordList(engine::DBEngine& engine) : Engine(engine) {}
   ~RecordList() override;
 
   QString DatabaseName;
@@ -58,7 +58,7 @@ class RecordList : public QObject {
 
   /// For reading: moves go through the operations below. Raises 91 before the first Refresh and after one
   /// that failed; the list counts as empty then.
-  platform::Recordset& Recordset() const;
+  engine::Recordset& Recordset() const;
 
   // The recordset's operations; each move emits Reposition.
   int RecordCount() const { return TheRecordset ? TheRecordset->RecordCount() : 0; }
@@ -76,7 +76,7 @@ class RecordList : public QObject {
   /// -1 for a bookmark that isn't in the list.
   int PositionOf(int bookmark) const { return Recordset().PositionOf(bookmark); }
   void Reread() { Recordset().Reread(); }
-  platform::Value Field(const QString& name) const { return Recordset().Field(name); }
+  engine::Value Field(const QString& name) const { return Recordset().Field(name); }
 
   SelBookmarkList SelBookmarks;
 
@@ -87,9 +87,9 @@ class RecordList : public QObject {
   void Reposition();
 
  private:
-  platform::DBEngine& Engine;
-  std::unique_ptr<platform::Database> TheDatabase;
-  std::unique_ptr<platform::Recordset> TheRecordset;
+  engine::DBEngine& Engine;
+  std::unique_ptr<engine::Database> TheDatabase;
+  std::unique_ptr<engine::Recordset> TheRecordset;
 };
 
 /// Sets SuppressReposition for as long as it lives.

@@ -2,12 +2,12 @@
 
 #include <QStringList>
 
-#include "platform/runtime_error.h"
-#include "platform/sql_dialect.h"
+#include "base/runtime_error.h"
+#include "engine/sql_dialect.h"
 
 namespace veldrin::catalogue {
 
-using platform::QuoteSql;
+using engine::QuoteSql;
 
 namespace {
 
@@ -61,11 +61,11 @@ void RecordSource::SetRecordSource() {
   // A new list: no routine walks the old one. A page without records and the end of a show leave the guard
   // up.
   Data1.SuppressReposition = false;
-  const platform::Node* node = Tree.SelectedItem();
-  if (node == nullptr || node->Index() < 2) {
+  const QString folder = Folder();
+  if (folder.isEmpty()) {
     RecordSourceSql = QStringLiteral("SELECT tblPhotos.* FROM tblPhotos") + BuildQueryClause(Query);
   } else {
-    SetActiveFolder(node->Tag());
+    SetActiveFolder(folder);
     RecordSourceSql = QStringLiteral("SELECT qryPhotos.* FROM qryPhotos") + BuildQueryClause(Query);
   }
   // The moves below must not load images.
@@ -74,7 +74,7 @@ void RecordSource::SetRecordSource() {
   Data1.RecordSource = RecordSourceSql;
   try {
     Data1.Refresh();
-  } catch (const platform::RuntimeError&) {
+  } catch (const base::RuntimeError&) {
     Views.InitThumbScroll();
     if (preview) Views.SetPreview(true);
     throw;

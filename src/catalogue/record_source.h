@@ -2,10 +2,10 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 
 #include "catalogue/paths.h"
 #include "catalogue/record_list.h"
-#include "platform/tree_view.h"
 
 namespace veldrin::catalogue {
 
@@ -44,12 +44,15 @@ class RecordViews {
   virtual void InitThumbScroll() = 0;
 };
 
+/// Tells the key of the selected folder; empty for the whole catalogue.
+using SelectedFolder = std::function<QString()>;
+
 /// The one place where the list of records changes.
 class RecordSource {
  public:
-  RecordSource(RecordList& data1, const platform::TreeView& tvTreeView, platform::DBEngine& engine,
-               const Paths& paths, RecordViews& views)
-      : Data1(data1), Tree(tvTreeView), Engine(engine), ThePaths(paths), Views(views) {}
+  RecordSource(RecordList& data1, SelectedFolder folder, engine::DBEngine& engine, const Paths& paths,
+               RecordViews& views)
+      : Data1(data1), Folder(std::move(folder)), Engine(engine), ThePaths(paths), Views(views) {}
 
   Criteria Query;
   /// The SQL last given to the list.
@@ -58,8 +61,8 @@ class RecordSource {
   /// Empties the criteria; the list stays as it is.
   void ClearQuery() { Query = Criteria{}; }
 
-  /// Reads the list for the selected node and the criteria, and brings the dependent controls up to date. The
-  /// list then stands on its first record or is empty. Raises the error of criteria that the engine can't
+  /// Reads the list for the selected folder and the criteria, and brings the dependent controls up to date.
+  /// The list then stands on its first record or is empty. Raises the error of criteria that the engine can't
   /// read.
   void SetRecordSource();
 
@@ -67,8 +70,8 @@ class RecordSource {
   void SetActiveFolder(const QString& key);
 
   RecordList& Data1;
-  const platform::TreeView& Tree;
-  platform::DBEngine& Engine;
+  SelectedFolder Folder;
+  engine::DBEngine& Engine;
   const Paths& ThePaths;
   RecordViews& Views;
 };

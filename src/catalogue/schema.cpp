@@ -4,19 +4,18 @@
 #include <QFileInfo>
 #include <cstdio>
 
-#include "platform/file_copy.h"
-#include "platform/msg_box.h"
-#include "platform/own_directory.h"
-#include "platform/runtime_error.h"
+#include "base/runtime_error.h"
+#include "desktop/file_copy.h"
+#include "desktop/own_directory.h"
 
 namespace veldrin::catalogue {
 
 namespace {
 
-using platform::Field;
-using platform::Index;
-using platform::RuntimeError;
-using platform::TableDef;
+using base::RuntimeError;
+using engine::Field;
+using engine::Index;
+using engine::TableDef;
 
 QString TemplateName() { return QStringLiteral("TmpPhotos.mdb"); }
 
@@ -24,13 +23,13 @@ QString TemplateName() { return QStringLiteral("TmpPhotos.mdb"); }
 void CopyOver(const QString& source, const QString& target) {
   const QString part = target + QStringLiteral(".part");
   QFile::remove(part);
-  const platform::FileCopy copy(source, part);
+  const desktop::FileCopy copy(source, part);
   // A copy that a crash left behind may have left the log of a change that was under way: it is not of this
   // file.
   QFile::remove(target + QStringLiteral("-journal"));
   if (std::rename(QFile::encodeName(part).constData(), QFile::encodeName(target).constData()) != 0) {
     QFile::remove(part);
-    throw RuntimeError(platform::errPathFileAccess, QStringLiteral("Path/File access error: %1").arg(target));
+    throw RuntimeError(base::errPathFileAccess, QStringLiteral("Path/File access error: %1").arg(target));
   }
 }
 
@@ -46,21 +45,21 @@ QVector<Index> PrimaryKey(const QStringList& fields) {
   return {{QStringLiteral("PrimaryKey"), fields, true, true}};
 }
 
-void AppendLinks(platform::Database& db, const QString& file) {
+void AppendLinks(engine::Database& db, const QString& file) {
   db.Append(LinkedTable(QStringLiteral("tblPhotos"), file));
   db.Append(LinkedTable(QStringLiteral("tblPhotoLinks"), file));
   for (int level = 1; level <= LevelCount; ++level) db.Append(LinkedTable(LevelTable(level), file));
 }
 
-void AppendWorkingTables(platform::Database& db) {
-  const Field idNo{QStringLiteral("IDNo"), platform::dbText, 40};
-  const Field photoId{QStringLiteral("PhotoID"), platform::dbLong};
-  const Field imageType{QStringLiteral("ImageType"), platform::dbText, 3};
-  const Field lastModifyDate{QStringLiteral("LastModifyDate"), platform::dbDate};
+void AppendWorkingTables(engine::Database& db) {
+  const Field idNo{QStringLiteral("IDNo"), engine::dbText, 40};
+  const Field photoId{QStringLiteral("PhotoID"), engine::dbLong};
+  const Field imageType{QStringLiteral("ImageType"), engine::dbText, 3};
+  const Field lastModifyDate{QStringLiteral("LastModifyDate"), engine::dbDate};
 
   TableDef actFolder;
   actFolder.Name = QStringLiteral("ActFolder");
-  actFolder.Fields = {idNo, {QStringLiteral("Length"), platform::dbInteger}};
+  actFolder.Fields = {idNo, {QStringLiteral("Length"), engine::dbInteger}};
   db.Append(actFolder);
 
   TableDef actPhotoLinks;
@@ -74,10 +73,10 @@ void AppendWorkingTables(platform::Database& db) {
   photos.Name = QStringLiteral("Photos");
   photos.Fields = {photoId,
                    imageType,
-                   {QStringLiteral("Title"), platform::dbText, 60},
-                   {QStringLiteral("CreateDate"), platform::dbDate},
-                   {QStringLiteral("MadeBy"), platform::dbText, 26},
-                   {QStringLiteral("Description"), platform::dbText, 255},
+                   {QStringLiteral("Title"), engine::dbText, 60},
+                   {QStringLiteral("CreateDate"), engine::dbDate},
+                   {QStringLiteral("MadeBy"), engine::dbText, 26},
+                   {QStringLiteral("Description"), engine::dbText, 255},
                    lastModifyDate};
   photos.Indexes = PrimaryKey({photoId.Name});
   db.Append(photos);
@@ -100,7 +99,7 @@ QString QryPhotosSql() {
              "INNER JOIN ActFolder ON LEFT(tblPhotoLinks.IDNo, ActFolder.Length) = ActFolder.IDNo");
 }
 
-void FillWorkFile(const Paths& paths, platform::DBEngine& engine) {
+void FillWorkFile(const Paths& paths, engine::DBEngine& engine) {
   // Closed at the end, also by an error.
   const auto db = engine.OpenDatabase(paths.WorkFile);
   AppendLinks(*db, paths.DatabaseFile);
@@ -113,27 +112,25 @@ void FillWorkFile(const Paths& paths, platform::DBEngine& engine) {
 
 QString LevelTable(int level) { return QStringLiteral("tblLevel%1").arg(level); }
 
-bool CreateWorkFile(Paths& paths, platform::DBEngine& engine, const QString& programPath) {
+bool CreateWorkFile(Paths& paths, engine::DBEngine& engine, const QString& programPath) {
   paths.WorkFile = TemplateName();
-  engine.DefaultType = platform::dbUseJet;
+  engine.DefaultType = engine::dbUseJet;
   engine.DefaultUser = QStringLiteral("Veldrin");
   engine.DefaultPassword = QStringLiteral("qzmvrtkle");
   try {
-    platform::RequireOwnDirectory(paths.TempDir);
+    desktop::RequireOwnDirectory(paths.TempDir);
     CopyOver(programPath + QStringLiteral("/Database/") + TemplateName(), paths.TempDir + TemplateName());
   } catch (const std::exception&) {
-    platform::MsgBox(nullptr, QStringLiteral("Unable to Connect to the Access Tables."));
     return false;
   }
   paths.WorkFile = paths.TempDir + TemplateName();
   return true;
 }
 
-bool OpenCatalogue(const Paths& paths, platform::DBEngine& engine) {
+bool OpenCatalogue(const Paths& paths, engine::DBEngine& engine) {
   try {
     FillWorkFile(paths, engine);
   } catch (const std::exception&) {
-    platform::MsgBox(nullptr, QStringLiteral("Unable to Initialize User Tables."));
     return false;
   }
   return true;

@@ -5,7 +5,7 @@
 #include <QString>
 
 #include "catalogue/paths.h"
-#include "platform/dao/db_engine.h"
+#include "engine/dao/db_engine.h"
 
 namespace veldrin::catalogue {
 
@@ -15,12 +15,12 @@ constexpr int LevelCount = 10;
 QString LevelTable(int level);
 
 /// Copies the template below the program directory to TempDir and sets Paths::WorkFile and the engine's
-/// account. On failure shows "Unable to Connect to the Access Tables." and returns false.
-bool CreateWorkFile(Paths& paths, platform::DBEngine& engine, const QString& programPath);
+/// account. False when there is no template or no room for its copy.
+bool CreateWorkFile(Paths& paths, engine::DBEngine& engine, const QString& programPath);
 
-/// Links, creates and fills the working copy. On failure shows "Unable to Initialize User Tables." and
-/// returns false; the half-built copy stays.
-bool OpenCatalogue(const Paths& paths, platform::DBEngine& engine);
+/// Links, creates and fills the working copy. False when the permanent catalogue is missing, damaged or
+/// another program's; the half-built copy stays.
+bool OpenCatalogue(const Paths& paths, engine::DBEngine& engine);
 
 /// Deletes the working copy, if one was made. A failure is of no importance: the next start replaces the
 /// file.

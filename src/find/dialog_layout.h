@@ -2,7 +2,7 @@
 // a date with its four digits of the year has room.
 #pragma once
 
-#include "platform/twips.h"
+#include "controls/twips.h"
 
 namespace veldrin::find {
 
@@ -10,10 +10,10 @@ constexpr double DialogScale = 1.4;
 
 /// Places a control of a dialog; all four lengths in the design's twips.
 inline void MoveInDialog(QWidget& control, double left, double top, double width, double height) {
-  platform::MoveTwips(control, left * DialogScale, top * DialogScale, width * DialogScale,
+  controls::MoveTwips(control, left * DialogScale, top * DialogScale, width * DialogScale,
                       height * DialogScale);
 }
 
-inline int DialogPixels(double twips) { return platform::ToPixels(twips * DialogScale); }
+inline int DialogPixels(double twips) { return base::ToPixels(twips * DialogScale); }
 
 }  // namespace veldrin::find

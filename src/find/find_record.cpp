@@ -2,15 +2,15 @@
 
 #include <QRegularExpression>
 
-#include "platform/dates.h"
-#include "platform/failure.h"
-#include "platform/msg_box.h"
-#include "platform/sql_dialect.h"
+#include "base/dates.h"
+#include "controls/error_box.h"
+#include "controls/msg_box.h"
+#include "engine/sql_dialect.h"
 
 namespace veldrin::find {
 
-using platform::FieldType;
-using platform::RuntimeError;
+using base::RuntimeError;
+using engine::FieldType;
 
 namespace {
 
@@ -22,18 +22,18 @@ bool IsNumber(const QString& text) {
 }  // namespace
 
 QString SearchCriterion(const QString& field, FieldType type, const QString& value) {
-  if (type == platform::dbText) {
-    return QStringLiteral("[%1] LIKE '*%2*'").arg(field, platform::QuoteSql(value));
+  if (type == engine::dbText) {
+    return QStringLiteral("[%1] LIKE '*%2*'").arg(field, engine::QuoteSql(value));
   }
-  if (type == platform::dbDate) {
+  if (type == engine::dbDate) {
     QString criterion = QStringLiteral("DateValue([%1]) = #%2#").arg(field, value);
-    if (platform::ParseDate(value)) return criterion;
-    throw RuntimeError(platform::errSyntax,
+    if (base::ParseDate(value)) return criterion;
+    throw RuntimeError(base::errSyntax,
                        QStringLiteral("Syntax error in date in query expression '%1'.").arg(criterion));
   }
   QString criterion = QStringLiteral("[%1] = %2").arg(field, value);
   if (IsNumber(value)) return criterion;
-  throw RuntimeError(platform::errSyntax,
+  throw RuntimeError(base::errSyntax,
                      QStringLiteral("Syntax error in query expression '%1'.").arg(criterion));
 }
 
@@ -50,7 +50,7 @@ bool RecordSearch::MoveToMatch(frmSearch::SearchMode mode) {
 
 RecordSearch::Result RecordSearch::FindRecord() {
   Result result = NotSearched;
-  platform::TrapWithBox(&Window, [&] {
+  controls::TrapWithBox(&Window, [&] {
     frmSearch dialog(Last, Fields, &Window);
     dialog.exec();
     if (Last.MatchVal.isEmpty() || dialog.FindMode == frmSearch::Cancelled) return;
@@ -64,7 +64,7 @@ void RecordSearch::SearchBttn_Click() {
   const Result result = FindRecord();
   if (result == NotSearched) return;
   if (result == NoMatch) {
-    platform::MsgBox(&Window, QStringLiteral("Record not fund!"), platform::vbInformation,
+    controls::MsgBox(&Window, QStringLiteral("Record not fund!"), controls::vbInformation,
                      QStringLiteral("Information"));
   }
   Views.ShowFolderRecords();

@@ -13,7 +13,7 @@ namespace veldrin::find {
 
 /// The criterion of a search: a text is contained, a date is the same day, a number is equal. Raises 3075 for
 /// a value that is no date or no number, whatever else it may say to the engine.
-QString SearchCriterion(const QString& field, platform::FieldType type, const QString& value);
+QString SearchCriterion(const QString& field, engine::FieldType type, const QString& value);
 
 class RecordSearch {
  public:

@@ -1,7 +1,7 @@
 #include "find/query.h"
 
+#include "base/runtime_error.h"
 #include "find/query_dialog.h"
-#include "platform/runtime_error.h"
 
 namespace veldrin::find {
 
@@ -36,7 +36,7 @@ void Query::QueryBttn_Click() {
   if (!dialog.QryAccepted) return;
   try {
     Source.SetRecordSource();
-  } catch (const platform::RuntimeError&) {
+  } catch (const base::RuntimeError&) {
     Views.ShowFolderRecords();  // No view may go on showing what the list no longer holds.
     throw;
   }

@@ -6,10 +6,10 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 
+#include "base/dates.h"
+#include "controls/entry_field.h"
+#include "controls/msg_box.h"
 #include "find/dialog_layout.h"
-#include "platform/dates.h"
-#include "platform/entry_field.h"
-#include "platform/msg_box.h"
 
 namespace veldrin::find {
 
@@ -33,7 +33,7 @@ QString TextOf(const QLineEdit& field) { return field.text().remove(QChar::Null)
 
 }  // namespace
 
-bool IsValidDate(const QString& value) { return value.isEmpty() || platform::ParseDate(value).has_value(); }
+bool IsValidDate(const QString& value) { return value.isEmpty() || base::ParseDate(value).has_value(); }
 
 frmQry::frmQry(catalogue::Criteria& criteria, QWidget* parent)
     : QDialog(parent), Criteria(criteria), Picture1(new QWidget(this)) {
@@ -52,7 +52,7 @@ frmQry::frmQry(catalogue::Criteria& criteria, QWidget* parent)
 QLineEdit* frmQry::MakeField(const QString& name, double left, double top, double width) {
   auto* field = new QLineEdit(Picture1);
   field->setObjectName(name);
-  platform::InstallEntryManners(*field);
+  controls::InstallEntryManners(*field);
   MoveInDialog(*field, left, top, width, FieldHeight);
   return field;
 }
@@ -160,7 +160,7 @@ bool frmQry::eventFilter(QObject* watched, QEvent* event) {
 bool frmQry::CheckDate(int index) {
   if (IsValidDate(qCrtDate[index]->text())) return true;
   const QScopedValueRollback<bool> checking(Checking, true);
-  platform::MsgBox(this, QStringLiteral("Invalid date value!"), platform::vbInformation,
+  controls::MsgBox(this, QStringLiteral("Invalid date value!"), controls::vbInformation,
                    QStringLiteral("Error"));
   qCrtDate[index]->setFocus();
   return false;

@@ -1,25 +1,25 @@
 #include "folders/folder_browser.h"
 
-#include "platform/busy_pointer.h"
-#include "platform/msg_box.h"
+#include "controls/busy_pointer.h"
+#include "controls/msg_box.h"
 
 namespace veldrin::folders {
 
-using platform::Node;
+using controls::Node;
 
-FolderBrowser::FolderBrowser(platform::TreeView& tvTreeView, QLineEdit& txtFldrSearch,
+FolderBrowser::FolderBrowser(controls::TreeView& tvTreeView, QLineEdit& txtFldrSearch,
                              catalogue::RecordSource& source, FolderViews& views)
     : Tree(tvTreeView), Search(txtFldrSearch), Source(source), Views(views) {
-  connect(&Tree, &platform::TreeView::MouseDown, this, &FolderBrowser::tvTreeView_MouseDown);
-  connect(&Tree, &platform::TreeView::NodeClick, this, [this](Node* node) { tvTreeView_NodeClick(*node); });
+  connect(&Tree, &controls::TreeView::MouseDown, this, &FolderBrowser::tvTreeView_MouseDown);
+  connect(&Tree, &controls::TreeView::NodeClick, this, [this](Node* node) { tvTreeView_NodeClick(*node); });
   // Before a key moves the selection it stands on the node that the views show, as before a click.
-  connect(&Tree, &platform::TreeView::KeyDown, this, &FolderBrowser::NoteSelection);
-  connect(&Tree, &platform::TreeView::KeyUp, this, &FolderBrowser::tvTreeView_KeyUp);
+  connect(&Tree, &controls::TreeView::KeyDown, this, &FolderBrowser::NoteSelection);
+  connect(&Tree, &controls::TreeView::KeyUp, this, &FolderBrowser::tvTreeView_KeyUp);
 }
 
 void FolderBrowser::tvTreeView_NodeClick(const Node& node) {
   if (node.Index() == LastNodeIndex) return;
-  const platform::BusyPointer busy;
+  const controls::BusyPointer busy;
   Source.ClearQuery();
   Source.SetRecordSource();
   Views.ShowFolderRecords();
@@ -54,7 +54,7 @@ void FolderBrowser::bttnGo_Click() {
     Views.SetRecordMenus();
     return;
   }
-  platform::MsgBox(&Tree, QStringLiteral("The folder can't be found!"), platform::vbInformation,
+  controls::MsgBox(&Tree, QStringLiteral("The folder can't be found!"), controls::vbInformation,
                    QStringLiteral("Folder Search"));
 }
 

@@ -5,7 +5,7 @@
 #include <QObject>
 
 #include "catalogue/record_source.h"
-#include "platform/tree_view.h"
+#include "controls/tree_view.h"
 
 namespace veldrin::folders {
 
@@ -27,14 +27,14 @@ class FolderViews {
 class FolderBrowser : public QObject {
  public:
   /// The search box belongs to the caller.
-  FolderBrowser(platform::TreeView& tvTreeView, QLineEdit& txtFldrSearch, catalogue::RecordSource& source,
+  FolderBrowser(controls::TreeView& tvTreeView, QLineEdit& txtFldrSearch, catalogue::RecordSource& source,
                 FolderViews& views);
 
   /// The index of the node that the views are taken to show; -1 makes the next tvTreeView_NodeClick act.
   int LastNodeIndex = -1;
 
   /// Refreshes everything for the selected folder, unless `node` is the one shown already.
-  void tvTreeView_NodeClick(const platform::Node& node);
+  void tvTreeView_NodeClick(const controls::Node& node);
   void tvTreeView_MouseDown(Qt::MouseButton button, const QPoint& point);
   void tvTreeView_KeyUp() { NoteSelection(); }
   /// Selects the first folder of the name typed, in the order of making, without regard to case.
@@ -43,7 +43,7 @@ class FolderBrowser : public QObject {
  private:
   void NoteSelection();
 
-  platform::TreeView& Tree;
+  controls::TreeView& Tree;
   QLineEdit& Search;
   catalogue::RecordSource& Source;
   FolderViews& Views;

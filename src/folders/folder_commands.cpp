@@ -4,25 +4,25 @@
 #include <utility>
 
 #include "catalogue/schema.h"
+#include "controls/busy_pointer.h"
+#include "controls/msg_box.h"
+#include "engine/sql_dialect.h"
 #include "folders/folder_nodes.h"
 #include "folders/folder_rows.h"
 #include "folders/folder_tree.h"
-#include "platform/busy_pointer.h"
-#include "platform/msg_box.h"
-#include "platform/sql_dialect.h"
 
 namespace veldrin::folders {
 
-using platform::Database;
-using platform::Node;
+using controls::Node;
+using engine::Database;
 
-FolderCommands::FolderCommands(platform::TreeView& tvTreeView, FolderBrowser& browser, FolderViews& views,
-                               platform::DBEngine& engine, const catalogue::Paths& paths)
+FolderCommands::FolderCommands(controls::TreeView& tvTreeView, FolderBrowser& browser, FolderViews& views,
+                               engine::DBEngine& engine, const catalogue::Paths& paths)
     : Tree(tvTreeView), Browser(browser), Views(views), Engine(engine), ThePaths(paths) {
-  connect(&Tree, &platform::TreeView::AfterLabelEdit, this, &FolderCommands::tvTreeView_AfterLabelEdit);
-  connect(&Tree, &platform::TreeView::LabelEditCancelled, this,
+  connect(&Tree, &controls::TreeView::AfterLabelEdit, this, &FolderCommands::tvTreeView_AfterLabelEdit);
+  connect(&Tree, &controls::TreeView::LabelEditCancelled, this,
           &FolderCommands::tvTreeView_LabelEditCancelled);
-  connect(&Tree, &platform::TreeView::NodeRemoved, this, [this](const Node* node) {
+  connect(&Tree, &controls::TreeView::NodeRemoved, this, [this](const Node* node) {
     if (node == FolderCutNode) FolderCutNode = nullptr;
     if (node == FolderCopyNode) FolderCopyNode = nullptr;
     if (node == AddedNode) AddedNode = nullptr;
@@ -32,7 +32,7 @@ FolderCommands::FolderCommands(platform::TreeView& tvTreeView, FolderBrowser& br
 // What a command writes is stored as a whole, or after an error not at all.
 template <class Work>
 void FolderCommands::InOneGroup(Work&& work) {
-  const platform::BusyPointer busy;
+  const controls::BusyPointer busy;
   const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
   database->BeginTrans();
   work(*database);
@@ -64,7 +64,7 @@ void FolderCommands::EditFolderName() {
 
 // A new folder stands under its first name, and is the one selected: the list must be its own.
 void FolderCommands::tvTreeView_LabelEditCancelled() {
-  const platform::Node* added = std::exchange(AddedNode, nullptr);
+  const controls::Node* added = std::exchange(AddedNode, nullptr);
   if (added != nullptr && added == Tree.SelectedItem()) Refresh(*added);
 }
 
@@ -72,17 +72,16 @@ void FolderCommands::tvTreeView_AfterLabelEdit(bool& Cancel, QString& NewString)
   Node& node = *Tree.SelectedItem();
   if (IsDuplicateFolder(node, NewString)) {
     Cancel = true;
-    platform::MsgBox(&Tree, QStringLiteral("Duplicate Folder Name!"), platform::vbInformation,
+    controls::MsgBox(&Tree, QStringLiteral("Duplicate Folder Name!"), controls::vbInformation,
                      QStringLiteral("Error"));
     return EditFolderName();
   }
   // No name clashes with a key; one that the catalogue has no room for must not be shown as if it were
   // stored.
   Engine.OpenDatabase(ThePaths.WorkFile)
-      ->Execute(
-          QStringLiteral("UPDATE %1 SET FolderName = '%2' WHERE IDNo = '%3'")
-              .arg(catalogue::LevelTable(GetNodeLevel(node)), platform::QuoteSql(NewString), node.Tag()),
-          platform::dbFailOnError);
+      ->Execute(QStringLiteral("UPDATE %1 SET FolderName = '%2' WHERE IDNo = '%3'")
+                    .arg(catalogue::LevelTable(GetNodeLevel(node)), engine::QuoteSql(NewString), node.Tag()),
+                engine::dbFailOnError);
   AddedNode = nullptr;
   node.SetText(NewString);
   Refresh(node);
@@ -93,8 +92,8 @@ void FolderCommands::FolderDel_Click() {
   if (node.Index() == 1) return;
   const QString question =
       QStringLiteral("Are you sue to delete the folder ") + node.Text() + QLatin1Char('?');
-  if (platform::MsgBox(&Tree, question, platform::vbYesNo | platform::vbQuestion | platform::vbDefaultButton2,
-                       QStringLiteral("Question")) != platform::vbYes) {
+  if (controls::MsgBox(&Tree, question, controls::vbYesNo | controls::vbQuestion | controls::vbDefaultButton2,
+                       QStringLiteral("Question")) != controls::vbYes) {
     return;
   }
   const Node& parent = *node.Parent();
@@ -169,7 +168,7 @@ Node& FolderCommands::PasteNodes(Database& database, const Node& source, bool is
   Node& pasted = CopyFolderNodes(Tree, target, source);
   QString own;
   if (IsDuplicateFolder(pasted, own) && isCopy)
-    pasted.SetText((QStringLiteral("Copy of ") + pasted.Text()).left(platform::MaxLabelLength));
+    pasted.SetText((QStringLiteral("Copy of ") + pasted.Text()).left(controls::MaxLabelLength));
   FolderWriter writer(database);
   pasted.SetTag(writer.AddFolderRecord(GetNodeLevel(pasted), pasted.Text(), target.Tag()));
   AssignFolderKeys(writer, pasted);

@@ -4,9 +4,9 @@
 #include <QObject>
 
 #include "catalogue/paths.h"
+#include "controls/tree_view.h"
+#include "engine/dao/db_engine.h"
 #include "folders/folder_browser.h"
-#include "platform/dao/db_engine.h"
-#include "platform/tree_view.h"
 
 namespace veldrin::folders {
 
@@ -14,8 +14,8 @@ namespace veldrin::folders {
 /// catalogue are raised, and leave the rows as they were.
 class FolderCommands : public QObject {
  public:
-  FolderCommands(platform::TreeView& tvTreeView, FolderBrowser& browser, FolderViews& views,
-                 platform::DBEngine& engine, const catalogue::Paths& paths);
+  FolderCommands(controls::TreeView& tvTreeView, FolderBrowser& browser, FolderViews& views,
+                 engine::DBEngine& engine, const catalogue::Paths& paths);
 
   /// Whether a folder was cut or copied and waits for the paste.
   bool HasPending() const { return FolderCutNode != nullptr || FolderCopyNode != nullptr; }
@@ -40,22 +40,22 @@ class FolderCommands : public QObject {
  private:
   template <class Work>
   void InOneGroup(Work&& work);
-  platform::Node& PasteNodes(platform::Database& database, const platform::Node& source, bool isCopy);
-  void RemoveFolder(platform::Database& database, platform::Node& node);
+  controls::Node& PasteNodes(engine::Database& database, const controls::Node& source, bool isCopy);
+  void RemoveFolder(engine::Database& database, controls::Node& node);
   void TakeBackCut();
-  void Refresh(const platform::Node& node);
+  void Refresh(const controls::Node& node);
   void tvTreeView_LabelEditCancelled();
 
-  platform::TreeView& Tree;
+  controls::TreeView& Tree;
   FolderBrowser& Browser;
   FolderViews& Views;
-  platform::DBEngine& Engine;
+  engine::DBEngine& Engine;
   const catalogue::Paths& ThePaths;
   // One of them at most.
-  platform::Node* FolderCutNode = nullptr;
-  platform::Node* FolderCopyNode = nullptr;
+  controls::Node* FolderCutNode = nullptr;
+  controls::Node* FolderCopyNode = nullptr;
   /// The folder that was added last, until its first name is settled.
-  const platform::Node* AddedNode = nullptr;
+  const controls::Node* AddedNode = nullptr;
 };
 
 }  // namespace veldrin::folders

@@ -19,7 +19,7 @@ struct FolderMenuState {
   bool FolderPaste = false;
 };
 
-constexpr FolderMenuState SetFolderMenus(const FolderMenuInput& input) {
+constexpr FolderMenuState FolderMenusFor(const FolderMenuInput& input) {
   const bool changeable = !input.IsRoot && !input.IsUnorganized && !input.IsCut;
   const bool takesFolders = !input.IsUnorganized && !input.IsCut;
   return {takesFolders, changeable, changeable, changeable, changeable, takesFolders && input.FolderPending};

@@ -1,13 +1,18 @@
 #include "folders/folder_nodes.h"
 
+#include "base/runtime_error.h"
 #include "folders/folder_keys.h"
 #include "folders/folder_tree.h"
-#include "platform/runtime_error.h"
 
 namespace veldrin::folders {
 
-using platform::Node;
-using platform::TreeView;
+using controls::Node;
+using controls::TreeView;
+
+QString SelectedFolderKey(const TreeView& tree) {
+  const Node* node = tree.SelectedItem();
+  return node == nullptr || node == tree.Root() ? QString() : node->Tag();
+}
 
 void SetNodeColor(Node& node, bool grey) {
   node.SetGrey(grey);
@@ -34,7 +39,7 @@ void AddUnorganizedNode(TreeView& tree) {
 void RequireOutside(const Node& target, const Node& source) {
   for (const Node* above = &target; above != nullptr; above = above->Parent()) {
     if (above != &source) continue;
-    throw platform::RuntimeError(platform::errOutOfStackSpace, QStringLiteral("Out of stack space."));
+    throw base::RuntimeError(base::errOutOfStackSpace, QStringLiteral("Out of stack space."));
   }
 }
 

@@ -3,28 +3,31 @@
 
 #include <QString>
 
-#include "platform/tree_view.h"
+#include "controls/tree_view.h"
 
 namespace veldrin::folders {
 
+/// The key of the selected folder; empty when it is the root, which shows every photo, or none.
+QString SelectedFolderKey(const controls::TreeView& tree);
+
 /// The grey is the only record of which folders are cut.
-inline bool IsNodeCut(const platform::Node& node) { return node.IsGrey(); }
+inline bool IsNodeCut(const controls::Node& node) { return node.IsGrey(); }
 
 /// Sets the colour of a node and of all below it: grey, or the normal one.
-void SetNodeColor(platform::Node& node, bool grey);
+void SetNodeColor(controls::Node& node, bool grey);
 
 /// Whether another folder of the same parent has the name, to the letter. An empty name is replaced by the
 /// node's own.
-bool IsDuplicateFolder(const platform::Node& node, QString& name);
+bool IsDuplicateFolder(const controls::Node& node, QString& name);
 
 /// Gives the selected node its "!UNORGANIZED" if it has no children yet. The selection stays.
-void AddUnorganizedNode(platform::TreeView& tree);
+void AddUnorganizedNode(controls::TreeView& tree);
 
 /// Raises 28 when `target` stands in the subtree of `source`: the copy would go on copying itself.
-void RequireOutside(const platform::Node& target, const platform::Node& source);
+void RequireOutside(const controls::Node& target, const controls::Node& source);
 
 /// Copies a subtree, its names only, as the last child of `target`, and returns the copy.
-platform::Node& CopyFolderNodes(platform::TreeView& tree, platform::Node& target,
-                                const platform::Node& source);
+controls::Node& CopyFolderNodes(controls::TreeView& tree, controls::Node& target,
+                                const controls::Node& source);
 
 }  // namespace veldrin::folders

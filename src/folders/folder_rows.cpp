@@ -6,8 +6,8 @@
 
 namespace veldrin::folders {
 
-using platform::Database;
-using platform::Node;
+using controls::Node;
+using engine::Database;
 
 namespace {
 
@@ -56,7 +56,7 @@ void MoveLinksToParent(Database& database, const Node& node) {
               .arg(key.size()));
 }
 
-void DeleteFolderNodes(Database& database, platform::TreeView& tree, Node& node) {
+void DeleteFolderNodes(Database& database, controls::TreeView& tree, Node& node) {
   DeleteFolderRows(database, node);
   tree.Remove(&node);
 }

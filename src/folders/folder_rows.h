@@ -2,21 +2,21 @@
 // group, so that a crash leaves the catalogue as it was or as it is to be.
 #pragma once
 
+#include "controls/tree_view.h"
+#include "engine/dao/database.h"
 #include "folders/folder_writer.h"
-#include "platform/dao/database.h"
-#include "platform/tree_view.h"
 
 namespace veldrin::folders {
 
 /// Gives all nodes below a node, which has its key, their keys and rows. Raises the engine's errors, 3078
 /// below the tenth level.
-void AssignFolderKeys(FolderWriter& writer, platform::Node& node);
+void AssignFolderKeys(FolderWriter& writer, controls::Node& node);
 
 /// Files the photos of a subtree at the parent of its top: each that has no link below the parent yet, or for
 /// a top-level folder, none among the photos without a folder. Raises the errors of the engine.
-void MoveLinksToParent(platform::Database& database, const platform::Node& node);
+void MoveLinksToParent(engine::Database& database, const controls::Node& node);
 
 /// Removes the rows of a subtree, children before their parents, and its nodes. Raises the engine's errors.
-void DeleteFolderNodes(platform::Database& database, platform::TreeView& tree, platform::Node& node);
+void DeleteFolderNodes(engine::Database& database, controls::TreeView& tree, controls::Node& node);
 
 }  // namespace veldrin::folders

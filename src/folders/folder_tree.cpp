@@ -10,9 +10,9 @@
 
 namespace veldrin::folders {
 
-using platform::Database;
-using platform::Node;
-using platform::TreeView;
+using controls::Node;
+using controls::TreeView;
+using engine::Database;
 
 namespace {
 
@@ -39,7 +39,7 @@ class FolderLevels {
 
 void FolderLevels::Read(int level) {
   auto& table = Levels[level];
-  const auto rows = TheDatabase.OpenRecordset(BuildLevelSql(level, {}), platform::dbOpenSnapshot);
+  const auto rows = TheDatabase.OpenRecordset(BuildLevelSql(level, {}), engine::dbOpenSnapshot);
   for (const auto& row : rows->ReadRows(0, rows->RecordCount())) {
     table.push_back({row[0].toString(), row[1].toString(), table.size()});
   }
@@ -74,7 +74,7 @@ void LoadChildFolders(FolderLevels& levels, TreeView& tree, Node& node) {
 
 }  // namespace
 
-void LoadFolderTree(TreeView& tree, platform::DBEngine& engine, const QString& workFile) {
+void LoadFolderTree(TreeView& tree, engine::DBEngine& engine, const QString& workFile) {
   Node* root = tree.Add(nullptr, QStringLiteral("Photos"));
   tree.SetFilling(true);
   tree.Select(root);
@@ -95,7 +95,7 @@ int GetNodeLevel(const Node& node) {
   return level;
 }
 
-QString AddFolderRecord(platform::DBEngine& engine, const QString& workFile, int level, const QString& name,
+QString AddFolderRecord(engine::DBEngine& engine, const QString& workFile, int level, const QString& name,
                         const QString& parentKey) {
   const auto database = engine.OpenDatabase(workFile);
   return FolderWriter(*database).AddFolderRecord(level, name, parentKey);

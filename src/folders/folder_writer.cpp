@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
+#include "base/runtime_error.h"
 #include "catalogue/schema.h"
 #include "folders/folder_keys.h"
-#include "platform/runtime_error.h"
 
 namespace veldrin::folders {
 
@@ -41,7 +41,7 @@ QString FolderWriter::FindLast(int level, const QString& parentKey) {
   const QString below = level == 1 ? QString() : QStringLiteral(" WHERE IDNo LIKE '%1*'").arg(parentKey);
   const auto last = TheDatabase.OpenRecordset(
       QStringLiteral("SELECT Max(IDNo) AS ID FROM %1%2").arg(catalogue::LevelTable(level), below),
-      platform::dbOpenSnapshot);
+      engine::dbOpenSnapshot);
   return last->Field(QStringLiteral("ID")).toString();
 }
 
@@ -53,9 +53,9 @@ void FolderWriter::Insert(int level, const QString& key, const QString& name) {
   table->SetField(QStringLiteral("FolderName"), name);
   try {
     table->Update();
-  } catch (const platform::RuntimeError& error) {
+  } catch (const base::RuntimeError& error) {
     // The same key comes again where a parent has no number left. The row that has it stays.
-    if (error.Number() != platform::errDuplicateKey) throw;
+    if (error.Number() != base::errDuplicateKey) throw;
   }
 }
 

@@ -6,7 +6,7 @@
 #include <map>
 #include <memory>
 
-#include "platform/dao/database.h"
+#include "engine/dao/database.h"
 
 namespace veldrin::folders {
 
@@ -15,7 +15,7 @@ namespace veldrin::folders {
 /// nobody else may write folders while a writer is in use.
 class FolderWriter {
  public:
-  explicit FolderWriter(platform::Database& database) : TheDatabase(database) {}
+  explicit FolderWriter(engine::Database& database) : TheDatabase(database) {}
 
   /// Writes the row of a new folder below a parent and returns its key. The first folder below a parent
   /// brings the row of the parent's "!UNORGANIZED" with it. Raises the engine's errors, 3078 below the tenth
@@ -28,9 +28,9 @@ class FolderWriter {
   QString FindLast(int level, const QString& parentKey);
   void Insert(int level, const QString& key, const QString& name);
 
-  platform::Database& TheDatabase;
-  std::map<int, std::unique_ptr<platform::Recordset>> Tables;  ///< by level
-  QHash<QString, QString> LastKeys;                            ///< by parent; empty below one without rows
+  engine::Database& TheDatabase;
+  std::map<int, std::unique_ptr<engine::Recordset>> Tables;  ///< by level
+  QHash<QString, QString> LastKeys;                          ///< by parent; empty below one without rows
   QString FirstKey;
   std::map<int, bool> NoneInFirst;  ///< by level
 };

@@ -2,14 +2,14 @@
 
 #include <QFileInfo>
 
+#include "desktop/program_start.h"
 #include "output/page_names.h"
-#include "platform/program_start.h"
 
 namespace veldrin::output {
 
 void ShowPageInBrowser(const QString& browserPath, const QString& dir, bool gallery) {
   const QString page = dir + PageName(gallery, 1);
-  if (QFileInfo::exists(page)) platform::Shell(browserPath + QLatin1Char(' ') + page);
+  if (QFileInfo::exists(page)) desktop::Shell(browserPath + QLatin1Char(' ') + page);
 }
 
 }  // namespace veldrin::output

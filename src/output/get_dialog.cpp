@@ -9,8 +9,8 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "platform/failure.h"
-#include "platform/msg_box.h"
+#include "base/failure.h"
+#include "controls/msg_box.h"
 
 namespace veldrin::output {
 
@@ -20,7 +20,7 @@ frmGet::frmGet(QString imageDir, QString& lastGetDir, QWidget* parent, CopyFunct
       LastGetDir(lastGetDir),
       Copy(std::move(copy)),
       TheList(new QListWidget(this)),
-      Chooser(new platform::DirectoryChooser(this)) {
+      Chooser(new controls::DirectoryChooser(this)) {
   setObjectName(QStringLiteral("frmGet"));
   setWindowTitle(QStringLiteral("Copy Photo(s) to Disk"));
   Arrange();
@@ -69,7 +69,7 @@ void frmGet::Form_Load() {
   if (LastGetDir.isEmpty()) {
     for (const auto place : {QStandardPaths::PicturesLocation, QStandardPaths::HomeLocation}) {
       const QString start = QStandardPaths::writableLocation(place);
-      if (platform::ResumeNext([&] { Chooser->Dir1().SetPath(start); })) return;
+      if (base::ResumeNext([&] { Chooser->Dir1().SetPath(start); })) return;
     }
     return;
   }
@@ -79,14 +79,14 @@ void frmGet::Form_Load() {
 }
 
 void frmGet::OkBttn_Click() {
-  const platform::BusyPointer busy;
+  const controls::BusyPointer busy;
   for (int i = 0; i < TheList->count(); ++i) {
     const QString name = TheList->item(i)->text();
     const QString target = Chooser->Path() + QLatin1Char('/') + name;
     Copy(ImageDir + name, target);
     if (QFileInfo(target).isFile()) continue;
     StillBusy.emplace();
-    platform::MsgBox(this, QStringLiteral("File Transfer Error !"), platform::vbExclamation,
+    controls::MsgBox(this, QStringLiteral("File Transfer Error !"), controls::vbExclamation,
                      QStringLiteral("Error"));
     return;
   }

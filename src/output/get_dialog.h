@@ -6,8 +6,8 @@
 #include <functional>
 #include <optional>
 
-#include "platform/busy_pointer.h"
-#include "platform/directory_chooser.h"
+#include "controls/busy_pointer.h"
+#include "controls/directory_chooser.h"
 
 namespace veldrin::output {
 
@@ -16,7 +16,7 @@ class frmGet : public QDialog {
   Q_OBJECT
 
  public:
-  /// From one path to another, as platform::CopyFile does it.
+  /// From one path to another, as desktop::CopyFile does it.
   using CopyFunction = std::function<void(const QString& source, const QString& target)>;
 
   /// `lastGetDir` has the directory of the last successful copy, empty before the first: the dialog opens on
@@ -39,9 +39,9 @@ class frmGet : public QDialog {
   QString& LastGetDir;
   CopyFunction Copy;
   QListWidget* TheList;
-  platform::DirectoryChooser* Chooser;
+  controls::DirectoryChooser* Chooser;
   /// After a copy that went missing, until the dialog goes.
-  std::optional<platform::BusyPointer> StillBusy;
+  std::optional<controls::BusyPointer> StillBusy;
 };
 
 }  // namespace veldrin::output

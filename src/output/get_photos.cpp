@@ -1,12 +1,12 @@
 #include "output/get_photos.h"
 
-#include "platform/failure.h"
+#include "controls/error_box.h"
 
 namespace veldrin::output {
 
 void PhotoGetter::GetPhotos() {
   if (Data1.RecordCount() == 0) return;
-  platform::TrapWithBox(&Window, [this] {
+  controls::TrapWithBox(&Window, [this] {
     frmGet dialog(ThePaths.ImageDir, LastGetDir, &Window, Copy);
     dialog.List1().addItems(ChosenNames());
     dialog.exec();

@@ -4,9 +4,9 @@
 #include <QWidget>
 
 #include "catalogue/paths.h"
+#include "desktop/file_copy.h"
 #include "output/get_dialog.h"
 #include "output/record_choice.h"
-#include "platform/file_copy.h"
 
 namespace veldrin::output {
 
@@ -14,7 +14,7 @@ class PhotoGetter {
  public:
   /// The references must outlive the object; `window` has the dialog and the message boxes.
   PhotoGetter(catalogue::RecordList& data1, const catalogue::Paths& paths, const OutputViews& views,
-              QWidget& window, frmGet::CopyFunction copy = platform::CopyFile)
+              QWidget& window, frmGet::CopyFunction copy = desktop::CopyFile)
       : Data1(data1), ThePaths(paths), Views(views), Window(window), Copy(std::move(copy)) {}
 
   /// Shows frmGet with the stored images of the chosen records. An error before that shows a box.

@@ -1,15 +1,15 @@
 #include "output/mail.h"
 
-#include "platform/busy_pointer.h"
-#include "platform/failure.h"
-#include "platform/msg_box.h"
+#include "controls/busy_pointer.h"
+#include "controls/error_box.h"
+#include "controls/msg_box.h"
 
 namespace veldrin::output {
 
 void PhotoMail::SendPhotos() {
   if (Data1.RecordCount() == 0) return;
-  platform::TrapWithBox(&Window, [this] {
-    const platform::BusyPointer busy;
+  controls::TrapWithBox(&Window, [this] {
+    const controls::BusyPointer busy;
     MAPISess.Action(mapSignOn);
     MAPIMess.SessionID = MAPISess.SessionID();
     MAPIMess.Action(mapCompose);
@@ -29,9 +29,9 @@ void PhotoMail::SendPhotos() {
 void PhotoMail::AttachSelected() {
   int count = Data1.SelBookmarks.Count();
   if (count > MaxAttachments) {
-    platform::MsgBox(
+    controls::MsgBox(
         &Window, QStringLiteral("The max of %1 photo images can be attached per e-mail!").arg(MaxAttachments),
-        platform::vbInformation, QStringLiteral("Information"));
+        controls::vbInformation, QStringLiteral("Information"));
     count = MaxAttachments;
   }
   const QString blanks(count, QLatin1Char(' '));

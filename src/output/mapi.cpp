@@ -1,6 +1,6 @@
 #include "output/mapi.h"
 
-#include "platform/mail_program.h"
+#include "output/mail_program.h"
 
 namespace veldrin::output {
 
@@ -9,7 +9,7 @@ void MapiSession::Action(SessionAction action) {
     TheSessionID = 0;
     return;
   }
-  platform::RequireMailProgram();
+  RequireMailProgram();
   TheSessionID = 1;
 }
 
@@ -19,19 +19,18 @@ MapiAttachment& MapiMessages::Attachment() {
 }
 
 void MapiMessages::Action(MessageAction action) {
-  if (SessionID == 0)
-    throw platform::RuntimeError(platform::mapNoSession, QStringLiteral("There is no mail session."));
+  if (SessionID == 0) throw base::RuntimeError(mapNoSession, QStringLiteral("There is no mail session."));
   if (action == mapCompose) {
     MsgNoteText.clear();
     Attachments.clear();
     AttachmentIndex = 0;
     return;
   }
-  std::vector<platform::MailFile> files;
+  std::vector<MailFile> files;
   files.reserve(Attachments.size());
   for (const MapiAttachment& attachment : Attachments)
     files.push_back({attachment.AttachmentName, attachment.AttachmentPathName});
-  platform::ComposeMail(MsgNoteText, files, ThePaths.TempDir);
+  ComposeMail(MsgNoteText, files, ThePaths.TempDir);
 }
 
 }  // namespace veldrin::output

@@ -3,27 +3,26 @@
 #include <QFileInfo>
 #include <algorithm>
 
+#include "base/dates.h"
+#include "base/runtime_error.h"
 #include "catalogue/image_store.h"
+#include "desktop/file_copy.h"
 #include "output/web_directory.h"
-#include "platform/dates.h"
-#include "platform/file_copy.h"
-#include "platform/runtime_error.h"
 
 namespace veldrin::output {
 
+using base::RuntimeError;
 using catalogue::ImageFileName;
 using catalogue::ThumbFileName;
-using platform::RuntimeError;
 
 namespace {
 
 // As many as a page of the report's list has.
 constexpr int RowsOfReport = 25;
 
-QString PrintedText(const platform::Value& value) {
-  if (platform::IsNull(value)) return {};
-  return value.userType() == QMetaType::QDateTime ? platform::FormatDate(value.toDateTime())
-                                                  : value.toString();
+QString PrintedText(const engine::Value& value) {
+  if (engine::IsNull(value)) return {};
+  return value.userType() == QMetaType::QDateTime ? base::FormatDate(value.toDateTime()) : value.toString();
 }
 
 PhotoEntry EntryOf(const PhotoRow& photo, int number) {
@@ -36,13 +35,13 @@ PhotoEntry EntryOf(const PhotoRow& photo, int number) {
 PhotoRow PhotoReader::At(int position) {
   const int count = Data1.RecordCount();
   if (position < 0 || position >= count)
-    throw RuntimeError(platform::errNoCurrentRecord, QStringLiteral("No current record."));
+    throw RuntimeError(base::errNoCurrentRecord, QStringLiteral("No current record."));
   if (position < First || position >= First + static_cast<int>(Rows.size())) {
     Rows = Data1.Recordset().ReadRows(position, std::min(RowsAtOnce, count - position));
     First = position;
   }
   const auto& row = Rows[static_cast<size_t>(position - First)];
-  if (row.empty()) throw RuntimeError(platform::errRecordDeleted, QStringLiteral("Record is deleted."));
+  if (row.empty()) throw RuntimeError(base::errRecordDeleted, QStringLiteral("Record is deleted."));
   const QStringList names = Data1.Recordset().FieldNames();
   const auto field = [&](const char* name) {
     return PrintedText(row[static_cast<size_t>(names.indexOf(QLatin1String(name)))]);
@@ -69,7 +68,7 @@ WebDestination::WebDestination(const catalogue::RecordList& data1, const catalog
   const bool leadsAway =
       QFileInfo(WebImageDir(WebDir)).isSymLink() || QFileInfo(WebThumbDir(WebDir)).isSymLink();
   if (leadsAway || IsProgramsOwn(paths, WebDir))
-    throw RuntimeError(platform::errPermissionDenied, QStringLiteral("Permission denied: %1").arg(WebDir));
+    throw RuntimeError(base::errPermissionDenied, QStringLiteral("Permission denied: %1").arg(WebDir));
 }
 
 QString WebDestination::Directory() const { return WebDir + QLatin1Char('/'); }
@@ -82,11 +81,11 @@ PhotoEntry WebDestination::Take(int index) {
   const QString thumbName = entry.Number + QStringLiteral("t.bmp");
   if (Gallery) {
     NeedThumbnail(photo);
-    platform::CopyFile(ThumbFileName(ThePaths, photo.PhotoID),
-                       WebThumbDir(WebDir) + QLatin1Char('/') + thumbName);
+    desktop::CopyFile(ThumbFileName(ThePaths, photo.PhotoID),
+                      WebThumbDir(WebDir) + QLatin1Char('/') + thumbName);
   }
-  platform::CopyFile(ImageFileName(ThePaths, photo.PhotoID, photo.ImageType),
-                     WebImageDir(WebDir) + QLatin1Char('/') + entry.ImageName);
+  desktop::CopyFile(ImageFileName(ThePaths, photo.PhotoID, photo.ImageType),
+                    WebImageDir(WebDir) + QLatin1Char('/') + entry.ImageName);
   entry.ImageUrl = QStringLiteral("./Images/") + entry.ImageName;
   entry.ThumbUrl = QStringLiteral("./Thumbnails/") + thumbName;
   return entry;

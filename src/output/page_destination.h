@@ -5,8 +5,9 @@
 
 #include "catalogue/paths.h"
 #include "catalogue/record_list.h"
+#include "controls/tree_view.h"
+#include "engine/dao/recordset.h"
 #include "output/page_html.h"
-#include "platform/tree_view.h"
 
 namespace veldrin::output {
 
@@ -22,7 +23,7 @@ class PhotoReader {
   const catalogue::RecordList& Data1;
   int RowsAtOnce;
   int First = 0;
-  std::vector<std::vector<platform::Value>> Rows;
+  std::vector<std::vector<engine::Value>> Rows;
 };
 
 class PageDestination {

@@ -1,7 +1,7 @@
 #include "output/page_writer.h"
 
+#include "base/runtime_error.h"
 #include "output/code_page.h"
-#include "platform/runtime_error.h"
 
 namespace veldrin::output {
 
@@ -29,8 +29,8 @@ void PageWriter::Close() {
 
 void PageWriter::Require(bool done) const {
   if (done) return;
-  throw platform::RuntimeError(
-      platform::errPathFileAccess,
+  throw base::RuntimeError(
+      base::errPathFileAccess,
       QStringLiteral("Path/File access error: %1: %2").arg(File.fileName(), File.errorString()));
 }
 

@@ -9,7 +9,7 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "platform/twips.h"
+#include "base/units.h"
 
 namespace veldrin::output {
 
@@ -91,7 +91,7 @@ void frmProg::reject() {
 }
 
 void frmProg::ShowProgress() {
-  ProgressBar1->setValue(platform::RoundToInt(static_cast<double>(TheValue)));
+  ProgressBar1->setValue(base::RoundToInt(static_cast<double>(TheValue)));
   lblPercent->setText(Caption);
   Shown.start();
 }

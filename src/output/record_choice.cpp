@@ -1,6 +1,6 @@
 #include "output/record_choice.h"
 
-#include "platform/failure.h"
+#include "base/failure.h"
 
 namespace veldrin::output {
 
@@ -13,7 +13,7 @@ ListWalk::ListWalk(catalogue::RecordList& data1) : Data1(data1), Guard(data1) {
 }
 
 ListWalk::~ListWalk() {
-  platform::ResumeNext([this] {
+  base::ResumeNext([this] {
     if (Bookmark && Data1.PositionOf(*Bookmark) != Data1.AbsolutePosition()) Data1.SetBookmark(*Bookmark);
   });
 }

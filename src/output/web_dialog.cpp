@@ -8,14 +8,14 @@
 #include <QRadioButton>
 #include <QSignalBlocker>
 
+#include "base/failure.h"
+#include "controls/entry_field.h"
+#include "controls/msg_box.h"
 #include "output/web_directory.h"
-#include "platform/entry_field.h"
-#include "platform/failure.h"
-#include "platform/msg_box.h"
 
 namespace veldrin::output {
 
-using platform::ResumeNext;
+using base::ResumeNext;
 
 frmWeb::frmWeb(const catalogue::Paths& paths, QWidget* parent) : QDialog(parent), ThePaths(paths) {
   setObjectName(QStringLiteral("frmWeb"));
@@ -65,7 +65,7 @@ void frmWeb::Arrange() {
   grid->addWidget(txtWebName, 1, 1, 1, 2);
   grid->addWidget(MakeOption(1, "Photo Image Gallery"), 2, 1);
   grid->addWidget(MakeOption(0, "Photo Image List"), 2, 2);
-  Choosers = new platform::DirectoryChooser(this);
+  Choosers = new controls::DirectoryChooser(this);
   grid->addWidget(MakeLabel("Label3", "Selected Directory:", &Choosers->Dir1()), 3, 0, 1, 3);
   grid->addWidget(Choosers, 4, 0, 1, 3);
   grid->setRowStretch(4, 1);
@@ -84,7 +84,7 @@ void frmWeb::Arrange() {
 QLineEdit* frmWeb::MakeField(const char* name) {
   auto* field = new QLineEdit(this);
   field->setObjectName(QLatin1String(name));
-  platform::SelectOnFocus(*field);
+  controls::SelectOnFocus(*field);
   return field;
 }
 
@@ -129,15 +129,15 @@ void frmWeb::OkBttn_Click() {
   if (earlier.exists() || earlier.isSymLink()) {
     const QString question =
         QStringLiteral("The web '%1' already exists, do you want to replace it?").arg(WebDir);
-    if (platform::MsgBox(this, question,
-                         platform::vbYesNo | platform::vbQuestion | platform::vbDefaultButton2,
-                         QStringLiteral("Information")) != platform::vbYes) {
+    if (controls::MsgBox(this, question,
+                         controls::vbYesNo | controls::vbQuestion | controls::vbDefaultButton2,
+                         QStringLiteral("Information")) != controls::vbYes) {
       txtWebName->setFocus();
       return;
     }
     if (IsProgramsOwn(ThePaths, WebDir)) {
-      platform::MsgBox(this, QStringLiteral("The directory '%1' belongs to Veldrin.").arg(WebDir),
-                       platform::vbExclamation, QStringLiteral("Information"));
+      controls::MsgBox(this, QStringLiteral("The directory '%1' belongs to Veldrin.").arg(WebDir),
+                       controls::vbExclamation, QStringLiteral("Information"));
       txtWebName->setFocus();
       return;
     }

@@ -4,8 +4,8 @@
 #include <QDialog>
 
 #include "catalogue/paths.h"
+#include "controls/directory_chooser.h"
 #include "output/web_settings.h"
-#include "platform/directory_chooser.h"
 
 class QLabel;
 class QLineEdit;
@@ -42,7 +42,7 @@ class frmWeb : public QDialog, public WebSettings {
   QLineEdit* txtWebTitle = nullptr;
   QLineEdit* txtWebName = nullptr;
   QRadioButton* PgOption[2] = {};
-  platform::DirectoryChooser* Choosers = nullptr;
+  controls::DirectoryChooser* Choosers = nullptr;
 };
 
 }  // namespace veldrin::output

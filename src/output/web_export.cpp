@@ -1,14 +1,14 @@
 #include "output/web_export.h"
 
+#include "controls/msg_box.h"
 #include "output/browser.h"
-#include "platform/msg_box.h"
 
 namespace veldrin::output {
 
 void WebExport::WebBttn_Click() {
   if (Data1.SelBookmarks.Count() == 0) {
-    platform::MsgBox(&Window, QStringLiteral("Must select records to make web page(s)!"),
-                     platform::vbExclamation, QStringLiteral("Information"));
+    controls::MsgBox(&Window, QStringLiteral("Must select records to make web page(s)!"),
+                     controls::vbExclamation, QStringLiteral("Information"));
     return;
   }
   Web.ShowModal();

@@ -2,12 +2,12 @@
 
 #include <QWidget>
 
+#include "base/failure.h"
+#include "base/runtime_error.h"
 #include "output/page_names.h"
 #include "output/page_writer.h"
 #include "output/record_choice.h"
 #include "output/web_directory.h"
-#include "platform/failure.h"
-#include "platform/runtime_error.h"
 
 namespace veldrin::output {
 
@@ -126,9 +126,9 @@ void WebPages::MakeReportPages(ProgressForm& frm, bool gallery) {
   DeleteFiles(ThePaths.TempDir, PagePrefix(gallery) + QStringLiteral("*.htm"));
   if (Data1.RecordCount() == 0) return;
   Run(frm, [&] {
-    const platform::Node* folder = Tree.SelectedItem();
+    const controls::Node* folder = Tree.SelectedItem();
     if (folder == nullptr)
-      throw platform::RuntimeError(platform::errObjectNotSet, QStringLiteral("Object variable not set."));
+      throw base::RuntimeError(base::errObjectNotSet, QStringLiteral("Object variable not set."));
     ReportDestination report(Data1, ThePaths, gallery, Window.devicePixelRatioF(), folder->FullPath());
     PageRun(report, frm).WritePages();
   });
@@ -139,7 +139,7 @@ void WebPages::Run(ProgressForm& frm, const std::function<void()>& writePages) {
     // The generators read the rows where they are, so that no view follows them. What others may do while
     // events run, such as a show's timer, moves the list.
     const ListWalk walk(Data1);
-    platform::EndSilently(writePages);
+    base::EndSilently(writePages);
   }
   frm.Progress = false;
   frm.Unload();

@@ -19,7 +19,7 @@ class WebPages {
  public:
   /// The references must outlive the object. `web` tells the web directory, `window` the screen for which
   /// thumbnails are made.
-  WebPages(catalogue::RecordList& data1, const platform::TreeView& tvTreeView, const catalogue::Paths& paths,
+  WebPages(catalogue::RecordList& data1, const controls::TreeView& tvTreeView, const catalogue::Paths& paths,
            const WebSettings& web, const QWidget& window)
       : Data1(data1), Tree(tvTreeView), ThePaths(paths), Web(web), Window(window) {}
 
@@ -39,7 +39,7 @@ class WebPages {
   void Run(ProgressForm& frm, const std::function<void()>& writePages);
 
   catalogue::RecordList& Data1;
-  const platform::TreeView& Tree;
+  const controls::TreeView& Tree;
   const catalogue::Paths& ThePaths;
   const WebSettings& Web;
   const QWidget& Window;

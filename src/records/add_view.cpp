@@ -8,22 +8,22 @@
 #include <QPushButton>
 #include <array>
 
+#include "base/failure.h"
+#include "base/runtime_error.h"
 #include "catalogue/image_store.h"
+#include "controls/busy_pointer.h"
+#include "controls/directory_chooser.h"
+#include "controls/entry_field.h"
+#include "controls/file_list.h"
+#include "controls/tree_view.h"
 #include "folders/folder_keys.h"
-#include "platform/busy_pointer.h"
-#include "platform/control_drag.h"
-#include "platform/directory_chooser.h"
-#include "platform/entry_field.h"
-#include "platform/failure.h"
-#include "platform/file_list.h"
-#include "platform/runtime_error.h"
-#include "platform/tree_view.h"
+#include "records/control_drag.h"
 #include "records/new_image_box.h"
 #include "records/photo_storing.h"
 
 namespace veldrin::records {
 
-using platform::ResumeNext;
+using base::ResumeNext;
 
 namespace {
 
@@ -45,8 +45,8 @@ constexpr std::array<PictureType, 8> PictureTypes{{
 
 }  // namespace
 
-AddView::AddView(catalogue::RecordList& data1, platform::TreeView& tvTreeView, const catalogue::Paths& paths,
-                 platform::DBEngine& engine, QString addPicturesDir, QWidget* parent)
+AddView::AddView(catalogue::RecordList& data1, controls::TreeView& tvTreeView, const catalogue::Paths& paths,
+                 engine::DBEngine& engine, QString addPicturesDir, QWidget* parent)
     : QWidget(parent),
       Data1(data1),
       Tree(tvTreeView),
@@ -62,13 +62,13 @@ AddView::AddView(catalogue::RecordList& data1, platform::TreeView& tvTreeView, c
 }
 
 void AddView::Connect() {
-  using platform::FileListBox;
+  using controls::FileListBox;
   connect(FileType, &QComboBox::currentIndexChanged, this, &AddView::FileType_Click);
-  connect(Choosers, &platform::DirectoryChooser::Change, this, &AddView::Dir1_Change);
+  connect(Choosers, &controls::DirectoryChooser::Change, this, &AddView::Dir1_Change);
   connect(FileToSel, &FileListBox::PathChange, PicNew, &NewImageBox::HideImage);
   connect(FileToSel, &FileListBox::PatternChange, PicNew, &NewImageBox::HideImage);
   connect(FileToSel, &FileListBox::Click, this, &AddView::FileToSel_Click);
-  connect(ImgFolder, &platform::DropTarget::DragDrop, this, &AddView::ImgFolder_DragDrop);
+  connect(ImgFolder, &DropTarget::DragDrop, this, &AddView::ImgFolder_DragDrop);
   connect(NewSaveBttn, &QPushButton::clicked, this, &AddView::newSaveBttn_Click);
   connect(NewCancelBttn, &QPushButton::clicked, this, &AddView::newCancelBttn_Click);
 }
@@ -85,7 +85,7 @@ void AddView::FillFileTypes() {
 
 void AddView::FileType_Click(int listIndex) {
   if (listIndex < 0 || listIndex >= static_cast<int>(PictureTypes.size())) {
-    throw platform::RuntimeError(platform::errSubscriptOutOfRange, QStringLiteral("Subscript out of range"));
+    throw base::RuntimeError(base::errSubscriptOutOfRange, QStringLiteral("Subscript out of range"));
   }
   FileToSel->SetPattern(QLatin1String(PictureTypes[static_cast<size_t>(listIndex)].Pattern));
 }
@@ -110,9 +110,9 @@ bool AddView::IsFileSelected() const { return FileToSel->Selected(FileToSel->Lis
 void AddView::ShowNewImage(bool multi) {
   PicNew->HideImage();
   if (FileToSel->ListIndex() < 0) return;
-  platform::EndSilently([&] {
+  base::EndSilently([&] {
     const QString path = FileToSel->Path() + QLatin1Char('/') + FileToSel->List(FileToSel->ListIndex());
-    const auto picture = catalogue::LoadPictureForBox(path, PicNew->Room(multi), devicePixelRatioF());
+    const auto picture = pictures::LoadPictureForBox(path, PicNew->Room(multi), devicePixelRatioF());
     PicNew->ShowImage(picture, multi, !IsFileSelected());
   });
 }
@@ -145,10 +145,10 @@ int AddView::StoreSelectedFiles() {
   for (int index = 0; index < FileToSel->ListCount(); ++index) {
     if (FileToSel->Selected(index)) batch.Names << FileToSel->List(index);
   }
-  const platform::Node* folder = Tree.SelectedItem();
+  const controls::Node* folder = Tree.SelectedItem();
   batch.LinkKey = folders::LinkKey(folder == nullptr ? QString() : folder->Tag());
   batch.Title = NTitle->text();
-  batch.Description = platform::ExactText(*NDescription);
+  batch.Description = controls::ExactText(*NDescription);
   batch.MadeBy = NMadeBy->text();
   batch.RemoveSources = ChkRemove->isChecked();
   return StorePhotos(ThePaths, Engine, batch);
@@ -156,7 +156,7 @@ int AddView::StoreSelectedFiles() {
 
 // The texts stay for the next batch.
 void AddView::newSaveBttn_Click() {
-  const platform::BusyPointer busy;
+  const controls::BusyPointer busy;
   const int first = StoreSelectedFiles();
   ResumeNext([&] { Data1.Refresh(); });
   ResumeNext([&] { Data1.FindFirst(QStringLiteral("PhotoID = %1").arg(first)); });

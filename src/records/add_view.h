@@ -6,7 +6,7 @@
 
 #include "catalogue/paths.h"
 #include "catalogue/record_list.h"
-#include "platform/dao/db_engine.h"
+#include "engine/dao/db_engine.h"
 
 class QCheckBox;
 class QComboBox;
@@ -16,12 +16,15 @@ class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
 
-namespace veldrin::platform {
+namespace veldrin::controls {
 class DirectoryChooser;
-class DropTarget;
 class FileListBox;
 class TreeView;
-}  // namespace veldrin::platform
+}  // namespace veldrin::controls
+
+namespace veldrin::records {
+class DropTarget;
+}  // namespace veldrin::records
 
 namespace veldrin::records {
 
@@ -32,8 +35,8 @@ class AddView : public QWidget {
 
  public:
   /// The references must outlive the view. `addPicturesDir`: where the choosers begin.
-  AddView(catalogue::RecordList& data1, platform::TreeView& tvTreeView, const catalogue::Paths& paths,
-          platform::DBEngine& engine, QString addPicturesDir, QWidget* parent = nullptr);
+  AddView(catalogue::RecordList& data1, controls::TreeView& tvTreeView, const catalogue::Paths& paths,
+          engine::DBEngine& engine, QString addPicturesDir, QWidget* parent = nullptr);
 
   /// Fills the list of file types and sets the choosers; once, at the first call.
   void FillFileTypes();
@@ -59,20 +62,20 @@ class AddView : public QWidget {
   int StoreSelectedFiles();
 
   catalogue::RecordList& Data1;
-  platform::TreeView& Tree;
+  controls::TreeView& Tree;
   const catalogue::Paths& ThePaths;
-  platform::DBEngine& Engine;
+  engine::DBEngine& Engine;
   QString AddPicturesDir;
 
-  platform::DirectoryChooser* Choosers = nullptr;
-  platform::FileListBox* FileToSel = nullptr;
+  controls::DirectoryChooser* Choosers = nullptr;
+  controls::FileListBox* FileToSel = nullptr;
   QComboBox* FileType = nullptr;
   QCheckBox* ChkRemove = nullptr;
   QLabel* LblImgToDrag = nullptr;
   NewImageBox* PicNew = nullptr;
   QLabel* Arrow = nullptr;
   QLabel* LblDropFldr = nullptr;
-  platform::DropTarget* ImgFolder = nullptr;
+  DropTarget* ImgFolder = nullptr;
   QLabel* Label22 = nullptr;
   QFrame* DataPanel = nullptr;
   QLineEdit* NTitle = nullptr;

@@ -14,13 +14,13 @@
 #include <QStylePainter>
 #include <QVBoxLayout>
 
-#include "platform/control_drag.h"
-#include "platform/directory_chooser.h"
-#include "platform/entry_field.h"
-#include "platform/file_list.h"
-#include "platform/panel_size.h"
-#include "platform/twips.h"
+#include "base/units.h"
+#include "controls/directory_chooser.h"
+#include "controls/entry_field.h"
+#include "controls/file_list.h"
+#include "controls/panel_size.h"
 #include "records/add_view.h"
+#include "records/control_drag.h"
 #include "records/field_length.h"
 #include "records/new_image_box.h"
 
@@ -89,8 +89,8 @@ void AddField(QGridLayout& grid, int row, QLabel* caption, QWidget* field) {
 }  // namespace
 
 void AddView::BuildChoosers() {
-  Choosers = new platform::DirectoryChooser(this);
-  FileToSel = new platform::FileListBox(this);
+  Choosers = new controls::DirectoryChooser(this);
+  FileToSel = new controls::FileListBox(this);
   FileToSel->setObjectName(QStringLiteral("FileToSel"));
   FileType = new DottedComboBox(this);
   FileType->setObjectName(QStringLiteral("FileType"));
@@ -106,7 +106,7 @@ void AddView::BuildDragArea() {
   Arrow = new QLabel(this);
   Arrow->setPixmap(ThemePixmap(*this, QStringLiteral("arrow-right"), ArrowPixels));
   LblDropFldr = MakeHeading(this, "lblDropFldr", "DROP TO FOLDER");
-  ImgFolder = new platform::DropTarget(this);
+  ImgFolder = new DropTarget(this);
   ImgFolder->setObjectName(QStringLiteral("ImgFolder"));
   ImgFolder->setPixmap(ThemePixmap(*this, QStringLiteral("folder-pictures"), FolderPixels));
   ImgFolder->setMinimumSize(FolderPixels + 8, FolderPixels + 8);
@@ -125,13 +125,13 @@ void AddView::BuildDataPanel() {
   NDescription = new QPlainTextEdit(DataPanel);
   NDescription->setObjectName(QStringLiteral("nDescription"));
   NDescription->setFixedHeight(DescriptionHeight);
-  platform::LimitText(*NDescription, DescriptionLength);
+  controls::LimitText(*NDescription, DescriptionLength);
   NMadeBy = new QLineEdit(DataPanel);
   NMadeBy->setObjectName(QStringLiteral("nMadeBy"));
   NMadeBy->setMaxLength(MadeByLength);
-  platform::InstallEntryManners(*NTitle);
-  platform::InstallEntryManners(*NDescription);
-  platform::InstallEntryManners(*NMadeBy);
+  controls::InstallEntryManners(*NTitle);
+  controls::InstallEntryManners(*NDescription);
+  controls::InstallEntryManners(*NMadeBy);
   NewSaveBttn = new QPushButton(QStringLiteral("&Save"), DataPanel);
   NewSaveBttn->setObjectName(QStringLiteral("newSaveBttn"));
   NewCancelBttn = new QPushButton(QStringLiteral("&Cancel"), DataPanel);
@@ -186,7 +186,7 @@ void AddView::Arrange() {
   FileType->setFixedWidth(ChooserWidth);
   columns->addLayout(files);
   columns->addLayout(right, 1);
-  resize(platform::ToPixels(platform::PanelWidth), platform::ToPixels(platform::PanelHeight));
+  resize(base::ToPixels(controls::PanelWidth), base::ToPixels(controls::PanelHeight));
 }
 
 }  // namespace veldrin::records

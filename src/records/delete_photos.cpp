@@ -3,15 +3,15 @@
 #include <QFile>
 #include <algorithm>
 
+#include "base/failure.h"
 #include "catalogue/image_store.h"
+#include "controls/busy_pointer.h"
+#include "controls/msg_box.h"
 #include "folders/folder_keys.h"
-#include "platform/busy_pointer.h"
-#include "platform/failure.h"
-#include "platform/msg_box.h"
 
 namespace veldrin::records {
 
-using platform::ResumeNext;
+using base::ResumeNext;
 
 namespace {
 
@@ -21,9 +21,9 @@ constexpr size_t GroupLength = 64;
 }  // namespace
 
 bool DeletePhotos::Ask(const QString& question) const {
-  return platform::MsgBox(&Window, question,
-                          platform::vbYesNo | platform::vbQuestion | platform::vbDefaultButton2,
-                          QStringLiteral("Delete Record(s)")) == platform::vbYes;
+  return controls::MsgBox(&Window, question,
+                          controls::vbYesNo | controls::vbQuestion | controls::vbDefaultButton2,
+                          QStringLiteral("Delete Record(s)")) == controls::vbYes;
 }
 
 void DeletePhotos::RecordDel_Click() {
@@ -31,7 +31,7 @@ void DeletePhotos::RecordDel_Click() {
   if (Ask(QStringLiteral("This option will delete the data and image(s) of selected record(s) from the "
                          "database, can't be recovered!\r"
                          "Are you sure to delete the selected record(s)?"))) {
-    WriteInGroups([this](platform::Database& database, Group group) { DeleteGroup(database, group); });
+    WriteInGroups([this](engine::Database& database, Group group) { DeleteGroup(database, group); });
   }
 }
 
@@ -42,7 +42,7 @@ void DeletePhotos::RecordRmv_Click() {
                          "but it/they will not be deleted from the database. It/they could be in another "
                          "folder or unorganized.\r"
                          "Are you sure to remove the selected record(s) from the folder?"))) {
-    WriteInGroups([this](platform::Database& database, Group group) { RemoveGroup(database, group); });
+    WriteInGroups([this](engine::Database& database, Group group) { RemoveGroup(database, group); });
   }
 }
 
@@ -56,8 +56,8 @@ std::vector<int> DeletePhotos::AffectedPhotos() const {
   return photos;
 }
 
-void DeletePhotos::WriteInGroups(const std::function<void(platform::Database&, Group)>& write) {
-  const platform::BusyPointer busy;
+void DeletePhotos::WriteInGroups(const std::function<void(engine::Database&, Group)>& write) {
+  const controls::BusyPointer busy;
   const std::vector<int> photos = AffectedPhotos();
   // At the first group that can't be written it ends: the others would wait as long.
   ResumeNext([&] {
@@ -71,7 +71,7 @@ void DeletePhotos::WriteInGroups(const std::function<void(platform::Database&, G
 }
 
 // The rows first: an image that is left without its row does no harm, a row without its image would.
-void DeletePhotos::DeleteGroup(platform::Database& database, Group group) const {
+void DeletePhotos::DeleteGroup(engine::Database& database, Group group) const {
   QStringList numbers;
   for (const int photoId : group) numbers << QString::number(photoId);
   QStringList files;
@@ -79,7 +79,7 @@ void DeletePhotos::DeleteGroup(platform::Database& database, Group group) const 
   const auto rows =
       database.OpenRecordset(QStringLiteral("SELECT PhotoID, ImageType FROM tblPhotos WHERE PhotoID IN (%1)")
                                  .arg(numbers.join(QLatin1Char(','))),
-                             platform::dbOpenSnapshot);
+                             engine::dbOpenSnapshot);
   for (const auto& row : rows->ReadRows(0, rows->RecordCount())) {
     files << catalogue::ThumbFileName(ThePaths, row[0].toInt())
           << catalogue::ImageFileName(ThePaths, row[0].toInt(), row[1].toString());
@@ -89,30 +89,30 @@ void DeletePhotos::DeleteGroup(platform::Database& database, Group group) const 
   for (const QString& file : files) QFile::remove(file);
 }
 
-void DeletePhotos::RemoveGroup(platform::Database& database, Group group) const {
-  const platform::Node* folder = Tree.SelectedItem();
+void DeletePhotos::RemoveGroup(engine::Database& database, Group group) const {
+  const controls::Node* folder = Tree.SelectedItem();
   if (folder == nullptr || folder->Parent() == nullptr) return;
   database.BeginTrans();
   for (const int photoId : group) RemovePhotoLink(database, *folder, photoId);
   database.CommitTrans();
 }
 
-void DeletePhoto(platform::Database& database, int photoId) {
+void DeletePhoto(engine::Database& database, int photoId) {
   for (const char* table : {"tblPhotoLinks", "tblPhotos", "CheckPhotos"}) {
     database.Execute(
         QStringLiteral("DELETE FROM %1 WHERE PhotoID = %2").arg(QLatin1String(table)).arg(photoId));
   }
 }
 
-void RemovePhotoLink(platform::Database& database, const platform::Node& folder, int photoId) {
+void RemovePhotoLink(engine::Database& database, const controls::Node& folder, int photoId) {
   const QString links = QStringLiteral("FROM tblPhotoLinks WHERE ");
   const QString ofPhoto = QStringLiteral("PhotoID = %1").arg(photoId);
   const auto below = [](const QString& key) { return QStringLiteral("IDNo Like '%1*' AND ").arg(key); };
   database.Execute(QStringLiteral("DELETE ") + links + below(folder.Tag()) + ofPhoto);
-  const platform::Node& parent = *folder.Parent();
+  const controls::Node& parent = *folder.Parent();
   const QString belowParent = parent.Index() == 1 ? QString() : below(parent.Tag());
   const auto left = database.OpenRecordset(QStringLiteral("SELECT * ") + links + belowParent + ofPhoto,
-                                           platform::dbOpenSnapshot);
+                                           engine::dbOpenSnapshot);
   if (left->RecordCount() > 0) return;
   database.Execute(QStringLiteral("INSERT INTO tblPhotoLinks (IDNo, PhotoID) VALUES ('%1', %2)")
                        .arg(folders::LinkKey(parent.Tag()))

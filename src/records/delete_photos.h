@@ -25,8 +25,8 @@ class DeletePhotos {
  public:
   /// The references must outlive the object; `window` has the questions.
   DeletePhotos(catalogue::RecordSource& source, catalogue::RecordList& data1,
-               const platform::TreeView& tvTreeView, platform::DBEngine& engine,
-               const catalogue::Paths& paths, DeleteViews& views, QWidget& window)
+               const controls::TreeView& tvTreeView, engine::DBEngine& engine, const catalogue::Paths& paths,
+               DeleteViews& views, QWidget& window)
       : Source(source),
         Data1(data1),
         Tree(tvTreeView),
@@ -48,14 +48,14 @@ class DeletePhotos {
 
   bool Ask(const QString& question) const;
   std::vector<int> AffectedPhotos() const;
-  void DeleteGroup(platform::Database& database, Group group) const;
-  void RemoveGroup(platform::Database& database, Group group) const;
-  void WriteInGroups(const std::function<void(platform::Database&, Group)>& write);
+  void DeleteGroup(engine::Database& database, Group group) const;
+  void RemoveGroup(engine::Database& database, Group group) const;
+  void WriteInGroups(const std::function<void(engine::Database&, Group)>& write);
 
   catalogue::RecordSource& Source;
   catalogue::RecordList& Data1;
-  const platform::TreeView& Tree;
-  platform::DBEngine& Engine;
+  const controls::TreeView& Tree;
+  engine::DBEngine& Engine;
   const catalogue::Paths& ThePaths;
   DeleteViews& Views;
   QWidget& Window;
@@ -63,11 +63,11 @@ class DeletePhotos {
 
 /// Deletes a photo's row, its links and the note of its hand-over, by which a later photo of its number would
 /// be taken for changed. To be run in a transaction; its files go when that is stored.
-void DeletePhoto(platform::Database& database, int photoId);
+void DeletePhoto(engine::Database& database, int photoId);
 
 /// Takes a photo's links at `folder`, which must not be the root, and below it away. A photo that nothing
 /// else holds below the folder's parent is linked to the parent itself: some folder always leads to a photo.
 /// To be run in a transaction. Raises the errors of the data engine.
-void RemovePhotoLink(platform::Database& database, const platform::Node& folder, int photoId);
+void RemovePhotoLink(engine::Database& database, const controls::Node& folder, int photoId);
 
 }  // namespace veldrin::records

@@ -7,31 +7,31 @@
 #include <QPushButton>
 #include <QToolButton>
 
-#include "catalogue/fitted_image.h"
+#include "base/dates.h"
+#include "base/failure.h"
 #include "catalogue/image_store.h"
-#include "platform/busy_pointer.h"
-#include "platform/caption_label.h"
-#include "platform/dates.h"
-#include "platform/entry_field.h"
-#include "platform/failure.h"
+#include "controls/busy_pointer.h"
+#include "controls/caption_label.h"
+#include "controls/entry_field.h"
+#include "controls/error_box.h"
+#include "controls/fitted_image.h"
 
 namespace veldrin::records {
 
-using catalogue::FittedImage;
-using platform::Value;
+using controls::FittedImage;
+using engine::Value;
 
 namespace {
 
 const QString PhotoID = QStringLiteral("PhotoID");
 
 QString TextOf(const Value& value) {
-  return value.userType() == QMetaType::QDateTime ? platform::FormatDate(value.toDateTime())
-                                                  : value.toString();
+  return value.userType() == QMetaType::QDateTime ? base::FormatDate(value.toDateTime()) : value.toString();
 }
 
 }  // namespace
 
-FormView::FormView(catalogue::RecordList& data1, const catalogue::Paths& paths, platform::DBEngine& engine,
+FormView::FormView(catalogue::RecordList& data1, const catalogue::Paths& paths, engine::DBEngine& engine,
                    QWidget* parent)
     : QWidget(parent), Data1(data1), ThePaths(paths), Engine(engine) {
   setObjectName(QStringLiteral("TabPannel(1)"));
@@ -59,13 +59,13 @@ void FormView::Connect() {
 
 void FormView::ShowFormRecord() {
   for (QLabel* label : {eRcdCount, eImageFile}) label->clear();
-  for (platform::CaptionLabel* label : {eImageType, eDate}) label->SetCaption({});
+  for (controls::CaptionLabel* label : {eImageType, eDate}) label->SetCaption({});
   for (QLineEdit* field : {eTitle, eMadeBy}) field->clear();
   eDescription->clear();
   ShownPhotoID = 0;
   const int position = Data1.AbsolutePosition();
   if (position < 0) return;
-  platform::EndSilently([&] {
+  base::EndSilently([&] {
     Data1.Reread();
     const int photoId = Data1.Field(PhotoID).toInt();
     const QString imageType = Data1.Field(QStringLiteral("ImageType")).toString();
@@ -84,7 +84,7 @@ void FormView::ShowFormRecord() {
 }
 
 void FormView::ShowFormImage() {
-  const bool shown = platform::EndSilently([&] {
+  const bool shown = base::EndSilently([&] {
     FormImage[ShowImageIndex]->Load(eImageFile->text());
     FormImage[ShowImageIndex]->show();
     ShowImageIndex = (ShowImageIndex + 1) & 1;
@@ -129,7 +129,7 @@ void FormView::Previous_Click() {
 // --- save -------------------------------------------------------------------------------------------------
 
 FormView::Texts FormView::TypedTexts() const {
-  return {eTitle->text(), platform::ExactText(*eDescription), eMadeBy->text()};
+  return {eTitle->text(), controls::ExactText(*eDescription), eMadeBy->text()};
 }
 
 // Not through the list itself, which the other views show. What wasn't changed here isn't written: another
@@ -151,12 +151,12 @@ void FormView::WriteTexts(int photoId) {
 
 void FormView::SaveBttn_Click() {
   if (Data1.RecordCount() == 0) return;
-  platform::TrapWithBox(this, [&] {
-    const platform::BusyPointer busy;
+  controls::TrapWithBox(this, [&] {
+    const controls::BusyPointer busy;
     const int photoId = Data1.Field(PhotoID).toInt();
     // Empty fields of a record that couldn't be read are not its texts.
     if (photoId != ShownPhotoID)
-      throw platform::RuntimeError(platform::errNoCurrentRecord, QStringLiteral("No current record."));
+      throw base::RuntimeError(base::errNoCurrentRecord, QStringLiteral("No current record."));
     WriteTexts(photoId);
     Data1.Refresh();
     Data1.FindFirst(QStringLiteral("PhotoID = %1").arg(photoId));

@@ -13,13 +13,10 @@ class QPlainTextEdit;
 class QPushButton;
 class QToolButton;
 
-namespace veldrin::catalogue {
+namespace veldrin::controls {
 class FittedImage;
-}
-
-namespace veldrin::platform {
 class CaptionLabel;
-}
+}  // namespace veldrin::controls
 
 namespace veldrin::records {
 
@@ -30,7 +27,7 @@ class FormView : public QWidget {
 
  public:
   /// The references must outlive the view.
-  FormView(catalogue::RecordList& data1, const catalogue::Paths& paths, platform::DBEngine& engine,
+  FormView(catalogue::RecordList& data1, const catalogue::Paths& paths, engine::DBEngine& engine,
            QWidget* parent = nullptr);
 
   /// A button of the view by its name, which must be one of them.
@@ -65,7 +62,7 @@ class FormView : public QWidget {
   void MakeButtons();
   void Connect();
   QLabel* MakeLabel(const char* name, const QString& text, int left, int top, int width, int height);
-  platform::CaptionLabel* MakeValue(const char* name, const char* captionName, const char* caption, int left,
+  controls::CaptionLabel* MakeValue(const char* name, const char* captionName, const char* caption, int left,
                                     int top, int width);
   template <class Field>
   Field* MakeField(const char* name, const char* captionName, const char* caption, int left, int top,
@@ -81,19 +78,19 @@ class FormView : public QWidget {
 
   catalogue::RecordList& Data1;
   const catalogue::Paths& ThePaths;
-  platform::DBEngine& Engine;
+  engine::DBEngine& Engine;
   int ShownPhotoID = 0;  ///< whose texts the fields were filled with; 0 for none
   Texts ShownTexts;
   int ShowImageIndex = 0;  ///< which of the two images is loaded next; the other one is shown
 
   QWidget* FormImagePannel = nullptr;
-  catalogue::FittedImage* FormImage[2] = {};
+  controls::FittedImage* FormImage[2] = {};
   QLineEdit* eTitle = nullptr;
   QLineEdit* eMadeBy = nullptr;
   QPlainTextEdit* eDescription = nullptr;
-  platform::CaptionLabel* eDate = nullptr;
-  platform::CaptionLabel* ePhotoID = nullptr;
-  platform::CaptionLabel* eImageType = nullptr;
+  controls::CaptionLabel* eDate = nullptr;
+  controls::CaptionLabel* ePhotoID = nullptr;
+  controls::CaptionLabel* eImageType = nullptr;
   QLabel* eRcdCount = nullptr;
   QLabel* eImageFile = nullptr;
   QToolButton* First = nullptr;

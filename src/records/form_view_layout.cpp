@@ -7,18 +7,18 @@
 #include <QToolButton>
 #include <algorithm>
 
-#include "catalogue/fitted_image.h"
-#include "platform/caption_label.h"
-#include "platform/entry_field.h"
-#include "platform/panel_size.h"
-#include "platform/twips.h"
+#include "controls/caption_label.h"
+#include "controls/entry_field.h"
+#include "controls/fitted_image.h"
+#include "controls/panel_size.h"
+#include "controls/twips.h"
 #include "records/field_length.h"
 #include "records/form_view.h"
 
 namespace veldrin::records {
 
-using platform::MoveTwips;
-using platform::ToPixels;
+using base::ToPixels;
+using controls::MoveTwips;
 
 namespace {
 
@@ -56,12 +56,12 @@ QLabel* FormView::MakeLabel(const char* name, const QString& text, int left, int
   return label;
 }
 
-platform::CaptionLabel* FormView::MakeValue(const char* name, const char* captionName, const char* caption,
+controls::CaptionLabel* FormView::MakeValue(const char* name, const char* captionName, const char* caption,
                                             int left, int top, int width) {
   SetFontScale(
       *MakeLabel(captionName, QLatin1String(caption), left, top - CaptionHeight, width, CaptionHeight),
       CaptionScale);
-  auto* value = new platform::CaptionLabel(this);
+  auto* value = new controls::CaptionLabel(this);
   value->setObjectName(QLatin1String(name));
   value->setFrameShape(QFrame::StyledPanel);
   value->setMargin(3);
@@ -78,7 +78,7 @@ Field* FormView::MakeField(const char* name, const char* captionName, const char
   SetFontScale(*label, CaptionScale);
   auto* field = new Field(this);
   field->setObjectName(QLatin1String(name));
-  platform::InstallEntryManners(*field);
+  controls::InstallEntryManners(*field);
   MoveTwips(*field, left, top, width, height);
   label->setBuddy(field);
   return field;
@@ -91,7 +91,7 @@ void FormView::MakeImage() {
   FormImagePannel->setPalette(QPalette(Qt::black));
   MoveTwips(*FormImagePannel, 360, 360, 9615, ImageHeight);
   for (int i = 0; i < 2; ++i) {
-    FormImage[i] = new catalogue::FittedImage(QStringLiteral("FormImage(%1)").arg(i), *FormImagePannel);
+    FormImage[i] = new controls::FittedImage(QStringLiteral("FormImage(%1)").arg(i), *FormImagePannel);
   }
   QLabel* info =
       MakeLabel("lblFormViewInfo", QStringLiteral("Double Click on the Image to View, Edit, or Print"), 360,
@@ -113,7 +113,7 @@ void FormView::MakeFields() {
   eImageType = MakeValue("eImageType", "lblImage", "IMAGE", 1680, SecondRow, 975);
   eDescription =
       MakeField<QPlainTextEdit>("eDescription", "lblDesc", "DESCRIPTION", 2640, SecondRow, 7095, 765);
-  platform::LimitText(*eDescription, DescriptionLength);
+  controls::LimitText(*eDescription, DescriptionLength);
   // Tab goes as the eye does.
   setTabOrder(eTitle, eMadeBy);
   setTabOrder(eMadeBy, eDescription);
@@ -159,7 +159,7 @@ void FormView::MakeButtons() {
 
 // In a window too low for the whole form the image gives way, and what stands below it moves up.
 void FormView::resizeEvent(QResizeEvent*) {
-  const int missing = std::clamp(ToPixels(platform::PanelHeight) - height(), 0,
+  const int missing = std::clamp(ToPixels(controls::PanelHeight) - height(), 0,
                                  ToPixels(ImageHeight) - ToPixels(LeastImageHeight));
   FormImagePannel->resize(FormImagePannel->width(), ToPixels(ImageHeight) - missing);
   for (QWidget* control : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {

@@ -5,13 +5,13 @@
 #include <QMouseEvent>
 #include <QPainter>
 
-#include "platform/control_drag.h"
-#include "platform/twips.h"
+#include "controls/twips.h"
+#include "records/control_drag.h"
 
 namespace veldrin::records {
 
-using catalogue::TwipSize;
-using platform::ToTwips;
+using base::ToTwips;
+using pictures::TwipSize;
 
 namespace {
 
@@ -58,10 +58,10 @@ TwipSize NewImageBox::Room(bool multi) const {
   return {ToTwips(width()) - margin, ToTwips(height()) - margin};
 }
 
-void NewImageBox::ShowImage(const platform::Picture& picture, bool multi, bool crossed) {
-  const TwipSize size = catalogue::FitToBox(picture, Room(multi));
-  platform::MoveTwips(*ImgNew, catalogue::Centre(ToTwips(width()), size.Width),
-                      catalogue::Centre(ToTwips(height()), size.Height), size.Width, size.Height);
+void NewImageBox::ShowImage(const pictures::Picture& picture, bool multi, bool crossed) {
+  const TwipSize size = pictures::FitToBox(picture, Room(multi));
+  controls::MoveTwips(*ImgNew, pictures::Centre(ToTwips(width()), size.Width),
+                      pictures::Centre(ToTwips(height()), size.Height), size.Width, size.Height);
   const double ratio = devicePixelRatioF();
   QPixmap pixmap = QPixmap::fromImage(
       picture.Image().scaled(ImgNew->size() * ratio, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
@@ -104,7 +104,7 @@ void NewImageBox::Drag() {
   painter.drawPixmap(0, 0, ImgNew->pixmap().scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
   painter.end();
   picture.setDevicePixelRatio(ratio);
-  platform::DragControl(*this, picture);
+  DragControl(*this, picture);
 }
 
 }  // namespace veldrin::records

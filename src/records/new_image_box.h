@@ -15,11 +15,11 @@ class NewImageBox : public QFrame {
   explicit NewImageBox(QWidget* parent = nullptr);
 
   /// The room in twips for a picture; less for one of several files, which leaves a margin for the mark.
-  catalogue::TwipSize Room(bool multi) const;
+  pictures::TwipSize Room(bool multi) const;
 
   /// Shows the picture as large as the room allows. `multi` adds the mark of several files, `crossed` the
   /// cross of a file that isn't selected.
-  void ShowImage(const platform::Picture& picture, bool multi, bool crossed);
+  void ShowImage(const pictures::Picture& picture, bool multi, bool crossed);
   void HideImage();
 
  protected:

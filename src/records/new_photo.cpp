@@ -6,19 +6,19 @@
 #include <QFile>
 #include <QSysInfo>
 
+#include "base/failure.h"
 #include "catalogue/image_store.h"
-#include "platform/failure.h"
-#include "platform/picture.h"
+#include "pictures/picture.h"
 
 namespace veldrin::records {
 
-using platform::ResumeNext;
+using base::ResumeNext;
 
 namespace {
 
 void KeepAside(const QString& file) {
   QString aside = file + QStringLiteral(".old");
-  for (int number = 2; !platform::RenameToFree(file, aside); ++number) {
+  for (int number = 2; !desktop::RenameToFree(file, aside); ++number) {
     aside = file + QStringLiteral(".old%1").arg(number);
   }
 }
@@ -26,12 +26,12 @@ void KeepAside(const QString& file) {
 }  // namespace
 
 bool CheckImageFile(const QString& path, int) {
-  return !ResumeNext([&] { platform::LoadPicture(path, [](QSize) { return QSize(0, 0); }); });
+  return !ResumeNext([&] { pictures::LoadPicture(path, [](QSize) { return QSize(0, 0); }); });
 }
 
 void NewPhoto::Read() {
   ResumeNext([&] { Date = catalogue::GetFileDate(Source); });
-  Copied = ResumeNext([&] { Copy = std::make_unique<platform::FileCopy>(Source, Temporary); });
+  Copied = ResumeNext([&] { Copy = std::make_unique<desktop::FileCopy>(Source, Temporary); });
   Loaded = !CheckImageFile(Source, PhotoID);
   if (!Loaded) ImageType = QStringLiteral("jpg");
 }
@@ -45,7 +45,7 @@ void NewPhoto::PutInPlace(const catalogue::Paths& paths) {
   if (!Copied || !Loaded || InPlace) return;
   const QString target = catalogue::ImageFileName(paths, PhotoID, ImageType);
   InPlace = Copied = ResumeNext([&] {
-    while (!platform::RenameToFree(Temporary, target)) KeepAside(target);
+    while (!desktop::RenameToFree(Temporary, target)) KeepAside(target);
   });
   // A number that is given out again may have the thumbnail of another picture.
   QFile::remove(catalogue::ThumbFileName(paths, PhotoID));
@@ -54,7 +54,7 @@ void NewPhoto::PutInPlace(const catalogue::Paths& paths) {
 void NewPhoto::TakeBack(const catalogue::Paths& paths) {
   if (!InPlace) return;
   const QString target = catalogue::ImageFileName(paths, PhotoID, ImageType);
-  InPlace = !ResumeNext([&] { platform::RenameToFree(target, Temporary); });
+  InPlace = !ResumeNext([&] { desktop::RenameToFree(target, Temporary); });
 }
 
 void NewPhoto::DropTemporary() const {

@@ -6,7 +6,7 @@
 #include <memory>
 
 #include "catalogue/paths.h"
-#include "platform/file_copy.h"
+#include "desktop/file_copy.h"
 
 namespace veldrin::records {
 
@@ -39,7 +39,7 @@ struct NewPhoto {
   void DropTemporary() const;
 
  private:
-  std::unique_ptr<platform::FileCopy> Copy;
+  std::unique_ptr<desktop::FileCopy> Copy;
 };
 
 /// True when the file can't be loaded as a picture. The photo's number is not used.

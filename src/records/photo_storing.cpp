@@ -13,16 +13,16 @@
 #include <span>
 #include <vector>
 
+#include "base/failure.h"
+#include "base/runtime_error.h"
 #include "catalogue/image_store.h"
-#include "platform/failure.h"
-#include "platform/file_copy.h"
-#include "platform/runtime_error.h"
+#include "desktop/file_copy.h"
 #include "records/new_photo.h"
 
 namespace veldrin::records {
 
-using platform::ResumeNext;
-using platform::RuntimeError;
+using base::ResumeNext;
+using base::RuntimeError;
 
 namespace {
 
@@ -38,7 +38,7 @@ bool IsSameDirectory(const QString& a, const QString& b) {
 
 class Storing {
  public:
-  Storing(const catalogue::Paths& paths, platform::DBEngine& engine, const PhotoBatch& batch, int first);
+  Storing(const catalogue::Paths& paths, engine::DBEngine& engine, const PhotoBatch& batch, int first);
   void Run();
 
  private:
@@ -59,16 +59,15 @@ class Storing {
   const catalogue::Paths& ThePaths;
   const PhotoBatch& Batch;
   bool MayRemove;
-  std::unique_ptr<platform::Database> TheDatabase;
-  std::unique_ptr<platform::Recordset> Photos;
-  std::unique_ptr<platform::Recordset> Links;
+  std::unique_ptr<engine::Database> TheDatabase;
+  std::unique_ptr<engine::Recordset> Photos;
+  std::unique_ptr<engine::Recordset> Links;
   std::vector<NewPhoto> Files;
   bool Locked = false;
   QThreadPool Pool;  // Last: its end waits for the threads that use the other members.
 };
 
-Storing::Storing(const catalogue::Paths& paths, platform::DBEngine& engine, const PhotoBatch& batch,
-                 int first)
+Storing::Storing(const catalogue::Paths& paths, engine::DBEngine& engine, const PhotoBatch& batch, int first)
     : ThePaths(paths),
       Batch(batch),
       MayRemove(batch.RemoveSources && !IsSameDirectory(batch.Directory, paths.ImageDir)) {
@@ -133,7 +132,7 @@ bool Storing::InTransaction(Write&& write) {
     return true;
   } catch (const RuntimeError& error) {
     TheDatabase->Rollback();
-    Locked = error.Number() == platform::errLocked;
+    Locked = error.Number() == base::errLocked;
     return false;
   }
 }
@@ -150,7 +149,7 @@ bool Storing::WriteRows(Group group) {
       photo.PutInPlace(ThePaths);
       AddRow(photo);
     }
-    platform::SyncDirectory(ThePaths.ImageDir);
+    desktop::SyncDirectory(ThePaths.ImageDir);
   });
   if (!written) {
     TakeBack(group);
@@ -180,7 +179,7 @@ QSet<int> Storing::TakenNumbers(Group group) {
       QStringLiteral("SELECT PhotoID FROM tblPhotos WHERE PhotoID >= %1 AND PhotoID <= %2")
           .arg(group.front().PhotoID)
           .arg(group.back().PhotoID),
-      platform::dbOpenSnapshot);
+      engine::dbOpenSnapshot);
   QSet<int> numbers;
   for (; !rows->AtEOF(); rows->MoveNext()) numbers.insert(rows->Field(QStringLiteral("PhotoID")).toInt());
   return numbers;
@@ -207,7 +206,7 @@ void Storing::SetTextField(const char* name, const QString& text) {
 
 void Storing::RemoveSources(Group group) {
   // The rows' last trace, the end of their journal, is on the disk before a source goes.
-  ResumeNext([&] { platform::SyncDirectory(QFileInfo(ThePaths.DatabaseFile).path()); });
+  ResumeNext([&] { desktop::SyncDirectory(QFileInfo(ThePaths.DatabaseFile).path()); });
   for (const NewPhoto& photo : group) {
     if (photo.HasRow && photo.Copied) QFile::remove(photo.Source);
   }
@@ -229,18 +228,18 @@ bool Storing::WriteLinks(Group group) {
 
 }  // namespace
 
-int GetNextPhotoID(platform::DBEngine& engine, const catalogue::Paths& paths) {
+int GetNextPhotoID(engine::DBEngine& engine, const catalogue::Paths& paths) {
   const auto database = engine.OpenDatabase(paths.WorkFile);
   const auto highest = database->OpenRecordset(
-      QStringLiteral("SELECT Max(tblPhotos.PhotoID) As ID FROM tblPhotos"), platform::dbOpenSnapshot);
-  const platform::Value id = highest->Field(QStringLiteral("ID"));
-  if (platform::IsNull(id)) return 1;
+      QStringLiteral("SELECT Max(tblPhotos.PhotoID) As ID FROM tblPhotos"), engine::dbOpenSnapshot);
+  const engine::Value id = highest->Field(QStringLiteral("ID"));
+  if (engine::IsNull(id)) return 1;
   if (id.toInt() == std::numeric_limits<int>::max())
-    throw RuntimeError(platform::errOverflow, QStringLiteral("Overflow"));
+    throw RuntimeError(base::errOverflow, QStringLiteral("Overflow"));
   return id.toInt() + 1;
 }
 
-int StorePhotos(const catalogue::Paths& paths, platform::DBEngine& engine, const PhotoBatch& batch) {
+int StorePhotos(const catalogue::Paths& paths, engine::DBEngine& engine, const PhotoBatch& batch) {
   int first = 0;
   ResumeNext([&] {
     first = GetNextPhotoID(engine, paths);

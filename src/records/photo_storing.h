@@ -5,7 +5,7 @@
 #include <QStringList>
 
 #include "catalogue/paths.h"
-#include "platform/dao/db_engine.h"
+#include "engine/dao/db_engine.h"
 
 namespace veldrin::records {
 
@@ -25,7 +25,7 @@ struct PhotoBatch {
 
 /// The highest number of a photo plus one; 1 for an empty catalogue. Raises 6 when there is no further
 /// number, and the errors of the data engine.
-int GetNextPhotoID(platform::DBEngine& engine, const catalogue::Paths& paths);
+int GetNextPhotoID(engine::DBEngine& engine, const catalogue::Paths& paths);
 
 /// Stores the files under consecutive numbers and returns the first one, 0 when the catalogue can't be read.
 /// Passes over every error and goes on: a copy that fails leaves a row without a file, a file that is no
@@ -35,6 +35,6 @@ int GetNextPhotoID(platform::DBEngine& engine, const catalogue::Paths& paths);
 /// the disk, a source goes when its row does and when it could be copied; one that lies in the image store
 /// itself never goes. No file that stands in the image store is overwritten. A number that another machine
 /// has taken in the meantime is left to it, and that source stays.
-int StorePhotos(const catalogue::Paths& paths, platform::DBEngine& engine, const PhotoBatch& batch);
+int StorePhotos(const catalogue::Paths& paths, engine::DBEngine& engine, const PhotoBatch& batch);
 
 }  // namespace veldrin::records

@@ -1,14 +1,14 @@
 #include "records/record_clipboard.h"
 
+#include "controls/busy_pointer.h"
 #include "folders/folder_keys.h"
 #include "folders/folder_tree.h"
-#include "platform/busy_pointer.h"
 
 namespace veldrin::records {
 
+using controls::BusyPointer;
+using controls::Node;
 using folders::LinkKey;
-using platform::BusyPointer;
-using platform::Node;
 
 namespace {
 
@@ -19,7 +19,7 @@ QString KeyOfPhotos(const Node& node) {
 
 // Photos that move up lose all places below the new one, which shows them in any case; otherwise just the
 // place that they were cut from.
-void DeleteLinksOfCut(platform::Database& database, const Node& target, const Node& source) {
+void DeleteLinksOfCut(engine::Database& database, const Node& target, const Node& source) {
   QString sql = QStringLiteral("DELETE tblPhotoLinks.* FROM tblPhotoLinks INNER JOIN ActPhotoLinks ON ");
   if (folders::IsAboveFolder(target, source)) {
     sql += QStringLiteral("tblPhotoLinks.PhotoID = ActPhotoLinks.PhotoID");
@@ -34,11 +34,11 @@ void DeleteLinksOfCut(platform::Database& database, const Node& target, const No
 
 }  // namespace
 
-RecordClipboard::RecordClipboard(catalogue::RecordList& data1, platform::TreeView& tvTreeView,
-                                 catalogue::RecordSource& source, platform::DBEngine& engine,
+RecordClipboard::RecordClipboard(catalogue::RecordList& data1, controls::TreeView& tvTreeView,
+                                 catalogue::RecordSource& source, engine::DBEngine& engine,
                                  const catalogue::Paths& paths, ClipboardViews& views)
     : Data1(data1), Tree(tvTreeView), Source(source), Engine(engine), ThePaths(paths), Views(views) {
-  connect(&Tree, &platform::TreeView::NodeRemoved, this, &RecordClipboard::tvTreeView_NodeRemoved);
+  connect(&Tree, &controls::TreeView::NodeRemoved, this, &RecordClipboard::tvTreeView_NodeRemoved);
 }
 
 // A folder that goes takes the pending command with it.

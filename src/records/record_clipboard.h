@@ -6,8 +6,8 @@
 #include "catalogue/paths.h"
 #include "catalogue/record_list.h"
 #include "catalogue/record_source.h"
-#include "platform/dao/db_engine.h"
-#include "platform/tree_view.h"
+#include "controls/tree_view.h"
+#include "engine/dao/db_engine.h"
 
 namespace veldrin::records {
 
@@ -29,13 +29,13 @@ class ClipboardViews {
 /// is then as it was before the command.
 class RecordClipboard : public QObject {
  public:
-  RecordClipboard(catalogue::RecordList& data1, platform::TreeView& tvTreeView,
-                  catalogue::RecordSource& source, platform::DBEngine& engine, const catalogue::Paths& paths,
+  RecordClipboard(catalogue::RecordList& data1, controls::TreeView& tvTreeView,
+                  catalogue::RecordSource& source, engine::DBEngine& engine, const catalogue::Paths& paths,
                   ClipboardViews& views);
 
   bool IsCutPending() const { return RecordCutIndex != nullptr; }
   /// The folder that the records of a pending copy were selected in; null when no copy is pending.
-  const platform::Node* CopySource() const { return RecordCopyIndex; }
+  const controls::Node* CopySource() const { return RecordCopyIndex; }
 
   void RecordCopy_Click();
   void RecordCut_Click();
@@ -46,19 +46,19 @@ class RecordClipboard : public QObject {
 
  private:
   bool StageSelection();
-  void LinkStaged(const platform::Node& target);
-  void tvTreeView_NodeRemoved(const platform::Node* node);
+  void LinkStaged(const controls::Node& target);
+  void tvTreeView_NodeRemoved(const controls::Node* node);
 
   catalogue::RecordList& Data1;
-  platform::TreeView& Tree;
+  controls::TreeView& Tree;
   catalogue::RecordSource& Source;
-  platform::DBEngine& Engine;
+  engine::DBEngine& Engine;
   const catalogue::Paths& ThePaths;
   ClipboardViews& Views;
 
   // The folder in which the records were staged; at most one of the two is set.
-  const platform::Node* RecordCutIndex = nullptr;
-  const platform::Node* RecordCopyIndex = nullptr;
+  const controls::Node* RecordCutIndex = nullptr;
+  const controls::Node* RecordCopyIndex = nullptr;
 };
 
 }  // namespace veldrin::records

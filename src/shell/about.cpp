@@ -5,7 +5,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
-#include "platform/app.h"
+#include "shell/app.h"
 #include "shell/motif.h"
 
 namespace veldrin::shell {
@@ -45,8 +45,8 @@ void frmAbout::Form_Load() {
   cmdOK->setDefault(true);
   connect(cmdOK, &QPushButton::clicked, this, &frmAbout::cmdOK_Click);
 
-  lblTitle->setText(platform::App::Title());
-  lblVersion->setText(platform::App::VersionText());
+  lblTitle->setText(App::Title());
+  lblVersion->setText(App::VersionText());
   label1->setText(
       QStringLiteral("A catalogue for your photographs: filed in folders, found again, shown and shared."));
   label2->setText(QStringLiteral(

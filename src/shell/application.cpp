@@ -7,9 +7,9 @@
 #include <cstdlib>
 #include <utility>
 
+#include "base/runtime_error.h"
 #include "catalogue/schema.h"
-#include "platform/msg_box.h"
-#include "platform/runtime_error.h"
+#include "controls/msg_box.h"
 #include "shell/configuration.h"
 #include "shell/motif.h"
 #include "shell/splash.h"
@@ -67,8 +67,8 @@ Application::Application(int& argc, char** argv)
         std::_Exit(status);
       }) {
   setApplicationName(QStringLiteral("veldrin"));
-  setApplicationDisplayName(platform::App::Title());
-  setApplicationVersion(platform::App::VersionText().section(QLatin1Char(' '), 1));
+  setApplicationDisplayName(App::Title());
+  setApplicationVersion(App::VersionText().section(QLatin1Char(' '), 1));
   setDesktopFileName(QStringLiteral("veldrin"));
   setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
   setPalette(CalmPalette());
@@ -79,7 +79,7 @@ Application::Application(int& argc, char** argv)
 bool Application::notify(QObject* receiver, QEvent* event) {
   try {
     return QApplication::notify(receiver, event);
-  } catch (const platform::RuntimeError& error) {
+  } catch (const base::RuntimeError& error) {
     ReportError(error.Number(), error.Description());
   } catch (const std::exception& error) {
     ReportError(ForeignError, QString::fromLocal8Bit(error.what()));
@@ -92,14 +92,14 @@ void Application::ReportError(int number, const QString& description) {
   if (std::exchange(Reporting, true)) return;
   // The pointer of the routine that failed would stay an hourglass over the box.
   while (overrideCursor() != nullptr) restoreOverrideCursor();
-  platform::MsgBox(nullptr, QStringLiteral("Run-time error '%1':\n\n%2").arg(number).arg(description),
-                   platform::vbCritical);
+  controls::MsgBox(nullptr, QStringLiteral("Run-time error '%1':\n\n%2").arg(number).arg(description),
+                   controls::vbCritical);
   if (CleanUp) CleanUp();
   End(1);
   Reporting = false;
 }
 
-StartUp::StartUp(std::unique_ptr<platform::App> app) : TheApp(std::move(app)) {}
+StartUp::StartUp(std::unique_ptr<App> app) : TheApp(std::move(app)) {}
 
 StartUp::~StartUp() {
   if (auto* application = qobject_cast<Application*>(QCoreApplication::instance()))

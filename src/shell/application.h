@@ -6,8 +6,8 @@
 #include <memory>
 
 #include "catalogue/paths.h"
-#include "platform/app.h"
-#include "platform/dao/db_engine.h"
+#include "engine/dao/db_engine.h"
+#include "shell/app.h"
 
 namespace veldrin::shell {
 
@@ -41,7 +41,7 @@ class StartUp {
   using MainWindowFactory = std::function<std::unique_ptr<QWidget>()>;
 
   /// The application object must be there.
-  explicit StartUp(std::unique_ptr<platform::App> app = std::make_unique<platform::App>());
+  explicit StartUp(std::unique_ptr<App> app = std::make_unique<App>());
   ~StartUp();
   StartUp(const StartUp&) = delete;
   StartUp& operator=(const StartUp&) = delete;
@@ -50,16 +50,16 @@ class StartUp {
   /// once; false when another instance runs: the process has nothing to do then.
   bool Main(MainWindowFactory makeMainWindow);
 
-  const platform::App& App() const { return *TheApp; }
+  const App& Program() const { return *TheApp; }
   catalogue::Paths& Paths() { return ThePaths; }
-  platform::DBEngine& Engine() { return TheEngine; }
+  engine::DBEngine& Engine() { return TheEngine; }
 
  private:
   void ShowMain();
 
-  std::unique_ptr<platform::App> TheApp;
+  std::unique_ptr<App> TheApp;
   catalogue::Paths ThePaths;
-  platform::DBEngine TheEngine;
+  engine::DBEngine TheEngine;
   MainWindowFactory MakeMainWindow;
   // The windows go before what they refer to.
   std::unique_ptr<frmSplash> Splash;

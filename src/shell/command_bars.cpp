@@ -2,7 +2,7 @@
 
 #include <QIcon>
 
-#include "platform/twips.h"
+#include "base/units.h"
 #include "shell/layout.h"
 
 namespace veldrin::shell {
@@ -196,8 +196,7 @@ void CommandBars::EnableView(int view, bool enabled) {
   Item(ViewItem(view)).setEnabled(enabled);
 }
 
-void CommandBars::SetViewMenus(int view) {
-  const ViewMenuState state = shell::SetViewMenus(view);
+void CommandBars::Apply(const ViewMenuState& state, int view) {
   Button(12).setVisible(state.Query);
   Button(13).setVisible(state.Find);
   for (int number : {15, 16}) Button(number).setVisible(state.Photos);
@@ -211,7 +210,7 @@ void CommandBars::SetViewMenus(int view) {
   if (SetsPhotoWeb(view)) Item("PhotoWeb").setVisible(state.WebPages);
 }
 
-void CommandBars::SetRecordMenus(const RecordMenuState& state) {
+void CommandBars::Apply(const RecordMenuState& state) {
   Item("RecordAdd").setEnabled(state.RecordAdd);
   Item("RecordEdit").setEnabled(state.RecordEdit);
   Item("RecordDel").setEnabled(state.RecordDel);
@@ -226,7 +225,7 @@ void CommandBars::SetRecordMenus(const RecordMenuState& state) {
   }
 }
 
-void CommandBars::SetFolderMenus(const folders::FolderMenuState& state) {
+void CommandBars::Apply(const folders::FolderMenuState& state) {
   Item("FolderAdd").setEnabled(state.FolderAdd);
   Item("FolderRen").setEnabled(state.FolderRen);
   Item("FolderDel").setEnabled(state.FolderDel);

@@ -33,9 +33,9 @@ class CommandBars {
   void EnableView(int view, bool enabled);
 
   // Apply what the pure functions of the same names answer.
-  void SetViewMenus(int view);
-  void SetRecordMenus(const RecordMenuState& state);
-  void SetFolderMenus(const folders::FolderMenuState& state);
+  void Apply(const ViewMenuState& state, int view);
+  void Apply(const RecordMenuState& state);
+  void Apply(const folders::FolderMenuState& state);
 
  private:
   void MakeMenus();

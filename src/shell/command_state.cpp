@@ -26,7 +26,7 @@ int TabOfView(int view) {
   }
 }
 
-ViewMenuState SetViewMenus(int view) {
+ViewMenuState ViewMenusFor(int view) {
   switch (view) {
     case FormViewCode:
       return {true, true, true, false};
@@ -39,7 +39,7 @@ ViewMenuState SetViewMenus(int view) {
   }
 }
 
-RecordMenuState SetRecordMenus(const RecordMenuInput& input) {
+RecordMenuState RecordMenusFor(const RecordMenuInput& input) {
   RecordMenuState state;
   const bool records = input.HasRecords;
   const bool topUnorganized = input.NodeIsUnorganized && input.ParentIsRoot;

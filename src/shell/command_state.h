@@ -32,7 +32,7 @@ struct ViewMenuState {
   bool operator==(const ViewMenuState&) const = default;
 };
 
-ViewMenuState SetViewMenus(int view);
+ViewMenuState ViewMenusFor(int view);
 
 /// Whether the Photo menu's own "Make Web Page(s)..." is set in a view: it isn't touched where its menu is
 /// hidden.
@@ -64,6 +64,6 @@ struct RecordMenuState {
   bool operator==(const RecordMenuState&) const = default;
 };
 
-RecordMenuState SetRecordMenus(const RecordMenuInput& input);
+RecordMenuState RecordMenusFor(const RecordMenuInput& input);
 
 }  // namespace veldrin::shell

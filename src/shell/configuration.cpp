@@ -1,8 +1,9 @@
 #include "shell/configuration.h"
 
+#include "base/failure.h"
 #include "catalogue/schema.h"
-#include "platform/failure.h"
-#include "platform/ini_file.h"
+#include "controls/msg_box.h"
+#include "shell/ini_file.h"
 
 namespace veldrin::shell {
 
@@ -10,19 +11,24 @@ namespace {
 
 constexpr int IniBufferSize = 255;
 
+bool Refuse(const QString& reason) {
+  controls::MsgBox(nullptr, reason);
+  return false;
+}
+
 }  // namespace
 
 QString IniFileOf(const QString& programPath) { return programPath + QStringLiteral("/Ini/Veldrin.ini"); }
 
 QString ReadIniString(const QString& section, const QString& key, const QString& file) {
-  return platform::GetPrivateProfileString(section, key, file, IniBufferSize);
+  return GetPrivateProfileString(section, key, file, IniBufferSize);
 }
 
 void WriteIniString(const QString& section, const QString& key, const QString& value, const QString& file) {
-  platform::WritePrivateProfileString(section, key, value, file);
+  WritePrivateProfileString(section, key, value, file);
 }
 
-bool LoadConfiguration(catalogue::Paths& paths, platform::DBEngine& engine, const platform::App& app) {
+bool LoadConfiguration(catalogue::Paths& paths, engine::DBEngine& engine, const App& app) {
   paths.IniFile = IniFileOf(app.Path());
   QString database = ReadIniString(QStringLiteral("Directories"), QStringLiteral("Database"), paths.IniFile);
   if (database.isEmpty()) database = app.Path() + QStringLiteral("/Database");
@@ -34,9 +40,13 @@ bool LoadConfiguration(catalogue::Paths& paths, platform::DBEngine& engine, cons
   paths.TempDir = app.TempDir() + QLatin1Char('/');
   paths.BrowserPath = ReadIniString(QStringLiteral("Programs"), QStringLiteral("Webbrowser"), paths.IniFile);
   if (paths.BrowserPath.isEmpty()) paths.BrowserPath = DefaultBrowser();
-  platform::ResumeNext([&] { app.MakeTempDir(); });
-  platform::ResumeNext([&] { app.FillPath(); });
-  return catalogue::CreateWorkFile(paths, engine, app.Path()) && catalogue::OpenCatalogue(paths, engine);
+  base::ResumeNext([&] { app.MakeTempDir(); });
+  base::ResumeNext([&] { app.FillPath(); });
+  if (!catalogue::CreateWorkFile(paths, engine, app.Path()))
+    return Refuse(QStringLiteral("Unable to Connect to the Access Tables."));
+  if (!catalogue::OpenCatalogue(paths, engine))
+    return Refuse(QStringLiteral("Unable to Initialize User Tables."));
+  return true;
 }
 
 }  // namespace veldrin::shell

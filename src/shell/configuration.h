@@ -4,8 +4,8 @@
 #include <QString>
 
 #include "catalogue/paths.h"
-#include "platform/app.h"
-#include "platform/dao/db_engine.h"
+#include "engine/dao/db_engine.h"
+#include "shell/app.h"
 
 namespace veldrin::shell {
 
@@ -23,6 +23,6 @@ void WriteIniString(const QString& section, const QString& key, const QString& v
 
 /// Fills the paths, makes the working copy and opens the catalogue. What fails before that is passed over.
 /// Returns whether the catalogue is open; where it isn't, a box has told so.
-bool LoadConfiguration(catalogue::Paths& paths, platform::DBEngine& engine, const platform::App& app);
+bool LoadConfiguration(catalogue::Paths& paths, engine::DBEngine& engine, const App& app);
 
 }  // namespace veldrin::shell

@@ -2,7 +2,7 @@
 
 namespace veldrin::shell {
 
-MainLayout ArrangeMainWindow(float& position, double scaleWidth, double scaleHeight) {
+MainLayout PanesFor(float& position, double scaleWidth, double scaleHeight) {
   if (position < LeastPaneWidth) position = LeastPaneWidth;
   if (position > scaleWidth - LeastPaneWidth) position = static_cast<float>(scaleWidth - LeastPaneWidth);
   return {position, position + SplitterGap, scaleWidth - (position + SplitterGap), scaleHeight - PaneTop};

@@ -8,7 +8,8 @@ int main(int argc, char** argv) {
   veldrin::shell::Application application(argc, argv);
   veldrin::shell::StartUp startUp;
   const auto makeMainWindow = [&startUp]() -> std::unique_ptr<QWidget> {
-    auto window = std::make_unique<veldrin::shell::frmMain>(startUp.App(), startUp.Paths(), startUp.Engine());
+    auto window =
+        std::make_unique<veldrin::shell::frmMain>(startUp.Program(), startUp.Paths(), startUp.Engine());
     window->Form_Load();
     return window;
   };

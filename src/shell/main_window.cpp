@@ -5,25 +5,25 @@
 #include <QScreen>
 #include <QStandardPaths>
 
+#include "base/failure.h"
 #include "catalogue/schema.h"
+#include "controls/twips.h"
+#include "desktop/program_start.h"
 #include "folders/folder_menus.h"
 #include "folders/folder_nodes.h"
 #include "folders/folder_tree.h"
-#include "platform/failure.h"
-#include "platform/program_start.h"
-#include "platform/twips.h"
 #include "shell/about.h"
 #include "shell/layout.h"
 #include "shell/setup.h"
 
 namespace veldrin::shell {
 
-using platform::MoveTwips;
-using platform::ResumeNext;
-using platform::ToPixels;
-using platform::ToTwips;
+using base::ResumeNext;
+using base::ToPixels;
+using base::ToTwips;
+using controls::MoveTwips;
 
-frmMain::frmMain(const platform::App& app, const catalogue::Paths& paths, platform::DBEngine& engine,
+frmMain::frmMain(const App& app, const catalogue::Paths& paths, engine::DBEngine& engine,
                  std::unique_ptr<show::Media> media)
     : TheApp(app),
       ThePaths(paths),
@@ -34,11 +34,12 @@ frmMain::frmMain(const platform::App& app, const catalogue::Paths& paths, platfo
       Searching(Data1, browse::GridFields(), *this, *this),
       Viewing(Data1, engine, paths, *this) {
   setObjectName(QStringLiteral("frmMain"));
-  setWindowTitle(platform::App::Title());
+  setWindowTitle(App::Title());
   setCentralWidget(Inside);
   MakeHeader();
   MakePanes();
-  Source = std::make_unique<catalogue::RecordSource>(Data1, *tvTreeView, Engine, ThePaths, *this);
+  Source = std::make_unique<catalogue::RecordSource>(
+      Data1, [this] { return folders::SelectedFolderKey(*tvTreeView); }, Engine, ThePaths, *this);
   Folders = std::make_unique<folders::FolderBrowser>(*tvTreeView, *txtFldrSearch, *Source, *this);
   Deleting =
       std::make_unique<records::DeletePhotos>(*Source, Data1, *tvTreeView, Engine, ThePaths, *this, *this);
@@ -89,7 +90,7 @@ void frmMain::MakeHeader() {
 }
 
 void frmMain::MakePanes() {
-  tvTreeView = new platform::TreeView(Inside);
+  tvTreeView = new controls::TreeView(Inside);
   tvTreeView->setObjectName(QStringLiteral("tvTreeView"));
   MoveTwips(*tvTreeView, 0, PaneTop, DesignSplitterLeft, DesignHeight - PaneTop);
   pcMainWin = new QWidget(Inside);
@@ -105,7 +106,7 @@ void frmMain::MakePanes() {
   TheAddView = new records::AddView(Data1, *tvTreeView, ThePaths, Engine,
                                     QStandardPaths::writableLocation(QStandardPaths::PicturesLocation));
   // The list of the music directory is never shown itself.
-  MusicList = new platform::FileListBox(Inside);
+  MusicList = new controls::FileListBox(Inside);
   MusicList->setObjectName(QStringLiteral("AudioFileList"));
   MusicList->hide();
   TheMusic = std::make_unique<show::Music>(TheShowSettings, *MusicList, ThePaths.MusicDir, *Media);
@@ -229,7 +230,7 @@ void frmMain::SetViewControls(int view) {
   Bars->EnableView(TheCurrentView, true);
   TheCurrentView = view;
   Bars->EnableView(TheCurrentView, false);
-  Bars->SetViewMenus(TheCurrentView);
+  Bars->Apply(ViewMenusFor(TheCurrentView), TheCurrentView);
 }
 
 void frmMain::SSTab1_Click(int previousTab) {
@@ -290,17 +291,17 @@ void frmMain::SetSelectionGrey(bool grey) {
 // --- menus ------------------------------------------------------------------------------------------------
 
 void frmMain::SetFolderMenus() {
-  const platform::Node& node = *tvTreeView->SelectedItem();
+  const controls::Node& node = *tvTreeView->SelectedItem();
   folders::FolderMenuInput input;
   input.IsRoot = node.Index() == 1;
   input.IsUnorganized = folders::IsUnorganized(node);
   input.IsCut = folders::IsNodeCut(node);
   input.FolderPending = TheFolderCommands->HasPending();
-  Bars->SetFolderMenus(folders::SetFolderMenus(input));
+  Bars->Apply(folders::FolderMenusFor(input));
 }
 
 void frmMain::SetRecordMenus() {
-  const platform::Node& node = *tvTreeView->SelectedItem();
+  const controls::Node& node = *tvTreeView->SelectedItem();
   RecordMenuInput input;
   input.Tab = SSTab1->currentIndex();
   input.HasRecords = Data1.RecordCount() >= 1;
@@ -309,10 +310,10 @@ void frmMain::SetRecordMenus() {
   input.NodeIsUnorganized = folders::IsUnorganized(node);
   input.ParentIsRoot = node.Parent() != nullptr && node.Parent()->Index() == 1;
   input.RecordsCut = Clipboard->IsCutPending();
-  const platform::Node* source = Clipboard->CopySource();
+  const controls::Node* source = Clipboard->CopySource();
   input.RecordsCopied = source != nullptr;
   input.NodeIsAboveSource = source != nullptr && folders::IsAboveFolder(node, *source);
-  Bars->SetRecordMenus(shell::SetRecordMenus(input));
+  Bars->Apply(RecordMenusFor(input));
 }
 
 void frmMain::ShowFolderUndoCut(bool visible) {
@@ -332,8 +333,7 @@ void frmMain::PopupFolderMenu() { Bars->Menu("FolderMenu").popup(QCursor::pos())
 // --- layout -----------------------------------------------------------------------------------------------
 
 void frmMain::ArrangeMainWindow(float position) {
-  const MainLayout layout =
-      shell::ArrangeMainWindow(position, ToTwips(Inside->width()), ToTwips(Inside->height()));
+  const MainLayout layout = PanesFor(position, ToTwips(Inside->width()), ToTwips(Inside->height()));
   picHeader->resize(Inside->width(), picHeader->height());
   MoveTwips(Bars->tbarToolBar(), ToolbarLeft, 0, ToTwips(picHeader->width()) - ToolbarLeft, HeaderHeight);
   MoveTwips(*tvTreeView, 0, PaneTop, layout.SplitterLeft, layout.PaneHeight);
@@ -374,8 +374,8 @@ void frmMain::FileSetup_Click() {
 void frmMain::HelpAbout_Click() { frmAbout(this).exec(); }
 
 void frmMain::HelpHelp_Click() {
-  platform::Shell(ThePaths.BrowserPath + QLatin1Char(' ') + TheApp.Path() +
-                  QStringLiteral("/help/welcome.htm"));
+  desktop::Shell(ThePaths.BrowserPath + QLatin1Char(' ') + TheApp.Path() +
+                 QStringLiteral("/help/welcome.htm"));
 }
 
 }  // namespace veldrin::shell

@@ -14,17 +14,17 @@
 #include "browse/thumbnail_page.h"
 #include "catalogue/record_list.h"
 #include "catalogue/record_source.h"
+#include "controls/file_list.h"
+#include "controls/tree_view.h"
 #include "find/find_record.h"
 #include "find/query.h"
 #include "folders/folder_browser.h"
 #include "folders/folder_commands.h"
-#include "platform/app.h"
-#include "platform/file_list.h"
-#include "platform/tree_view.h"
 #include "records/add_view.h"
 #include "records/delete_photos.h"
 #include "records/form_view.h"
 #include "records/record_clipboard.h"
+#include "shell/app.h"
 #include "shell/command_bars.h"
 #include "shell/output_commands.h"
 #include "shell/splitter.h"
@@ -43,7 +43,7 @@ class frmMain : public QMainWindow,
                 public output::OutputViews {
  public:
   /// Paths and engine must outlive the window. Nothing is read before Form_Load.
-  frmMain(const platform::App& app, const catalogue::Paths& paths, platform::DBEngine& engine,
+  frmMain(const App& app, const catalogue::Paths& paths, engine::DBEngine& engine,
           std::unique_ptr<show::Media> media = std::make_unique<show::MediaPlayer>());
   /// Deletes the working copy.
   ~frmMain() override;
@@ -110,9 +110,9 @@ class frmMain : public QMainWindow,
   void HelpHelp_Click();
   void HelpAbout_Click();
 
-  const platform::App& TheApp;
+  const App& TheApp;
   const catalogue::Paths& ThePaths;
-  platform::DBEngine& Engine;
+  engine::DBEngine& Engine;
 
   catalogue::RecordList Data1;
   show::ShowSettings TheShowSettings;
@@ -124,7 +124,7 @@ class frmMain : public QMainWindow,
   QWidget* picHeader;
   QLineEdit* txtFldrSearch;
   QPushButton* bttnGo;
-  platform::TreeView* tvTreeView;
+  controls::TreeView* tvTreeView;
   QWidget* pcMainWin;
   QStackedWidget* SSTab1;
   browse::DataView* TheDataView;
@@ -132,7 +132,7 @@ class frmMain : public QMainWindow,
   records::FormView* TheFormView;
   records::AddView* TheAddView;
   show::ImagePlay* TheImagePlay;
-  platform::FileListBox* MusicList;
+  controls::FileListBox* MusicList;
   std::unique_ptr<show::Music> TheMusic;
   Splitter* bttnSplitter;
 

@@ -14,7 +14,7 @@ namespace veldrin::shell {
 class OutputCommands {
  public:
   /// The references must outlive the object; the dialogs stand over `window`.
-  OutputCommands(catalogue::RecordList& data1, const platform::TreeView& tvTreeView,
+  OutputCommands(catalogue::RecordList& data1, const controls::TreeView& tvTreeView,
                  const catalogue::Paths& paths, const output::OutputViews& views, QWidget& window,
                  std::function<void()> popUpReportMenu)
       : Web(paths, &window),

@@ -9,8 +9,8 @@
 #include <QRadioButton>
 #include <QVBoxLayout>
 
-#include "platform/entry_field.h"
-#include "platform/msg_box.h"
+#include "controls/entry_field.h"
+#include "controls/msg_box.h"
 #include "shell/configuration.h"
 
 namespace veldrin::shell {
@@ -85,7 +85,7 @@ frmSetup::Choice frmSetup::MakeChoice(const char* frame, const char* title, cons
   choice.Panel->setSizePolicy(policy);
   choice.Text = new QLineEdit(choice.Panel);
   choice.Text->setObjectName(QLatin1String(text));
-  platform::InstallEntryManners(*choice.Text);
+  controls::InstallEntryManners(*choice.Text);
   auto* label = new QLabel(QLatin1String(caption), choice.Panel);
   label->setBuddy(choice.Text);
   label->setMinimumWidth(112);
@@ -127,10 +127,10 @@ void frmSetup::bttnOK_Click() {
   QWidget* owner = parentWidget();
   accept();
   QCoreApplication::processEvents();
-  platform::MsgBox(
+  controls::MsgBox(
       owner,
       QStringLiteral("If you made any change, you need to restate the program to have it to take place!"),
-      platform::vbExclamation, QStringLiteral("Information"));
+      controls::vbExclamation, QStringLiteral("Information"));
 }
 
 }  // namespace veldrin::shell

@@ -8,8 +8,8 @@
 #include <QScreen>
 #include <utility>
 
-#include "platform/app.h"
-#include "platform/twips.h"
+#include "controls/twips.h"
+#include "shell/app.h"
 #include "shell/motif.h"
 
 namespace veldrin::shell {
@@ -36,7 +36,7 @@ QLabel* AddLabel(QWidget* parent, const QString& name, const QString& style, QRe
   label->setStyleSheet(style);
   // Labels that lie on the picture leave its clicks to it.
   label->setAttribute(Qt::WA_TransparentForMouseEvents);
-  platform::MoveTwips(*label, twips.x(), twips.y(), twips.width(), twips.height());
+  controls::MoveTwips(*label, twips.x(), twips.y(), twips.width(), twips.height());
   return label;
 }
 
@@ -59,10 +59,10 @@ frmSplash::frmSplash(std::function<bool()> load, std::function<void()> showMain)
 }
 
 void frmSplash::Form_Load() {
-  setWindowTitle(platform::App::Title());
-  setFixedSize(platform::ToPixels(SplashWidth), platform::ToPixels(SplashHeight));
+  setWindowTitle(App::Title());
+  setFixedSize(base::ToPixels(SplashWidth), base::ToPixels(SplashHeight));
   Image1->setObjectName(QStringLiteral("Image1"));
-  platform::MoveTwips(*Image1, 0, 0, SplashWidth, PictureHeight);
+  controls::MoveTwips(*Image1, 0, 0, SplashWidth, PictureHeight);
 
   // The second title is the shadow of the first.
   const QString titleStyle = QStringLiteral(
@@ -70,11 +70,11 @@ void frmSplash::Form_Load() {
   const QRect titlePlace(Margin, 270, SplashWidth - 2 * Margin, 960);
   QLabel* shadow =
       AddLabel(this, QStringLiteral("lblTitle(1)"), titleStyle.arg(QStringLiteral("rgba(18, 38, 64, 70)")),
-               titlePlace.translated(platform::TwipsPerPixel, platform::TwipsPerPixel));
+               titlePlace.translated(base::TwipsPerPixel, base::TwipsPerPixel));
   QLabel* title =
       AddLabel(this, QStringLiteral("lblTitle(0)"), titleStyle.arg(QStringLiteral("white")), titlePlace);
-  title->setText(platform::App::Title());
-  shadow->setText(platform::App::Title());
+  title->setText(App::Title());
+  shadow->setText(App::Title());
 
   QLabel* notice =
       AddLabel(this, QStringLiteral("lblNotice"), QStringLiteral("font-size: 15px; color: #2b3d4f;"),
@@ -84,7 +84,7 @@ void frmSplash::Form_Load() {
       AddLabel(this, QStringLiteral("lblVer"), QStringLiteral("font-size: 12px; color: #73808c;"),
                {SplashWidth - Margin - 2000, PictureHeight, 2000, StripHeight});
   version->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
-  version->setText(platform::App::VersionText());
+  version->setText(App::VersionText());
 }
 
 void frmSplash::Show() {

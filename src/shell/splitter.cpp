@@ -3,13 +3,13 @@
 #include <QMouseEvent>
 #include <QPainter>
 
-#include "platform/twips.h"
+#include "controls/twips.h"
 #include "shell/layout.h"
 
 namespace veldrin::shell {
 
-using platform::MoveTwips;
-using platform::ToTwips;
+using base::ToTwips;
+using controls::MoveTwips;
 
 namespace {
 
@@ -48,7 +48,7 @@ void Splitter::mousePressEvent(QMouseEvent*) {
 void Splitter::mouseMoveEvent(QMouseEvent* event) {
   if (!SplitterDown) return;
   BarLeft = DragBarLeft(TheLeft + ToTwips(event->pos().x()), ToTwips(parentWidget()->width()));
-  picSplitter->move(platform::ToPixels(BarLeft), picSplitter->y());
+  picSplitter->move(base::ToPixels(BarLeft), picSplitter->y());
 }
 
 void Splitter::mouseReleaseEvent(QMouseEvent*) {

@@ -7,15 +7,15 @@
 #include <QVBoxLayout>
 #include <utility>
 
-#include "platform/busy_pointer.h"
-#include "platform/failure.h"
-#include "platform/file_copy.h"
+#include "base/failure.h"
+#include "controls/busy_pointer.h"
+#include "desktop/file_copy.h"
 #include "show/music.h"
 
 namespace veldrin::show {
 
-using platform::FileListBox;
-using platform::ResumeNext;
+using base::ResumeNext;
+using controls::FileListBox;
 
 namespace {
 
@@ -33,12 +33,12 @@ frmAudio::frmAudio(catalogue::RecordList& data1, FileListBox& musicList, QString
       MusicList(musicList),
       MusicDir(std::move(musicDir)),
       AudioDir(std::move(audioDir)),
-      Choosers(new platform::DirectoryChooser(this)) {
+      Choosers(new controls::DirectoryChooser(this)) {
   setObjectName(QStringLiteral("frmAudio"));
   setWindowTitle(QStringLiteral("Select Audio FIles"));
   Arrange();
-  connect(Choosers, &platform::DirectoryChooser::Change, this, &frmAudio::Dir1_Change);
-  connect(Choosers, &platform::DirectoryChooser::Restore, this,
+  connect(Choosers, &controls::DirectoryChooser::Change, this, &frmAudio::Dir1_Change);
+  connect(Choosers, &controls::DirectoryChooser::Restore, this,
           [this](bool begins) { Data1.SuppressReposition = begins; });
   Form_Load();
 }
@@ -98,9 +98,9 @@ void frmAudio::Dir1_Change() {
 }
 
 void frmAudio::AddBttn_Click() {
-  const platform::BusyPointer busy;
+  const controls::BusyPointer busy;
   for (int i = 0; i < FileToSel->ListCount(); ++i) {
-    if (FileToSel->Selected(i)) platform::CopyFile(FullName(*FileToSel, i), MusicDir + FileToSel->List(i));
+    if (FileToSel->Selected(i)) desktop::CopyFile(FullName(*FileToSel, i), MusicDir + FileToSel->List(i));
   }
   ListMusic(*FileToPlay, MusicDir);
 }

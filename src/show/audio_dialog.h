@@ -5,8 +5,8 @@
 #include <QStandardPaths>
 
 #include "catalogue/record_list.h"
-#include "platform/directory_chooser.h"
-#include "platform/file_list.h"
+#include "controls/directory_chooser.h"
+#include "controls/file_list.h"
 
 class QPushButton;
 
@@ -18,7 +18,7 @@ class frmAudio : public QDialog {
 
  public:
   /// `musicList` is read anew when the dialog goes, so that the show plays what there is then.
-  frmAudio(catalogue::RecordList& data1, platform::FileListBox& musicList, QString musicDir, QWidget* parent,
+  frmAudio(catalogue::RecordList& data1, controls::FileListBox& musicList, QString musicDir, QWidget* parent,
            QString audioDir = QStandardPaths::writableLocation(QStandardPaths::MusicLocation));
   ~frmAudio() override;
 
@@ -26,7 +26,7 @@ class frmAudio : public QDialog {
   void Form_Load();
   void Arrange();
   QWidget* MakeList(const char* listName, const char* labelName, const char* caption,
-                    platform::FileListBox*& list);
+                    controls::FileListBox*& list);
   QPushButton* MakeButton(const char* name, const char* caption, void (frmAudio::*handler)());
 
   void Dir1_Change();
@@ -37,12 +37,12 @@ class frmAudio : public QDialog {
   void CloseBttn_Click() { accept(); }
 
   catalogue::RecordList& Data1;
-  platform::FileListBox& MusicList;
+  controls::FileListBox& MusicList;
   QString MusicDir;
   QString AudioDir;
-  platform::DirectoryChooser* Choosers;
-  platform::FileListBox* FileToSel = nullptr;
-  platform::FileListBox* FileToPlay = nullptr;
+  controls::DirectoryChooser* Choosers;
+  controls::FileListBox* FileToSel = nullptr;
+  controls::FileListBox* FileToPlay = nullptr;
 };
 
 }  // namespace veldrin::show

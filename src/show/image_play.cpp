@@ -3,13 +3,13 @@
 #include <QMouseEvent>
 #include <algorithm>
 
-#include "platform/panel_size.h"
-#include "platform/twips.h"
+#include "controls/panel_size.h"
+#include "controls/twips.h"
 #include "show/full_screen_show.h"
 
 namespace veldrin::show {
 
-using platform::MoveTwips;
+using controls::MoveTwips;
 
 namespace {
 
@@ -17,9 +17,9 @@ constexpr int PlayLeft = 120;
 constexpr int PlayWidth = 12135;
 constexpr int ScreenTop = 420;
 // What lies below the pictures keeps its distance from the lower edge.
-constexpr int BelowScreen = platform::PanelHeight - 8640;
-constexpr int SliderFromEdge = platform::PanelHeight - 8730;
-constexpr int ToolbarFromEdge = platform::PanelHeight - 9120;
+constexpr int BelowScreen = controls::PanelHeight - 8640;
+constexpr int SliderFromEdge = controls::PanelHeight - 8730;
+constexpr int ToolbarFromEdge = controls::PanelHeight - 9120;
 constexpr int LeastScreenHeight = 1500;
 
 }  // namespace
@@ -50,13 +50,13 @@ void ImagePlay::MakeControls() {
 }
 
 void ImagePlay::PlaceControls() {
-  const int bottom = std::max(platform::ToTwips(height()), ScreenTop + LeastScreenHeight + BelowScreen);
+  const int bottom = std::max(base::ToTwips(height()), ScreenTop + LeastScreenHeight + BelowScreen);
   MoveTwips(*lblShow, PlayLeft, 60, PlayWidth, 300);
   MoveTwips(*picScreen, PlayLeft, ScreenTop, PlayWidth, bottom - BelowScreen - ScreenTop);
   MoveTwips(*Slider, PlayLeft, bottom - SliderFromEdge, PlayWidth, 360);
   ShowToolbar& tbarShow = Stage->Toolbar();
-  const int width = platform::ToTwips(tbarShow.sizeHint().width());
-  MoveTwips(tbarShow, PlayLeft + catalogue::Centre(PlayWidth, width), bottom - ToolbarFromEdge, width, 585);
+  const int width = base::ToTwips(tbarShow.sizeHint().width());
+  MoveTwips(tbarShow, PlayLeft + pictures::Centre(PlayWidth, width), bottom - ToolbarFromEdge, width, 585);
 }
 
 void ImagePlay::resizeEvent(QResizeEvent* event) {

@@ -1,7 +1,9 @@
 #include "show/media_player.h"
 
+#include <QAudioDevice>
 #include <QAudioOutput>
 #include <QFile>
+#include <QMediaDevices>
 #include <QUrl>
 #include <utility>
 
@@ -14,6 +16,8 @@ namespace {
 constexpr qint64 NothingPlayed = 1000;
 
 }  // namespace
+
+MediaPlayer::MediaPlayer() : SoundCard(!QMediaDevices::defaultAudioOutput().isNull()) {}
 
 void MediaPlayer::SetState(int state) {
   const int old = std::exchange(State, state);

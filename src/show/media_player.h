@@ -4,13 +4,14 @@
 #include <QElapsedTimer>
 #include <QMediaPlayer>
 
-#include "platform/sound.h"
 #include "show/media.h"
 
 namespace veldrin::show {
 
 class MediaPlayer : public Media {
  public:
+  MediaPlayer();
+
   bool HasSoundCard() const override { return SoundCard; }
   int PlayState() const override { return State; }
   void Open(const QString& file) override;
@@ -23,7 +24,7 @@ class MediaPlayer : public Media {
   void StatusChanged(QMediaPlayer::MediaStatus status);
   void EndTrack(int state);
 
-  const bool SoundCard = platform::HasSoundCard();
+  const bool SoundCard;  ///< whether the machine can make a sound, not its volume
   int State = MediaClosed;
   QElapsedTimer Opened;
   /// Each track has its own, a child of this object: what an earlier one still reports isn't the new one's.

@@ -1,13 +1,13 @@
 #include "show/music.h"
 
-#include "platform/failure.h"
+#include "base/failure.h"
 
 namespace veldrin::show {
 
 // A list keeps the files of the directory before when it can't show another one.
-void ListMusic(platform::FileListBox& list, const QString& musicDir) {
+void ListMusic(controls::FileListBox& list, const QString& musicDir) {
   list.SetPattern(MusicPattern());
-  if (!platform::ResumeNext([&] { list.SetPath(musicDir); })) list.clear();
+  if (!base::ResumeNext([&] { list.SetPath(musicDir); })) list.clear();
 }
 
 QString NextMusicFile(const QStringList& files, int& MusicIndex) {
@@ -16,7 +16,7 @@ QString NextMusicFile(const QStringList& files, int& MusicIndex) {
   return files.value(MusicIndex++);
 }
 
-Music::Music(ShowSettings& settings, platform::FileListBox& list, const QString& musicDir, Media& media)
+Music::Music(ShowSettings& settings, controls::FileListBox& list, const QString& musicDir, Media& media)
     : Settings(settings), List(list), Directory(musicDir), Player(media) {
   connect(&Player, &Media::PlayStateChange, this, &Music::Media_PlayStateChange);
 }

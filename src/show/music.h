@@ -3,7 +3,7 @@
 
 #include <QObject>
 
-#include "platform/file_list.h"
+#include "controls/file_list.h"
 #include "show/media.h"
 #include "show/show_state.h"
 
@@ -15,7 +15,7 @@ inline QString MusicPattern() {
 }
 
 /// Has a list show the files of the music directory; none where there is no such directory.
-void ListMusic(platform::FileListBox& list, const QString& musicDir);
+void ListMusic(controls::FileListBox& list, const QString& musicDir);
 
 /// The name at the index, which then counts on. Only an index that equals the number of files begins anew:
 /// when the list has become shorter than that, the name is empty, as it is for an empty list.
@@ -26,9 +26,9 @@ class Music : public QObject {
 
  public:
   /// The references must outlive it.
-  Music(ShowSettings& settings, platform::FileListBox& list, const QString& musicDir, Media& media);
+  Music(ShowSettings& settings, controls::FileListBox& list, const QString& musicDir, Media& media);
 
-  platform::FileListBox& MusicList() const { return List; }
+  controls::FileListBox& MusicList() const { return List; }
   const QString& MusicDir() const { return Directory; }
   bool HasSoundCard() const { return Player.HasSoundCard(); }
   int PlayState() const { return Player.PlayState(); }
@@ -48,7 +48,7 @@ class Music : public QObject {
   void Media_PlayStateChange(int oldState, int newState);
 
   ShowSettings& Settings;
-  platform::FileListBox& List;
+  controls::FileListBox& List;
   const QString& Directory;
   Media& Player;
   bool HasTrack = false;  ///< there was a file to open

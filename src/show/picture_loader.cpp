@@ -5,7 +5,7 @@
 
 namespace veldrin::show {
 
-using platform::Picture;
+using pictures::Picture;
 
 PictureLoader::PictureLoader() {
   connect(&Watcher, &QFutureWatcherBase::finished, this, &PictureLoader::Ready);
@@ -18,14 +18,14 @@ bool PictureLoader::Source::Serves(const Source& other) const {
          Height >= other.Height;
 }
 
-PictureLoader::Source PictureLoader::SourceOf(const QString& file, catalogue::TwipSize box,
+PictureLoader::Source PictureLoader::SourceOf(const QString& file, pictures::TwipSize box,
                                               double pixelRatio) {
   if (file.isEmpty()) return {};
   const QFileInfo info(file);
   return {file, info.size(), info.lastModified(), box.Width * pixelRatio, box.Height * pixelRatio};
 }
 
-void PictureLoader::Prepare(const QString& file, catalogue::TwipSize box, double pixelRatio) {
+void PictureLoader::Prepare(const QString& file, pictures::TwipSize box, double pixelRatio) {
   const Source source = SourceOf(file, box, pixelRatio);
   if (Prepared.Serves(source)) return;
   const int number = ++*Wanted;
@@ -36,7 +36,7 @@ void PictureLoader::Prepare(const QString& file, catalogue::TwipSize box, double
   Watcher.setFuture(QtConcurrent::run([wanted = Wanted, number, file, box, pixelRatio] {
     Decoded decoded;
     try {
-      if (*wanted == number) decoded.Result = catalogue::LoadFittedPicture(file, box, pixelRatio);
+      if (*wanted == number) decoded.Result = pictures::LoadFittedPicture(file, box, pixelRatio);
     } catch (...) {
       decoded.Failure = std::current_exception();
     }
@@ -44,7 +44,7 @@ void PictureLoader::Prepare(const QString& file, catalogue::TwipSize box, double
   }));
 }
 
-Picture PictureLoader::Load(const QString& file, catalogue::TwipSize box, double pixelRatio) {
+Picture PictureLoader::Load(const QString& file, pictures::TwipSize box, double pixelRatio) {
   const Source source = SourceOf(file, box, pixelRatio);
   if (LastSource.Serves(source)) return Last;
   if (Prepared.Serves(source)) {
@@ -53,7 +53,7 @@ Picture PictureLoader::Load(const QString& file, catalogue::TwipSize box, double
     Last = decoded.Result;
     LastSource = Prepared;
   } else {
-    Last = catalogue::LoadFittedPicture(file, box, pixelRatio);
+    Last = pictures::LoadFittedPicture(file, box, pixelRatio);
     LastSource = source;
   }
   return Last;

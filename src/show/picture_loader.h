@@ -8,7 +8,7 @@
 #include <exception>
 #include <memory>
 
-#include "catalogue/image_store.h"
+#include "pictures/fit.h"
 
 namespace veldrin::show {
 
@@ -23,13 +23,13 @@ class PictureLoader : public QObject {
   ~PictureLoader() override;
 
   /// Begins to decode a file at the size that it has in a box; an empty name gives up the former one.
-  void Prepare(const QString& file, catalogue::TwipSize box, double pixelRatio);
+  void Prepare(const QString& file, pictures::TwipSize box, double pixelRatio);
   /// False while a picture is being prepared.
   bool IsReady() const { return Watcher.future().isFinished(); }
   /// A file's picture, as large at least as it is in the box. Taken from the one loaded last or prepared
   /// where that is the same and the file is still as it was; otherwise decoded now. Raises what LoadPicture
   /// raises, without another attempt for a picture that failed when it was prepared.
-  platform::Picture Load(const QString& file, catalogue::TwipSize box, double pixelRatio);
+  pictures::Picture Load(const QString& file, pictures::TwipSize box, double pixelRatio);
 
  Q_SIGNALS:
   void Ready();
@@ -46,13 +46,13 @@ class PictureLoader : public QObject {
     bool Serves(const Source& other) const;
   };
   struct Decoded {
-    platform::Picture Result;
+    pictures::Picture Result;
     std::exception_ptr Failure;
   };
-  static Source SourceOf(const QString& file, catalogue::TwipSize box, double pixelRatio);
+  static Source SourceOf(const QString& file, pictures::TwipSize box, double pixelRatio);
 
   Source LastSource;
-  platform::Picture Last;
+  pictures::Picture Last;
   Source Prepared;
   QFutureWatcher<Decoded> Watcher;
   /// The number of the last preparation. A decoding may outlive the loader.

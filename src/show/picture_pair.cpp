@@ -4,7 +4,7 @@
 
 namespace veldrin::show {
 
-using catalogue::FittedImage;
+using controls::FittedImage;
 
 PicturePair::PicturePair(QWidget& box, PictureLoader& loader)
     : QObject(&box),

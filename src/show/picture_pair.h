@@ -4,7 +4,7 @@
 #include <QObject>
 #include <QTimer>
 
-#include "catalogue/fitted_image.h"
+#include "controls/fitted_image.h"
 #include "show/picture_loader.h"
 
 namespace veldrin::show {
@@ -36,7 +36,7 @@ class PicturePair : public QObject {
   PictureLoader& Loader;
   QString NextFile;
   QTimer Resized;
-  catalogue::FittedImage* Images[2];
+  controls::FittedImage* Images[2];
   int ShowImageIndex = 0;  ///< which image receives the next picture
 };
 

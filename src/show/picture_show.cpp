@@ -1,12 +1,12 @@
 #include "show/picture_show.h"
 
+#include "base/failure.h"
 #include "catalogue/image_store.h"
-#include "platform/failure.h"
 
 namespace veldrin::show {
 
-using platform::EndSilently;
-using platform::ResumeNext;
+using base::EndSilently;
+using base::ResumeNext;
 
 namespace {
 
@@ -214,7 +214,7 @@ void PictureShow::Prepare(int position) {
 
 QString PictureShow::FileAt(int position) const {
   if (position < 0 || position >= Parts.Data1.RecordCount()) return {};
-  const platform::Recordset& records = Parts.Data1.Recordset();
+  const engine::Recordset& records = Parts.Data1.Recordset();
   const auto row = records.ReadRows(position, 1).front();
   if (row.empty()) return {};
   const QStringList names = records.FieldNames();

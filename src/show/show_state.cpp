@@ -2,7 +2,7 @@
 
 namespace veldrin::show {
 
-std::array<ShowButtonState, 8> SetShowButtons(const ShowSettings& settings, bool stopEnabled) {
+std::array<ShowButtonState, 8> ShowButtonsFor(const ShowSettings& settings, bool stopEnabled) {
   const int state = settings.ShowState;
   const bool playing = state == PlayBackward || state == PlayForward;
   const bool paused = state == PausePlay;

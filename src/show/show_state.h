@@ -38,6 +38,6 @@ struct ShowButtonState {
 };
 
 /// The states of the buttons that the settings decide.
-std::array<ShowButtonState, 8> SetShowButtons(const ShowSettings& settings, bool stopEnabled);
+std::array<ShowButtonState, 8> ShowButtonsFor(const ShowSettings& settings, bool stopEnabled);
 
 }  // namespace veldrin::show

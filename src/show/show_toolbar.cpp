@@ -68,7 +68,7 @@ QAction& ShowToolbar::Button(int number) const {
 }
 
 void ShowToolbar::SetShowButtons(const ShowSettings& settings) {
-  for (const ShowButtonState& state : show::SetShowButtons(settings, Button(StopPlay).isEnabled())) {
+  for (const ShowButtonState& state : ShowButtonsFor(settings, Button(StopPlay).isEnabled())) {
     Button(state.Button).setEnabled(state.Enabled);
   }
   Button(MusicOnOff).setIcon(IconOf(MusicOnOff, settings.MusicOn));

@@ -38,7 +38,7 @@ struct ExternalViewingTest : testing::Test {
     Catalogue.AddPhoto(5, "It's", {}, QSize(60, 40));
     QFile::rename(catalogue::ImageFileName(Catalogue.Paths(), 5, "jpg"), Image);
     Catalogue.Execute({QStringLiteral("UPDATE tblPhotos SET ImageType = '%1', LastModifyDate = #%2#")
-                           .arg(imageType, platform::DateToStore(catalogue::GetFileDate(Image)))});
+                           .arg(imageType, engine::DateToStore(catalogue::GetFileDate(Image)))});
     Data1.DatabaseName = Catalogue.Paths().WorkFile;
     Data1.RecordSource = "SELECT tblPhotos.* FROM tblPhotos";
     Data1.Refresh();

@@ -34,11 +34,11 @@ struct ThumbnailPageTest : testing::Test {
   std::string Marked() {
     std::string marked;
     for (int i = 0; i < CellCount; ++i) {
-      if (!Cell<platform::Shape>("shpMark", i).isHidden()) marked += " " + std::to_string(i);
+      if (!Cell<Shape>("shpMark", i).isHidden()) marked += " " + std::to_string(i);
     }
     return marked;
   }
-  bool FrameIsHidden() { return Page.findChild<platform::Shape*>("shpThumb")->isHidden(); }
+  bool FrameIsHidden() { return Page.findChild<Shape*>("shpThumb")->isHidden(); }
   void Click(int index, Qt::KeyboardModifiers keys = {}) {
     QTest::mouseClick(&Cell<ThumbImage>("ImgThumb", index), Qt::LeftButton, keys);
   }

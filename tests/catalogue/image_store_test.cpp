@@ -5,17 +5,6 @@
 namespace veldrin::catalogue {
 namespace {
 
-TEST(ImageStore, APictureFitsTheBox) {
-  const std::pair<QSize, TwipSize> cases[] = {{{500, 500}, {1935, 1935}},
-                                              {{10, 10}, {1935, 1935}},
-                                              {{300, 600}, {968, 1935}},
-                                              {{4000, 1000}, {2535, 634}},
-                                              {{10000, 1}, {2535, 0}}};
-  for (const auto& [pixels, fitted] : cases) {
-    EXPECT_EQ(FitToBox(platform::Picture({}, pixels), ThumbnailBox), fitted) << pixels.width();
-  }
-}
-
 TEST(ImageStore, ThumbnailsFollowTheFitAndTheScreen) {
   test::TestCatalogue catalogue(false);
   const auto& paths = catalogue.Paths();

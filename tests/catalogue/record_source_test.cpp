@@ -1,5 +1,6 @@
 #include "catalogue/record_source.h"
 
+#include "controls/tree_view.h"
 #include "support/test_support.h"
 
 namespace veldrin::catalogue {
@@ -31,12 +32,13 @@ class FakeViews : public RecordViews {
 
 TEST(RecordSource, ShowsTheFolderWithThePreviewOffAroundTheMoves) {
   test::TestCatalogue catalogue;
-  platform::TreeView tree;
+  controls::TreeView tree;
   RecordList data1(catalogue.Engine());
   data1.DatabaseName = catalogue.Paths().WorkFile;
   FakeViews views;
-  RecordSource source(data1, tree, catalogue.Engine(), catalogue.Paths(), views);
-  platform::Node* root = tree.Add(nullptr, "Photos");
+  RecordSource source(
+      data1, [&] { return tree.SelectedItem()->Tag(); }, catalogue.Engine(), catalogue.Paths(), views);
+  controls::Node* root = tree.Add(nullptr, "Photos");
   for (const char* key : {"0001", "0002"}) tree.Add(root, key)->SetTag(key);
   catalogue.AddPhoto(1, "in one", {"0001"});
   catalogue.AddPhoto(2, "below one", {"00010001"});
@@ -56,7 +58,7 @@ TEST(RecordSource, ShowsTheFolderWithThePreviewOffAroundTheMoves) {
   views.Preview = false;
   EXPECT_EQ(show(3), "scroll") << "the slider stays for an empty list";
   source.Query.QryImageType = "x' AND";
-  EXPECT_THROW(show(1), platform::RuntimeError);
+  EXPECT_THROW(show(1), base::RuntimeError);
   EXPECT_EQ(data1.RecordCount(), 0);
   EXPECT_EQ(data1.AbsolutePosition(), -1);
 }

@@ -8,8 +8,8 @@
 #include <QTest>
 #include <QTimer>
 
+#include "base/runtime_error.h"
 #include "find/query_dialog.h"
-#include "platform/runtime_error.h"
 #include "support/finding.h"
 
 namespace veldrin::find {
@@ -152,7 +152,7 @@ TEST_F(QueryTest, ATitleHoldsUntilItIsNotTypedAgain) {
   EXPECT_EQ(Views.Shown, 1);
   Ask("qMadeBy", {});
   EXPECT_EQ(Ids(), "1 2");
-  EXPECT_THROW(Ask("qImage", QStringLiteral("' OR 1=1) OR (1='1")), platform::RuntimeError);
+  EXPECT_THROW(Ask("qImage", QStringLiteral("' OR 1=1) OR (1='1")), base::RuntimeError);
   EXPECT_EQ(Views.Shown, 3);
   Source.ClearQuery();
   Show();

@@ -77,7 +77,7 @@ TEST_F(FolderBrowserTest, TheSearchTakesTheFirstWholeNameInAnyCase) {
 
 TEST(FolderMenus, FollowTheNodeAndTheClipboard) {
   const auto enabled = [](const FolderMenuInput& input) {
-    const FolderMenuState state = SetFolderMenus(input);
+    const FolderMenuState state = FolderMenusFor(input);
     return std::vector{state.FolderAdd, state.FolderRen,  state.FolderDel,
                        state.FolderCut, state.FolderCopy, state.FolderPaste};
   };

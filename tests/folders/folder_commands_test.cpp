@@ -11,7 +11,7 @@
 namespace veldrin::folders {
 namespace {
 
-using platform::Node;
+using controls::Node;
 
 class FolderCommandsTest : public FoldersTest {
  protected:
@@ -185,17 +185,17 @@ TEST_F(FolderCommandsTest, WhatCantBeDoneWritesNothing) {
   const QStringList rows = Rows();
   const QString links = Links();
   const int nodes = Tree.Count();
-  EXPECT_EQ(test::ErrorOf([this] { Copy("1/2", "1/2"); }), platform::errOutOfStackSpace);
-  EXPECT_EQ(test::ErrorOf([this] { Copy("1/2", "1/2/3/4"); }), platform::errOutOfStackSpace);
+  EXPECT_EQ(test::ErrorOf([this] { Copy("1/2", "1/2"); }), base::errOutOfStackSpace);
+  EXPECT_EQ(test::ErrorOf([this] { Copy("1/2", "1/2/3/4"); }), base::errOutOfStackSpace);
   EXPECT_EQ(Tree.Count(), nodes);
   // The table takes no more rows, as on a full disk.
   const test::HeldCatalogue full(
       Catalogue, "CREATE TRIGGER Full BEFORE INSERT ON tblPhotoLinks BEGIN SELECT RAISE(ABORT, 'full'); END");
-  EXPECT_THROW(Delete("X/Y"), platform::RuntimeError);
+  EXPECT_THROW(Delete("X/Y"), base::RuntimeError);
   EXPECT_EQ(Links(), links);
-  EXPECT_EQ(test::ErrorOf([this] { Copy("X", "1/2/3/4/5/6/7/8/9"); }), platform::errNoSuchTable);
+  EXPECT_EQ(test::ErrorOf([this] { Copy("X", "1/2/3/4/5/6/7/8/9"); }), base::errNoSuchTable);
   EXPECT_EQ(test::ErrorOf([this] { On("1/2/3/4/5/6/7/8/9/10", &FolderCommands::FolderAdd_Click); }),
-            platform::errNoSuchTable);
+            base::errNoSuchTable);
   EXPECT_EQ(Rows(), rows);
 }
 

@@ -6,7 +6,7 @@
 namespace veldrin::folders {
 namespace {
 
-using platform::Node;
+using controls::Node;
 
 using FolderTree = FoldersTest;
 

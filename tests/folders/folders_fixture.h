@@ -5,6 +5,7 @@
 
 #include "folders/folder_browser.h"
 #include "folders/folder_keys.h"
+#include "folders/folder_nodes.h"
 #include "folders/folder_tree.h"
 #include "support/test_support.h"
 
@@ -48,8 +49,8 @@ struct FoldersTest : testing::Test {
     Window.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&Window));
   }
-  platform::Node* Find(const QString& path) {
-    platform::Node* node = Tree.Root();
+  controls::Node* Find(const QString& path) {
+    controls::Node* node = Tree.Root();
     for (const QString& name : path.split('/', Qt::SkipEmptyParts)) {
       node = node->Child();
       while (node->Text() != name) node = node->Next();
@@ -64,11 +65,12 @@ struct FoldersTest : testing::Test {
 
   test::TestCatalogue Catalogue;
   QWidget Window;
-  platform::TreeView Tree{&Window};
+  controls::TreeView Tree{&Window};
   QLineEdit Search{&Window};
   catalogue::RecordList Data1{Catalogue.Engine()};
   FakeViews Views;
-  catalogue::RecordSource Source{Data1, Tree, Catalogue.Engine(), Catalogue.Paths(), Views};
+  catalogue::RecordSource Source{Data1, [this] { return SelectedFolderKey(Tree); }, Catalogue.Engine(),
+                                 Catalogue.Paths(), Views};
   FolderBrowser Browser{Tree, Search, Source, Views};
 };
 

@@ -9,13 +9,13 @@
 #include <cstdlib>
 #include <memory>
 
+#include "base/runtime_error.h"
 #include "catalogue/record_source.h"
+#include "engine/dao/connection.h"
+#include "engine/like.h"
+#include "engine/sql_dialect.h"
 #include "find/find_record.h"
 #include "find/query_dialog.h"
-#include "platform/dao/connection.h"
-#include "platform/like.h"
-#include "platform/runtime_error.h"
-#include "platform/sql_dialect.h"
 
 using namespace veldrin;
 
@@ -33,7 +33,7 @@ sqlite3* OpenCatalogue() {
   static const QTemporaryDir directory;
   const QString file = directory.filePath(QStringLiteral("Photos.mdb"));
   if (!QFile::copy(QStringLiteral(READY_MADE_DIR "/Photos.mdb"), file)) Fail("no catalogue", file);
-  static platform::Connection connection(file, 0);
+  static engine::Connection connection(file, 0);
   connection.Sqlite().exec(
       "INSERT INTO tblPhotos (PhotoID, ImageType, Title, CreateDate, MadeBy, Description) VALUES "
       "(1, 'jpg', 'x', '2001-07-04 00:00:00', 'x', 'x'), (2, 'y', 'Übung', '2001-07-05 00:00:00', 'y', 'y')");
@@ -48,7 +48,7 @@ sqlite3* OpenCatalogue() {
 // Whether SQLite takes the condition. With a condition that no row meets beside it no row may come.
 bool Holds(const QString& condition) {
   static sqlite3* db = OpenCatalogue();
-  const QString closed = platform::ToSqliteCondition(condition);
+  const QString closed = engine::ToSqliteCondition(condition);
   for (const char* form :
        {"SELECT PhotoID FROM tblPhotos WHERE 0 AND %1", "SELECT PhotoID FROM tblPhotos WHERE %1 AND 0"}) {
     const QString sql = QString::fromLatin1(form).arg(closed);
@@ -56,7 +56,7 @@ bool Holds(const QString& condition) {
     sqlite3_stmt* raw = nullptr;
     const char* tail = nullptr;
     const int result = sqlite3_prepare_v2(db, text.data(), static_cast<int>(text.size()), &raw, &tail);
-    const std::unique_ptr<sqlite3_stmt, platform::StatementEnd> statement(raw);
+    const std::unique_ptr<sqlite3_stmt, engine::StatementEnd> statement(raw);
     if (result != SQLITE_OK) return false;
     if (raw == nullptr || tail != text.data() + text.size()) Fail("not one statement", sql);
     if (sqlite3_stmt_readonly(raw) == 0) Fail("a statement that writes", sql);
@@ -73,8 +73,8 @@ void Check(bool mustHold, Condition&& condition) {
   try {
     text = condition();
     if (Holds(text)) return;
-  } catch (const platform::RuntimeError& error) {
-    if (error.Number() != platform::errSyntax) Fail("another error", error.Description());
+  } catch (const base::RuntimeError& error) {
+    if (error.Number() != base::errSyntax) Fail("another error", error.Description());
   }
   if (mustHold) Fail("a text that is refused", text);
 }
@@ -84,8 +84,8 @@ void CheckQuery(const catalogue::Criteria& criteria, bool mustHold) {
   if (!clause.isEmpty()) Check(mustHold, [&] { return clause.mid(QLatin1String(" WHERE ").size()); });
 }
 
-void CheckSearch(const char* field, platform::FieldType type, const QString& value) {
-  Check(type == platform::dbText, [&] { return find::SearchCriterion(QLatin1String(field), type, value); });
+void CheckSearch(const char* field, engine::FieldType type, const QString& value) {
+  Check(type == engine::dbText, [&] { return find::SearchCriterion(QLatin1String(field), type, value); });
 }
 
 // `Like` by its definition, one character after the other.
@@ -112,7 +112,7 @@ bool MatchesPlainly(std::u32string_view pattern, std::u32string_view text) {
 void CheckLike(const QString& pattern, const QString& text) {
   // The plain way tries all ways.
   if (pattern.size() > 24 || text.size() > 24 || pattern.count(QLatin1Char('*')) > 4) return;
-  const bool matches = platform::LikePattern(pattern.toStdString()).Matches(text.toStdString());
+  const bool matches = engine::LikePattern(pattern.toStdString()).Matches(text.toStdString());
   const auto folded = [](const QString& typed) {
     return QString::fromUtf8(typed.toUtf8()).toCaseFolded().toStdU32String();
   };
@@ -146,9 +146,9 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   CheckQuery(criteria, false);
   for (const QString& value : fields) {
     if (value.isEmpty() || value.contains(QChar::Null)) continue;
-    CheckSearch("Title", platform::dbText, value);
-    CheckSearch("CreateDate", platform::dbDate, value);
-    CheckSearch("PhotoID", platform::dbLong, value);
+    CheckSearch("Title", engine::dbText, value);
+    CheckSearch("CreateDate", engine::dbDate, value);
+    CheckSearch("PhotoID", engine::dbLong, value);
   }
   CheckLike(fields[0], fields[1]);
   CheckLike(QLatin1Char('*') + fields[2] + QLatin1Char('*'), fields[3]);

@@ -8,8 +8,8 @@
 #include <QPushButton>
 #include <QTimer>
 
+#include "base/runtime_error.h"
 #include "output/bench.h"
-#include "platform/runtime_error.h"
 
 namespace veldrin::output {
 namespace {
@@ -46,7 +46,7 @@ class GetTest : public testing::Test {
   static void Press(QWidget& dialog, const char* button) {
     dialog.findChild<QPushButton*>(QLatin1String(button))->click();
   }
-  static platform::DirListBox& Dir1(QWidget& dialog) { return *dialog.findChild<platform::DirListBox*>(); }
+  static controls::DirListBox& Dir1(QWidget& dialog) { return *dialog.findChild<controls::DirListBox*>(); }
   // Where the dialog opens; leaves it by a button, in the directory given.
   QString GetTo(const char* directory, const char* button) {
     QString opened;
@@ -61,7 +61,7 @@ class GetTest : public testing::Test {
 
   QTemporaryDir Target;
   OutputBench Bench{6};
-  frmGet::CopyFunction Copy = platform::CopyFile;
+  frmGet::CopyFunction Copy = desktop::CopyFile;
   PhotoGetter Getter;
 };
 
@@ -132,7 +132,7 @@ TEST_F(GetTest, ACopyThatIsNotThereKeepsTheDialogAndThePointer) {
   int copies = 0;
   Copy = [&](const QString& source, const QString& target) {
     if (++copies == 1)
-      platform::CopyFile(source, target);
+      desktop::CopyFile(source, target);
     else
       QDir().mkpath(target);
   };
@@ -157,7 +157,7 @@ TEST_F(GetTest, ACopyThatFailsLeavesTheStoredImages) {
   QDir(Target.path()).mkdir(QStringLiteral("gone"));
   const auto errorOf = [&](const QString& directory, const char* name) {
     QString last;
-    frmGet dialog(images, last, nullptr, platform::CopyFile);
+    frmGet dialog(images, last, nullptr, desktop::CopyFile);
     dialog.List1().addItem(QLatin1String(name));
     Dir1(dialog).SetPath(directory);
     QDir(Target.filePath(QStringLiteral("gone"))).removeRecursively();
@@ -167,10 +167,10 @@ TEST_F(GetTest, ACopyThatFailsLeavesTheStoredImages) {
     return number;
   };
   QDir(Target.path()).mkdir(QStringLiteral("2.jpg"));
-  EXPECT_EQ(errorOf(Target.filePath(QStringLiteral("gone")), "2.jpg"), platform::errPathNotFound);
-  EXPECT_EQ(errorOf(images, "2.jpg"), platform::errPermissionDenied);
-  EXPECT_EQ(errorOf(Target.path(), "2.jpg"), platform::errPathFileAccess);
-  EXPECT_EQ(errorOf(Target.path(), "9.jpg"), platform::errFileNotFound);
+  EXPECT_EQ(errorOf(Target.filePath(QStringLiteral("gone")), "2.jpg"), base::errPathNotFound);
+  EXPECT_EQ(errorOf(images, "2.jpg"), base::errPermissionDenied);
+  EXPECT_EQ(errorOf(Target.path(), "2.jpg"), base::errPathFileAccess);
+  EXPECT_EQ(errorOf(Target.path(), "9.jpg"), base::errFileNotFound);
   EXPECT_EQ(test::ReadFile(images + OutputBench::Image(2)), "2.jpg");
 }
 

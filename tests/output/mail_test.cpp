@@ -10,8 +10,8 @@
 #include <chrono>
 #include <filesystem>
 
+#include "desktop/default_program.h"
 #include "output/bench.h"
-#include "platform/default_program.h"
 
 namespace veldrin::output {
 namespace {
@@ -54,7 +54,7 @@ class Desktop {
     test::WriteFile(file, "[Default Applications]\n" + line);
     const QString expected = name.isEmpty() ? QString() : QString::fromUtf8(name + ".desktop");
     EXPECT_TRUE(
-        QTest::qWaitFor([&] { return platform::GetSchemeClass(QStringLiteral("mailto")) == expected; }));
+        QTest::qWaitFor([&] { return desktop::GetSchemeClass(QStringLiteral("mailto")) == expected; }));
   }
 
  private:

@@ -7,8 +7,8 @@
 #include <QDirIterator>
 
 #include "catalogue/image_store.h"
+#include "engine/sql_dialect.h"
 #include "output/web_pages.h"
-#include "platform/sql_dialect.h"
 #include "support/test_support.h"
 
 namespace veldrin::test {
@@ -49,7 +49,7 @@ class PagesTest : public testing::Test {
   PagesTest() : Data1(Catalogue.Engine()), Pages(Data1, Tree, Catalogue.Paths(), Web, Window) {
     Data1.DatabaseName = Catalogue.Paths().WorkFile;
     Data1.RecordSource = QStringLiteral("tblPhotos");
-    platform::Node* root = Tree.Add(nullptr, QStringLiteral("Photos"));
+    controls::Node* root = Tree.Add(nullptr, QStringLiteral("Photos"));
     Tree.Select(Tree.Add(root, QStringLiteral("Tåg & <Nacht>")));
     Web.WebDir = Catalogue.ProgramPath() + QStringLiteral("/Web");
   }
@@ -66,7 +66,7 @@ class PagesTest : public testing::Test {
     for (int id = 1; id <= count; ++id) {
       const QString title = titles.value(id, QStringLiteral("Photo %1").arg(id));
       const QString texts = QStringLiteral("'%1', 'Ann & Co', 'Seen on day %2', #7/4/2001%3#")
-                                .arg(platform::QuoteSql(title))
+                                .arg(engine::QuoteSql(title))
                                 .arg(id)
                                 .arg(id == 4 ? QStringLiteral(" 10:15") : QString());
       statements << QStringLiteral(
@@ -100,7 +100,7 @@ class PagesTest : public testing::Test {
   }
 
   TestCatalogue Catalogue;
-  platform::TreeView Tree;
+  controls::TreeView Tree;
   catalogue::RecordList Data1;
   output::WebSettings Web;
   QWidget Window;

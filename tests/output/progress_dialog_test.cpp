@@ -11,10 +11,10 @@
 #include <QTimer>
 #include <optional>
 
+#include "base/runtime_error.h"
 #include "output/pages_fixture.h"
 #include "output/reports.h"
 #include "output/web_export.h"
-#include "platform/runtime_error.h"
 
 namespace veldrin::output {
 namespace {
@@ -197,7 +197,7 @@ TEST_F(PageCommands, ABrowserThatIsNotThereIsAnErrorOnlyWhenThereIsAPage) {
   AddPhotos(1);
   Select({1});
   Catalogue.Paths().BrowserPath = QStringLiteral("/no/such/browser");
-  EXPECT_EQ(test::ErrorOf([this] { TheReports.ReportList_Click(); }), platform::errFileNotFound);
+  EXPECT_EQ(test::ErrorOf([this] { TheReports.ReportList_Click(); }), base::errFileNotFound);
   QTimer::singleShot(0, &TheWeb, [this] {
     TheWeb.findChild<QLineEdit*>(QStringLiteral("txtWebName"))->setText(QStringLiteral("no/such/web"));
     TheWeb.findChild<QPushButton*>(QStringLiteral("OkBttn"))->click();

@@ -78,7 +78,7 @@ TEST_F(WebDialogTest, OpensAsItWasLeftButForItsName) {
     Button("PgOption(1)").click();
     EXPECT_EQ(Field("txtWebTitle").text(), QStringLiteral("PHOTO IMAGE GALLERY"));
     Button("PgOption(0)").click();
-    Dialog.findChild<platform::DirListBox*>(QStringLiteral("Dir1"))
+    Dialog.findChild<controls::DirListBox*>(QStringLiteral("Dir1"))
         ->SetPath(Parent() + QStringLiteral("/Other"));
     QTest::keyClick(&Field("txtWebName"), Qt::Key_Return);
   });
@@ -100,7 +100,7 @@ TEST_F(WebDialogTest, OpensAsItWasLeftButForItsName) {
   // Where the last directory has gone it opens on the one for temporary files.
   QDir(Dialog.LastDir).removeRecursively();
   Show([this] {
-    EXPECT_EQ(Dialog.findChild<platform::DirListBox*>(QStringLiteral("Dir1"))->Path(),
+    EXPECT_EQ(Dialog.findChild<controls::DirListBox*>(QStringLiteral("Dir1"))->Path(),
               QDir(Catalogue.Paths().TempDir).absolutePath());
   });
 }

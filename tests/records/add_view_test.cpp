@@ -12,10 +12,10 @@
 #include <QPlainTextEdit>
 #include <QTest>
 
-#include "platform/control_drag.h"
-#include "platform/dir_list.h"
-#include "platform/file_list.h"
-#include "platform/tree_view.h"
+#include "controls/dir_list.h"
+#include "controls/file_list.h"
+#include "controls/tree_view.h"
+#include "records/control_drag.h"
 #include "support/test_support.h"
 
 namespace veldrin::records {
@@ -41,7 +41,7 @@ class Adding : public testing::Test, public test::Controls {
   }
 
   bool Shows(const char* name) { return Get(name).isVisible(); }
-  platform::FileListBox& Files() { return Get<platform::FileListBox>("FileToSel"); }
+  controls::FileListBox& Files() { return Get<controls::FileListBox>("FileToSel"); }
 
   void ClickFile(int index, Qt::KeyboardModifiers keys = {}) {
     QTest::mouseClick(Files().viewport(), Qt::LeftButton, keys,
@@ -58,7 +58,7 @@ class Adding : public testing::Test, public test::Controls {
     if (enter.isAccepted()) QCoreApplication::sendEvent(&target, &drop);
     return enter.isAccepted() && drop.isAccepted();
   }
-  void DropPicture() { ASSERT_TRUE(Drop(*platform::MakeControlDrag(Get("picNew")))); }
+  void DropPicture() { ASSERT_TRUE(Drop(*MakeControlDrag(Get("picNew")))); }
 
   std::string ShownParts() {
     QStringList parts;
@@ -76,8 +76,8 @@ class Adding : public testing::Test, public test::Controls {
 
   test::TestCatalogue Catalogue;
   QTemporaryDir Pictures;
-  platform::TreeView Tree;
-  platform::Node* Folder;
+  controls::TreeView Tree;
+  controls::Node* Folder;
   catalogue::RecordList Data1{Catalogue.Engine()};
   AddView View{Data1, Tree, Catalogue.Paths(), Catalogue.Engine(), Pictures.path()};
 };
@@ -90,16 +90,16 @@ TEST_F(Adding, FillsTheFileTypesOnceAndFiltersByThem) {
   EXPECT_EQ(Files().ListCount(), 1);
   {
     const catalogue::RepositionGuard guard(Data1);
-    Get<platform::DirListBox>("Dir1").SetPath(QStringLiteral("/tmp"));
+    Get<controls::DirListBox>("Dir1").SetPath(QStringLiteral("/tmp"));
     EXPECT_EQ(Files().Path(), Pictures.path()) << "while another routine walks the list";
   }
-  Get<platform::DirListBox>("Dir1").SetPath(QStringLiteral("/"));
+  Get<controls::DirListBox>("Dir1").SetPath(QStringLiteral("/"));
   View.FillFileTypes();
   EXPECT_EQ(types.count(), 8);
   EXPECT_EQ(Files().Path(), QStringLiteral("/")) << "a second call changes nothing";
   AddView other(Data1, Tree, Catalogue.Paths(), Catalogue.Engine(), QStringLiteral("/none"));
   other.FillFileTypes();
-  EXPECT_TRUE(QFileInfo(other.findChild<platform::FileListBox*>()->Path()).isDir());
+  EXPECT_TRUE(QFileInfo(other.findChild<controls::FileListBox*>()->Path()).isDir());
 }
 
 TEST_F(Adding, ThePreviewFillsItsBoxAndMarksWhatIsSelected) {
@@ -126,7 +126,7 @@ TEST_F(Adding, OnlyThePictureDraggedOntoTheFolderOpensTheEntryOfData) {
   QMimeData otherProgram;
   otherProgram.setData(QStringLiteral("application/x-veldrin-control-1"), "picNew");
   EXPECT_FALSE(Drop(otherProgram));
-  Drop(*platform::MakeControlDrag(Get("FileToSel")));
+  Drop(*MakeControlDrag(Get("FileToSel")));
   ClickFile(0);
   QWidget& picture = Get("ImgNew");
   const QPoint from = picture.rect().center();

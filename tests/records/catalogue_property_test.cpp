@@ -12,7 +12,7 @@
 namespace veldrin::records {
 namespace {
 
-using platform::Node;
+using controls::Node;
 using test::CatalogueModel;
 
 constexpr int PhotoCount = 12;

@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "folders/folder_browser.h"
+#include "folders/folder_nodes.h"
 #include "folders/folder_tree.h"
 #include "records/delete_photos.h"
 #include "records/record_clipboard.h"
@@ -36,7 +37,7 @@ class CommandsTest : public testing::Test {
   CommandsTest() { Data1.DatabaseName = Catalogue.Paths().WorkFile; }
 
   void LoadFolders() { folders::LoadFolderTree(Tree, Catalogue.Engine(), Catalogue.Paths().WorkFile); }
-  platform::Node* Find(const QString& key) {
+  controls::Node* Find(const QString& key) {
     for (int i = 1; i <= Tree.Count(); ++i)
       if (Tree.NodeAt(i)->Tag() == key) return Tree.NodeAt(i);
     throw std::runtime_error("no node " + key.toStdString());
@@ -44,10 +45,11 @@ class CommandsTest : public testing::Test {
 
   const bool InMemory = UseMemoryDisk();
   TestCatalogue Catalogue;
-  platform::TreeView Tree;
+  controls::TreeView Tree;
   catalogue::RecordList Data1{Catalogue.Engine()};
   SilentViews Views;
-  catalogue::RecordSource Source{Data1, Tree, Catalogue.Engine(), Catalogue.Paths(), Views};
+  catalogue::RecordSource Source{Data1, [this] { return folders::SelectedFolderKey(Tree); },
+                                 Catalogue.Engine(), Catalogue.Paths(), Views};
   records::RecordClipboard Clipboard{Data1, Tree, Source, Catalogue.Engine(), Catalogue.Paths(), Views};
   records::DeletePhotos Deleting{Source, Data1, Tree, Catalogue.Engine(), Catalogue.Paths(), Views, Tree};
 };

@@ -9,7 +9,7 @@
 #include <QPlainTextEdit>
 #include <QTest>
 
-#include "catalogue/fitted_image.h"
+#include "controls/fitted_image.h"
 #include "support/test_support.h"
 
 namespace veldrin::records {
@@ -51,7 +51,7 @@ class FormViewTest : public testing::Test, public test::Controls {
   QRect ShownImage() {
     QRect shown;
     for (const char* name : {"FormImage(0)", "FormImage(1)"}) {
-      auto& image = Get<catalogue::FittedImage>(name);
+      auto& image = Get<controls::FittedImage>(name);
       if (!image.isHidden()) shown = shown.isNull() ? image.geometry() : QRect();
     }
     return shown;

@@ -9,8 +9,8 @@
 #include <QSet>
 #include <csignal>
 
+#include "base/runtime_error.h"
 #include "folders/folder_keys.h"
-#include "platform/runtime_error.h"
 #include "support/test_support.h"
 
 namespace veldrin::records {

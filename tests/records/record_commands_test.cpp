@@ -1,8 +1,8 @@
 // Which places a photo loses and gets is for the test with the model.
 #include <QDir>
 
+#include "base/runtime_error.h"
 #include "catalogue/image_store.h"
-#include "platform/runtime_error.h"
 #include "records/commands_fixture.h"
 
 namespace veldrin::records {
@@ -78,7 +78,7 @@ TEST_F(RecordCommands, APasteThatFailsLeavesEveryPlace) {
   Clipboard.RecordCut_Click();
   Tree.Select(Tree.Add(Tree.Root(), QStringLiteral("too deep")));
   Tree.SelectedItem()->SetTag(QString(44, QLatin1Char('1')));
-  EXPECT_THROW(Clipboard.RecordPaste_Click(), platform::RuntimeError);
+  EXPECT_THROW(Clipboard.RecordPaste_Click(), base::RuntimeError);
   EXPECT_EQ(Catalogue.RowsText("SELECT PhotoID, Left(IDNo, 4) FROM tblPhotoLinks"), "1|0001 2|0001");
   EXPECT_EQ(Catalogue.RowsText("SELECT PhotoID FROM ActPhotoLinks"), "1 2");
 }

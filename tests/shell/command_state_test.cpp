@@ -42,12 +42,12 @@ TEST(RecordMenus, FollowTheNodeTheTabAndTheClipboard) {
       {"cut isn't asked for the source", Pending(true, false, false, true), "AEDRUCPLS"},
       {"copy elsewhere", Pending(false, true, true, false), "AEDR--PLS"},
       {"copy onto a folder above", Pending(false, true, true, true), "AEDR---LS"}};
-  for (const auto& [name, input, enabled] : cases) EXPECT_EQ(Spell(SetRecordMenus(input)), enabled) << name;
+  for (const auto& [name, input, enabled] : cases) EXPECT_EQ(Spell(RecordMenusFor(input)), enabled) << name;
 }
 
 TEST(Layout, ThePanesKeepTheirLeastWidthsAndTheDragBarTheEdges) {
   const auto mainLeft = [](float position, double width) {
-    const MainLayout layout = ArrangeMainWindow(position, width, 10404);
+    const MainLayout layout = PanesFor(position, width, 10404);
     EXPECT_DOUBLE_EQ(layout.MainLeft + layout.MainWidth, width);
     return layout.MainLeft;
   };

@@ -21,16 +21,16 @@ struct Configuration : testing::Test {
     test::WriteFile(Program + "/Ini/Veldrin.ini",
                     "[Directories]\nDatabase=" + directory.toUtf8() + '\n' + rest);
   }
-  bool Load() { return LoadConfiguration(Paths, Engine, App); }
+  bool Load() { return LoadConfiguration(Paths, Engine, TheApp); }
   QStringList BoxesOfAFailedLoad() {
     return test::AnswerBoxes([&] { EXPECT_FALSE(Load()); }, {QMessageBox::Ok});
   }
 
   test::TestCatalogue Catalogue{false};
   const QString Program = Catalogue.ProgramPath();
-  platform::App App{Program, Program + "/own temp"};
+  App TheApp{Program, Program + "/own temp"};
   catalogue::Paths Paths;
-  platform::DBEngine Engine;
+  engine::DBEngine Engine;
   std::map<const char*, QByteArray> Before;
 };
 
@@ -71,13 +71,13 @@ TEST_F(Configuration, TheFirstStartFillsTheUsersDirectoryOnce) {
   const QString program = Program + "/Pictures/Veldrin";
   // What a crash in the middle of the copying left.
   QDir().mkpath(program + "/Database.part/half");
-  ASSERT_TRUE(LoadConfiguration(Paths, Engine, platform::App()));
+  ASSERT_TRUE(LoadConfiguration(Paths, Engine, App()));
   EXPECT_TRUE(QDir(program + "/Database/Images/Thumbnails").exists());
   EXPECT_FALSE(QFileInfo::exists(program + "/Database/half"));
   EXPECT_FALSE(QFileInfo::exists(program + "/Database.part"));
   // A catalogue that is gone from its directory is missed, not begun anew.
   ASSERT_TRUE(QFile::remove(program + "/Database/Photos.mdb"));
-  const auto start = [&] { EXPECT_FALSE(LoadConfiguration(Paths, Engine, platform::App())); };
+  const auto start = [&] { EXPECT_FALSE(LoadConfiguration(Paths, Engine, App())); };
   test::AnswerBoxes(start, {QMessageBox::Ok});
 }
 

@@ -8,7 +8,7 @@ namespace {
 
 TEST_F(MainWindowTest, CutsCopiesAndPastesRecords) {
   const auto shown = [this] {
-    const bool grey = Get<platform::Shape>("shpMark(0)").BorderColor() == browse::DimmedColor;
+    const bool grey = Get<browse::Shape>("shpMark(0)").BorderColor() == browse::DimmedColor;
     EXPECT_EQ(grey, Get("TDBGrid1").palette().color(QPalette::Highlight) == browse::DimmedColor);
     return Those({"RecordUndoCut", "RecordSep1"}, &QAction::isVisible) + '|' +
            Those({"RecordPaste", "FolderRcdPaste"}, &QAction::isEnabled) + (grey ? "|grey" : "");

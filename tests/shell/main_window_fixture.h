@@ -13,7 +13,7 @@ using test::TestCatalogue;
 
 class MainWindowTest : public testing::Test {
  protected:
-  MainWindowTest() : App(Catalogue.ProgramPath(), Catalogue.ProgramPath() + "/Temp") {
+  MainWindowTest() : TheApp(Catalogue.ProgramPath(), Catalogue.ProgramPath() + "/Temp") {
     for (const auto& [key, name] :
          {std::pair("0000", "!UNORGANIZED"), std::pair("0001", "Travels"),
           std::pair("00010000", "!UNORGANIZED"), std::pair("00010001", "Italy"), std::pair("0002", "Home")}) {
@@ -32,7 +32,7 @@ class MainWindowTest : public testing::Test {
       catalogue::CreateWorkFile(Catalogue.Paths(), Catalogue.Engine(), Catalogue.ProgramPath());
       catalogue::OpenCatalogue(Catalogue.Paths(), Catalogue.Engine());
     }
-    Window = std::make_unique<frmMain>(App, Catalogue.Paths(), Catalogue.Engine(), std::move(media));
+    Window = std::make_unique<frmMain>(TheApp, Catalogue.Paths(), Catalogue.Engine(), std::move(media));
     Window->Form_Load();
     Get<QTimer>(QStringLiteral("Timer1")).setInterval(3'600'000);  // a show ticks by hand only
     Window->show();
@@ -60,7 +60,7 @@ class MainWindowTest : public testing::Test {
     }
     return passed.join(' ');
   }
-  platform::TreeView& Tree() { return Get<platform::TreeView>("tvTreeView"); }
+  controls::TreeView& Tree() { return Get<controls::TreeView>("tvTreeView"); }
   void ClickFolder(int index) {
     Tree().expandAll();
     QTest::mouseClick(Tree().viewport(), Qt::LeftButton, {},
@@ -92,7 +92,7 @@ class MainWindowTest : public testing::Test {
   }
 
   TestCatalogue Catalogue;
-  platform::App App;
+  App TheApp;
   std::unique_ptr<frmMain> Window;
 };
 

@@ -1,4 +1,4 @@
-#include "platform/dir_list.h"
+#include "controls/dir_list.h"
 #include "shell/main_window_fixture.h"
 
 namespace veldrin::shell {
@@ -70,8 +70,8 @@ TEST_F(MainWindowTest, BrowsesAFolderByMouseAndKeyboard) {
   ClickFolder(TopUnorganized);
   EXPECT_TRUE(Get("picThumb(0)").isHidden());
   Choose("MainAdd");
-  Get<platform::DirListBox>("Dir1").SetPath(Catalogue.Paths().ImageDir);
-  EXPECT_EQ(Get<platform::FileListBox>("FileToSel").ListCount(), 30);
+  Get<controls::DirListBox>("Dir1").SetPath(Catalogue.Paths().ImageDir);
+  EXPECT_EQ(Get<controls::FileListBox>("FileToSel").ListCount(), 30);
   Choose("MainImage");
   Choose("MainData");
   ClickFolder(Home);
@@ -119,8 +119,8 @@ TEST_F(MainWindowTest, AnEditThatIsOpenEndsWithTheWindow) {
 
 TEST_F(MainWindowTest, AMissingBrowserIsLeftToTheReport) {
   Catalogue.Paths().BrowserPath = "/no/such browser";
-  frmMain other(App, Catalogue.Paths(), Catalogue.Engine());
-  EXPECT_THROW(other.findChild<QAction*>("HelpHelp")->trigger(), platform::RuntimeError);
+  frmMain other(TheApp, Catalogue.Paths(), Catalogue.Engine());
+  EXPECT_THROW(other.findChild<QAction*>("HelpHelp")->trigger(), base::RuntimeError);
 }
 
 }  // namespace

@@ -78,13 +78,13 @@ TEST(Start, OpensTheCatalogueAndRefusesASecondInstance) {
     ++made;
     return std::make_unique<QWidget>();
   };
-  StartUp first(std::make_unique<platform::App>(catalogue.ProgramPath(), temp));
+  StartUp first(std::make_unique<App>(catalogue.ProgramPath(), temp));
   ASSERT_TRUE(first.Main(makeMain));
   ASSERT_TRUE(QTest::qWaitFor([&] { return made == 1; }));
   const QString workFile = first.Paths().WorkFile;
   first.Engine().OpenDatabase(workFile)->Execute("INSERT INTO CheckPhotos (PhotoID) VALUES (7)");
   const QByteArray workingCopy = test::ReadFile(workFile);
-  StartUp second(std::make_unique<platform::App>(catalogue.ProgramPath(), temp));
+  StartUp second(std::make_unique<App>(catalogue.ProgramPath(), temp));
   EXPECT_FALSE(second.Main(makeMain));
   EXPECT_EQ(second.Paths().WorkFile, "");
   EXPECT_EQ(test::ReadFile(workFile), workingCopy);
@@ -117,7 +117,7 @@ TEST(Start, OpensTheCatalogueAndRefusesASecondInstance) {
 
 TEST(Start, AnErrorThatNobodyCaughtEndsTheProgram) {
   GTEST_FLAG_SET(death_test_style, "threadsafe");
-  const auto noTable = [] { throw platform::RuntimeError(platform::errNoSuchTable, "no <b>such</b> table"); };
+  const auto noTable = [] { throw base::RuntimeError(base::errNoSuchTable, "no <b>such</b> table"); };
   EXPECT_EXIT(RunIntoError(noTable), testing::ExitedWithCode(1),
               "Veldrin\\|Run-time error '3078':\n\nno <b>such</b> table$");
   EXPECT_EXIT(RunIntoError([] { throw std::out_of_range("beyond"); }), testing::ExitedWithCode(1),

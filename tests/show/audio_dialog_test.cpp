@@ -22,11 +22,11 @@ class AudioDialogTest : public testing::Test {
     Dialog = std::make_unique<frmAudio>(Bench.Data1, Bench.MusicList, musicDir, nullptr, Source.path());
     Dialog->show();
   }
-  platform::FileListBox& List(const char* name) {
-    return *Dialog->findChild<platform::FileListBox*>(QLatin1String(name));
+  controls::FileListBox& List(const char* name) {
+    return *Dialog->findChild<controls::FileListBox*>(QLatin1String(name));
   }
   void Click(const char* name) { Dialog->findChild<QPushButton*>(QLatin1String(name))->click(); }
-  static QString Names(const platform::FileListBox& list) {
+  static QString Names(const controls::FileListBox& list) {
     QStringList names;
     for (int i = 0; i < list.ListCount(); ++i) names << list.List(i);
     return names.join(QLatin1Char(' '));
@@ -62,12 +62,12 @@ TEST_F(AudioDialogTest, AddsAndRemovesFiles) {
 }
 
 TEST_F(AudioDialogTest, ListsTheDirectoryThatIsChosen) {
-  auto& chooser = *Dialog->findChild<platform::DirectoryChooser*>();
+  auto& chooser = *Dialog->findChild<controls::DirectoryChooser*>();
   chooser.SetPath(QDir(Bench.Catalogue.Paths().MusicDir).absolutePath());
   EXPECT_EQ(Names(List("FileToSel")), QStringLiteral("a.wav b.mp3"));
   // A file can't be copied onto itself, and isn't harmed by the attempt.
   List("FileToSel").selectAll();
-  EXPECT_THROW(Click("AddBttn"), platform::RuntimeError);
+  EXPECT_THROW(Click("AddBttn"), base::RuntimeError);
   EXPECT_EQ(test::ReadFile(Bench.Catalogue.Paths().MusicDir + QStringLiteral("a.wav")), "sound");
   // While a routine walks the list of records, the files stay as they are.
   Bench.Data1.SuppressReposition = true;
@@ -89,7 +89,7 @@ TEST_F(AudioDialogTest, WithoutAMusicDirectory) {
   Click("RmvBttn");
   EXPECT_EQ(List("FileToPlay").ListCount(), 0);
   List("FileToSel").selectAll();
-  EXPECT_THROW(Click("AddBttn"), platform::RuntimeError);
+  EXPECT_THROW(Click("AddBttn"), base::RuntimeError);
   Dialog.reset();
   EXPECT_EQ(Bench.MusicList.ListCount(), 0);
 }

@@ -4,8 +4,8 @@
 #include <set>
 #include <utility>
 
+#include "base/runtime_error.h"
 #include "catalogue/image_store.h"
-#include "platform/runtime_error.h"
 #include "show/picture_show.h"
 #include "support/test_support.h"
 
@@ -57,7 +57,7 @@ class PlainSurface : public ShowSurface {
 
   void ShowPicture(const QString& file) override {
     const int photo = Number(file);
-    if (Broken.contains(photo)) throw platform::RuntimeError(platform::errInvalidPicture, file);
+    if (Broken.contains(photo)) throw base::RuntimeError(base::errInvalidPicture, file);
     Shown = photo;
   }
   void PreparePicture(const QString& file) override { Prepared = file.isEmpty() ? 0 : Number(file); }
@@ -65,7 +65,7 @@ class PlainSurface : public ShowSurface {
   void SetSlider(int value) override { Slider = value; }
   bool IsEnabled(int button) const override { return !Disabled.contains(button); }
   void SetShowButtons() override {
-    for (const ShowButtonState& state : show::SetShowButtons(Settings, IsEnabled(StopPlay))) {
+    for (const ShowButtonState& state : show::ShowButtonsFor(Settings, IsEnabled(StopPlay))) {
       state.Enabled ? (void)Disabled.erase(state.Button) : (void)Disabled.insert(state.Button);
     }
   }
@@ -151,7 +151,7 @@ class ShowBench {
   test::TestCatalogue Catalogue;
   catalogue::RecordList Data1;
   ShowSettings Settings;
-  platform::FileListBox MusicList;
+  controls::FileListBox MusicList;
   ScriptedMedia Player;
   Music TheMusic{Settings, MusicList, Catalogue.Paths().MusicDir, Player};
   PlainSurface Surface{Settings};

@@ -45,7 +45,7 @@ class FullScreenTest : public testing::Test {
   // The width of the photo that a window shows; 0 for none.
   static int PhotoShown(const QWidget& window) {
     for (const char* name : {"PictureShow(0)", "PictureShow(1)"}) {
-      const auto& image = *window.findChild<catalogue::FittedImage*>(QLatin1String(name));
+      const auto& image = *window.findChild<controls::FittedImage*>(QLatin1String(name));
       if (!image.isHidden()) return RoundWidth(image.size());
     }
     return 0;

@@ -178,7 +178,7 @@ TEST_F(MediaPlayerTest, IsHeardInTheOrderOfTheDirectoryAndGoesOnAfterAPause) {
   MakeTrack(NameOf("3.mp3"), 600);
   MakeTrack(NameOf("4.aiff"), 800);
   MakeTrack(NameOf("5.AU"), 1000);
-  platform::FileListBox list;
+  controls::FileListBox list;
   const QString directory = Directory.path() + QLatin1Char('/');
   ListMusic(list, directory);
   ShowSettings settings{PlayForward, false, true, 0};

@@ -142,7 +142,7 @@ INSTANTIATE_TEST_SUITE_P(
                     Handover{"Stopped", "stop", "0@5", "", "5:0@5/0"}),
     test::CaseName);
 
-TEST(SetShowButtons, EnablesByTheState) {
+TEST(ShowButtons, EnablesByTheState) {
   // A pause leaves the stop button as it is.
   const std::tuple<int, bool, bool, const char*> cases[] = {{PlayBackward, false, false, "5 6 9 13"},
                                                             {StopPlay, true, false, "4 6 13"},
@@ -154,7 +154,7 @@ TEST(SetShowButtons, EnablesByTheState) {
     settings.ShowState = state;
     settings.ShowRepeat = repeat;
     QStringList names;
-    for (const ShowButtonState& button : SetShowButtons(settings, stopEnabled)) {
+    for (const ShowButtonState& button : ShowButtonsFor(settings, stopEnabled)) {
       if (button.Enabled) names << QString::number(button.Button);
     }
     EXPECT_EQ(names.join(QLatin1Char(' ')), QLatin1String(expected)) << state;

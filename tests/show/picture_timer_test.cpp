@@ -9,7 +9,7 @@
 #include <QThreadPool>
 #include <atomic>
 
-#include "platform/runtime_error.h"
+#include "base/runtime_error.h"
 #include "show/picture_pair.h"
 #include "support/test_support.h"
 
@@ -66,7 +66,7 @@ class PicturesOfAShow : public testing::Test {
   }
   int ShownWidth() const {
     int width = 0;
-    for (const auto* image : Box.findChildren<catalogue::FittedImage*>()) {
+    for (const auto* image : Box.findChildren<controls::FittedImage*>()) {
       if (image->isHidden()) continue;
       EXPECT_EQ(width, 0);  // One of the two is seen at a time.
       width = image->width();
@@ -98,7 +98,7 @@ TEST_F(PicturesOfAShow, AreWhatTheFileIsAtTheMoment) {
   for (const bool broken : {true, false}) {
     Prepare();
     broken ? test::WriteFile(File, "no picture") : (void)QFile::remove(File);
-    EXPECT_THROW(Pictures->Show(File), platform::RuntimeError);
+    EXPECT_THROW(Pictures->Show(File), base::RuntimeError);
     EXPECT_EQ(ShownWidth(), 100);
   }
 }
@@ -120,14 +120,14 @@ TEST_F(PicturesOfAShow, AreDecodedOnce) {
   window.resize(300, 300);
   EXPECT_NO_THROW(other.Show(File));
   window.resize(800, 600);
-  EXPECT_THROW(other.Show(File), platform::RuntimeError);
+  EXPECT_THROW(other.Show(File), base::RuntimeError);
 }
 
 TEST_F(PicturesOfAShow, FailOnce) {
   Swap(Broken);
   Prepare();
   Swap(Whole);
-  EXPECT_THROW(Pictures->Show(File), platform::RuntimeError);
+  EXPECT_THROW(Pictures->Show(File), base::RuntimeError);
 }
 
 TEST_F(PicturesOfAShow, AreNotWaitedForWhenNobodyNeedsThem) {

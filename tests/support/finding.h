@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include "find/find_views.h"
+#include "folders/folder_nodes.h"
 #include "support/test_support.h"
 
 namespace veldrin::test {
@@ -42,10 +43,11 @@ class FindingTest : public testing::Test, public Controls {
   }
 
   TestCatalogue Catalogue;
-  platform::TreeView Tree;
+  controls::TreeView Tree;
   catalogue::RecordList Data1{Catalogue.Engine()};
   FindingViews Views;
-  catalogue::RecordSource Source{Data1, Tree, Catalogue.Engine(), Catalogue.Paths(), Views};
+  catalogue::RecordSource Source{Data1, [this] { return folders::SelectedFolderKey(Tree); },
+                                 Catalogue.Engine(), Catalogue.Paths(), Views};
   QWidget Window;
 };
 

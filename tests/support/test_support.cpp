@@ -10,8 +10,8 @@
 
 #include "catalogue/image_store.h"
 #include "catalogue/schema.h"
+#include "engine/sql_dialect.h"
 #include "folders/folder_keys.h"
-#include "platform/sql_dialect.h"
 
 namespace veldrin::test {
 
@@ -41,7 +41,7 @@ QStringList AnswerBoxes(const std::function<void()>& action,
 int ErrorOf(const std::function<void()>& action) {
   try {
     action();
-  } catch (const platform::RuntimeError& error) {
+  } catch (const base::RuntimeError& error) {
     return error.Number();
   }
   return 0;
@@ -102,7 +102,7 @@ TestCatalogue::TestCatalogue(bool open) {
 
 void TestCatalogue::Execute(const QStringList& statements) {
   const auto database = TheEngine.OpenDatabase(ThePaths.WorkFile);
-  for (const QString& statement : statements) database->Execute(statement, platform::dbFailOnError);
+  for (const QString& statement : statements) database->Execute(statement, engine::dbFailOnError);
 }
 
 QString TestCatalogue::Value(const QString& sql) {
@@ -112,12 +112,12 @@ QString TestCatalogue::Value(const QString& sql) {
 
 QStringList TestCatalogue::Rows(const QString& sql) {
   const auto database = TheEngine.OpenDatabase(ThePaths.WorkFile);
-  const auto recordset = database->OpenRecordset(sql, platform::dbOpenSnapshot);
+  const auto recordset = database->OpenRecordset(sql, engine::dbOpenSnapshot);
   QStringList rows;
   for (const auto& row : recordset->ReadRows(0, recordset->RecordCount())) {
     QStringList values;
     for (const auto& value : row)
-      values << (platform::IsNull(value) ? QStringLiteral("<null>") : value.toString());
+      values << (engine::IsNull(value) ? QStringLiteral("<null>") : value.toString());
     rows << values.join(QLatin1Char('|'));
   }
   return rows;
@@ -125,14 +125,14 @@ QStringList TestCatalogue::Rows(const QString& sql) {
 
 void TestCatalogue::AddFolder(const QString& key, const QString& name) {
   Execute({QStringLiteral("INSERT INTO %1 (IDNo, FolderName) VALUES('%2', '%3')")
-               .arg(catalogue::LevelTable(folders::LevelOfKey(key)), key, platform::QuoteSql(name))});
+               .arg(catalogue::LevelTable(folders::LevelOfKey(key)), key, engine::QuoteSql(name))});
 }
 
 void TestCatalogue::AddPhoto(int photoId, const QString& title, const QStringList& folderKeys, QSize size) {
   Execute({QStringLiteral("INSERT INTO tblPhotos (PhotoID, ImageType, Title, CreateDate) VALUES(%1, 'jpg', "
                           "'%2', #7/4/2001#)")
                .arg(photoId)
-               .arg(platform::QuoteSql(title))});
+               .arg(engine::QuoteSql(title))});
   for (const QString& key : folderKeys) {
     Execute({QStringLiteral("INSERT INTO tblPhotoLinks (IDNo, PhotoID) VALUES('%1', %2)")
                  .arg(folders::LinkKey(key))

@@ -13,9 +13,9 @@
 #include <QTest>
 #include <functional>
 
+#include "base/runtime_error.h"
 #include "catalogue/record_source.h"
-#include "platform/dao/db_engine.h"
-#include "platform/runtime_error.h"
+#include "engine/dao/db_engine.h"
 
 struct sqlite3;
 
@@ -77,7 +77,7 @@ class TestCatalogue {
 
   QString ProgramPath() const { return Directory.path(); }
   catalogue::Paths& Paths() { return ThePaths; }
-  platform::DBEngine& Engine() { return TheEngine; }
+  engine::DBEngine& Engine() { return TheEngine; }
 
   /// Runs statements of the program's dialect on the working copy.
   void Execute(const QStringList& statements);
@@ -95,7 +95,7 @@ class TestCatalogue {
  private:
   QTemporaryDir Directory;
   catalogue::Paths ThePaths;
-  platform::DBEngine TheEngine;
+  engine::DBEngine TheEngine;
 };
 
 /// Another program that has the catalogue's file, or another one, open for the life of the object.

@@ -12,10 +12,10 @@
 #include <QTimer>
 #include <iostream>
 
+#include "base/runtime_error.h"
 #include "catalogue/schema.h"
 #include "folders/folder_keys.h"
 #include "folders/folder_tree.h"
-#include "platform/runtime_error.h"
 #include "records/photo_storing.h"
 #include "samples/sample_list.h"
 
@@ -23,9 +23,7 @@ namespace {
 
 using namespace veldrin;
 
-[[noreturn]] void Fail(const QString& text) {
-  throw platform::RuntimeError(platform::errPathFileAccess, text);
-}
+[[noreturn]] void Fail(const QString& text) { throw base::RuntimeError(base::errPathFileAccess, text); }
 
 void CopyDirectory(const QString& from, const QString& to) {
   if (!QDir().mkpath(to)) Fail(to);
@@ -75,7 +73,7 @@ class SampleMaker {
       database->Execute(QStringLiteral("INSERT INTO tblPhotoLinks (IDNo, PhotoID) VALUES('%1', %2)")
                             .arg(folders::LinkKey(KeyOf(place)))
                             .arg(photoId),
-                        platform::dbFailOnError);
+                        engine::dbFailOnError);
     }
   }
 
@@ -98,7 +96,7 @@ class SampleMaker {
   QTemporaryDir Temp;
   QString Photos;
   catalogue::Paths Paths;
-  platform::DBEngine Engine;
+  engine::DBEngine Engine;
   QHash<QString, QString> Keys;  // By path; the root's is empty.
 };
 
@@ -144,7 +142,7 @@ int main(int argc, char** argv) {
       return QDir(QString::fromLocal8Bit(argv[argument])).absolutePath();
     };
     MakeSample(absolute(1), absolute(2), absolute(3));
-  } catch (const platform::RuntimeError& error) {
+  } catch (const base::RuntimeError& error) {
     std::cerr << "make_sample: " << error.what() << '\n';
     return 1;
   }

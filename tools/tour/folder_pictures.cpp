@@ -10,9 +10,9 @@ namespace {
 
 // A click on a folder given by its names from the top down.
 void Click(Tour& tour, const QStringList& names) {
-  platform::Node* node = tour.Tree().Root();
+  controls::Node* node = tour.Tree().Root();
   for (const QString& name : names) {
-    platform::Node* child = node->Child();
+    controls::Node* child = node->Child();
     while (child != nullptr && child->Text() != name) child = child->Next();
     if (child == nullptr) throw std::runtime_error("no folder " + name.toStdString());
     node = child;

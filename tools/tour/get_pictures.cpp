@@ -1,8 +1,8 @@
 // The picture of the dialog that copies photos out of the catalogue.
 #include <QDir>
 
+#include "desktop/file_copy.h"
 #include "output/get_dialog.h"
-#include "platform/file_copy.h"
 #include "tour/tour.h"
 
 namespace veldrin::tour {
@@ -10,7 +10,7 @@ namespace veldrin::tour {
 void TakeGetPictures(Tour& tour) {
   const QString images = tour.Paths().ImageDir;
   QString lastGetDir = tour.Photographs();
-  output::frmGet dialog(images, lastGetDir, &tour.Window(), platform::CopyFile);
+  output::frmGet dialog(images, lastGetDir, &tour.Window(), desktop::CopyFile);
   dialog.List1().addItems(QDir(images).entryList(QDir::Files).mid(0, 12));
   tour.SaveModal("17-get", [&dialog] { dialog.exec(); });
 }

@@ -16,7 +16,7 @@ int main(int argc, char** argv) {
     return 2;
   }
   const QTemporaryDir temporary;
-  const veldrin::platform::App app(QDir(arguments[1]).absolutePath(), temporary.path());
+  const veldrin::shell::App app(QDir(arguments[1]).absolutePath(), temporary.path());
   try {
     veldrin::tour::Tour tour(app, QDir(arguments[2]).absolutePath(), arguments[3]);
     TakeViewPictures(tour);

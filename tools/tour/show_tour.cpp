@@ -6,8 +6,8 @@
 #include <QMouseEvent>
 #include <QTimer>
 
-#include "platform/directory_chooser.h"
-#include "platform/file_list.h"
+#include "controls/directory_chooser.h"
+#include "controls/file_list.h"
 
 namespace {
 
@@ -49,8 +49,8 @@ class ShowPictures {
     OnDialog(
         [this] { Choose("MusicSetup"); },
         [this](QWidget& dialog) {
-          dialog.findChild<veldrin::platform::DirectoryChooser*>()->SetPath(QDir(MusicDir).absolutePath());
-          auto& files = *dialog.findChild<veldrin::platform::FileListBox*>(QStringLiteral("FileToSel"));
+          dialog.findChild<veldrin::controls::DirectoryChooser*>()->SetPath(QDir(MusicDir).absolutePath());
+          auto& files = *dialog.findChild<veldrin::controls::FileListBox*>(QStringLiteral("FileToSel"));
           files.setCurrentRow(1);
           Save(dialog.grab(), "07-music");
         });

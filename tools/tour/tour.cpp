@@ -16,7 +16,7 @@
 
 namespace veldrin::tour {
 
-Tour::Tour(const platform::App& app, QString photographs, QString pictures)
+Tour::Tour(const shell::App& app, QString photographs, QString pictures)
     : TheApp(app), ThePhotographs(std::move(photographs)), Pictures(std::move(pictures)) {
   Splash();
   TheWindow = std::make_unique<shell::frmMain>(TheApp, ThePaths, TheEngine);

@@ -7,8 +7,8 @@
 #include <memory>
 #include <stdexcept>
 
-#include "platform/app.h"
-#include "platform/tree_view.h"
+#include "controls/tree_view.h"
+#include "shell/app.h"
 #include "shell/main_window.h"
 
 namespace veldrin::tour {
@@ -16,7 +16,7 @@ namespace veldrin::tour {
 class Tour {
  public:
   /// `photographs`: a directory with files to add; `pictures`: where the pictures of the tour go.
-  Tour(const platform::App& app, QString photographs, QString pictures);
+  Tour(const shell::App& app, QString photographs, QString pictures);
 
   const QString& Photographs() const { return ThePhotographs; }
   shell::frmMain& Window() { return *TheWindow; }
@@ -25,14 +25,14 @@ class Tour {
   Control& Get(const char* name) {
     return *TheWindow->findChild<Control*>(QLatin1String(name));
   }
-  platform::TreeView& Tree() { return Get<platform::TreeView>("tvTreeView"); }
+  controls::TreeView& Tree() { return Get<controls::TreeView>("tvTreeView"); }
   void Choose(const char* item) { Get<QAction>(item).trigger(); }
 
   /// A picture of the window as it is.
   void Save(const char* name);
   void Save(const QPixmap& picture, const char* name);
   const catalogue::Paths& Paths() const { return ThePaths; }
-  platform::DBEngine& Engine() { return TheEngine; }
+  engine::DBEngine& Engine() { return TheEngine; }
   /// A picture of the modal window that the action opens; closes it.
   void SaveModal(const char* name, const std::function<void()>& action);
   /// A picture of the window with a menu open at a place of it.
@@ -52,11 +52,11 @@ class Tour {
  private:
   void Splash();
 
-  const platform::App& TheApp;
+  const shell::App& TheApp;
   QString ThePhotographs;
   QString Pictures;
   catalogue::Paths ThePaths;
-  platform::DBEngine TheEngine;
+  engine::DBEngine TheEngine;
   std::unique_ptr<shell::frmMain> TheWindow;
 };
 

@@ -6,9 +6,9 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "platform/control_drag.h"
-#include "platform/dir_list.h"
-#include "platform/file_list.h"
+#include "controls/dir_list.h"
+#include "controls/file_list.h"
+#include "records/control_drag.h"
 #include "tour/tour.h"
 
 namespace veldrin::tour {
@@ -96,13 +96,13 @@ void Browse(Tour& tour) {
 
 void AddNew(Tour& tour) {
   tour.Choose("MainAdd");
-  auto& files = tour.Get<platform::FileListBox>("FileToSel");
-  tour.Get<platform::DirListBox>("Dir1").SetPath(tour.Photographs());
+  auto& files = tour.Get<controls::FileListBox>("FileToSel");
+  tour.Get<controls::DirListBox>("Dir1").SetPath(tour.Photographs());
   QTest::keyClick(&files, Qt::Key_Home);
   tour.Save("08-add-new");
   QTest::keyClick(&files, Qt::Key_Down, Qt::ShiftModifier);
   tour.Save("09-add-new-several");
-  const auto data = platform::MakeControlDrag(tour.Get("picNew"));
+  const auto data = records::MakeControlDrag(tour.Get("picNew"));
   auto& folder = tour.Get("ImgFolder");
   QDragEnterEvent enter(QPoint(10, 10), Qt::CopyAction, data.get(), Qt::LeftButton, Qt::NoModifier);
   QCoreApplication::sendEvent(&folder, &enter);

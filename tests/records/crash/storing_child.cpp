@@ -18,7 +18,7 @@ int main(int argc, char** argv) {
   paths.DatabaseFile = arguments[2];
   paths.ImageDir = arguments[3];
   paths.TempDir = arguments[4];
-  platform::DBEngine engine;
+  engine::DBEngine engine;
   engine.SystemDB = arguments[5];
   if (!catalogue::CreateWorkFile(paths, engine, arguments[1]) || !catalogue::OpenCatalogue(paths, engine))
     return 2;

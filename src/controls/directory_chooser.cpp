@@ -1,0 +1,52 @@
+#include "controls/directory_chooser.h"
+
+#include <QVBoxLayout>
+
+#include "base/failure.h"
+#include "controls/msg_box.h"
+
+namespace veldrin::controls {
+
+DirectoryChooser::DirectoryChooser(QWidget* parent, DriveListBox::VolumeSource volumes)
+    : QWidget(parent), TheDrive(new DriveListBox(this, std::move(volumes))), TheDir(new DirListBox(this)) {
+  TheDrive->setObjectName(QStringLiteral("Drive1"));
+  TheDir->setObjectName(QStringLiteral("Dir1"));
+  // A volume's long label must not widen the whole chooser.
+  TheDrive->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+  auto* layout = new QVBoxLayout(this);
+  layout->setContentsMargins(0, 0, 0, 0);
+  layout->addWidget(TheDrive);
+  layout->addWidget(TheDir);
+  TheDrive->ShowDrive(TheDir->Path());
+  connect(TheDrive, &DriveListBox::Change, this, &DirectoryChooser::Drive1_Change);
+  connect(TheDir, &DirListBox::Change, this, &DirectoryChooser::Dir1_Change);
+}
+
+void DirectoryChooser::SetPath(const QString& path) {
+  TheDrive->SetDrive(path);
+  TheDir->SetPath(path);
+}
+
+void DirectoryChooser::Drive1_Change() {
+  if (IsRestoring) return;
+  const QString earlier = TheDir->Path();
+  try {
+    TheDir->SetPath(TheDrive->Drive());
+  } catch (const base::RuntimeError& error) {
+    MsgBox(this, base::ErrorCodeText(error));
+    IsRestoring = true;
+    Q_EMIT Restore(true);
+    base::ResumeNext([&] { TheDrive->SetDrive(earlier); });
+    base::ResumeNext([&] { TheDir->SetPath(earlier); });
+    Q_EMIT Restore(false);
+    IsRestoring = false;
+  }
+}
+
+// A directory of another volume can be reached from directory to directory, too.
+void DirectoryChooser::Dir1_Change() {
+  TheDrive->ShowDrive(TheDir->Path());
+  Q_EMIT Change();
+}
+
+}  // namespace veldrin::controls

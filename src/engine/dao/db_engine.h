@@ -1,0 +1,43 @@
+// The data engine: the account with which database files are opened, and their opening.
+#pragma once
+
+#include <QString>
+#include <memory>
+
+#include "engine/dao/database.h"
+
+namespace veldrin::engine {
+
+constexpr int dbUseJet = 2;
+
+class DBEngine {
+ public:
+  DBEngine();
+  ~DBEngine();
+  DBEngine(const DBEngine&) = delete;
+  DBEngine& operator=(const DBEngine&) = delete;
+
+  int DefaultType = dbUseJet;
+  QString DefaultUser;
+  QString DefaultPassword;
+  /// Path of the workgroup file, which knows the accounts that may open databases.
+  QString SystemDB;
+  /// How many milliseconds a statement waits for another machine's lock before it raises 3260.
+  int LockTimeout = 5000;
+
+  /// Opens an existing file, shared and read-write. Raises 3028 or 3029 when the workgroup file is missing or
+  /// refuses the default account, 3024, 3044 or 3343 when the file is missing or isn't a database.
+  std::unique_ptr<Database> OpenDatabase(const QString& name);
+
+ private:
+  friend class Database;
+  void LogOn();
+  void Release(std::shared_ptr<Connection> connection);
+
+  // The connection closed last, ready for the next command that opens the same file: opening a file and its
+  // links costs more than most commands do. It holds no lock and no transaction.
+  std::shared_ptr<Connection> Idle;
+  QString LoggedOn;
+};
+
+}  // namespace veldrin::engine

@@ -1,0 +1,112 @@
+#include "shell/app.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+#include "base/runtime_error.h"
+#include "desktop/own_directory.h"
+
+namespace veldrin::shell {
+
+namespace {
+
+// Where `make install` puts the ready-made files, seen from the directory of the executable.
+QString InstalledFiles() {
+  return QCoreApplication::applicationDirPath() + QStringLiteral("/../share/veldrin");
+}
+
+// False when a file or a directory could not be made.
+bool CopyTree(const QString& from, const QString& to) {
+  bool whole = QDir().mkpath(to);
+  QDirIterator entries(from, QDir::Files | QDir::Dirs | QDir::NoDotAndDotDot, QDirIterator::Subdirectories);
+  while (entries.hasNext()) {
+    const QString source = entries.next();
+    const QString target = to + QLatin1Char('/') + QDir(from).relativeFilePath(source);
+    if (entries.fileInfo().isDir()) {
+      whole &= QDir().mkpath(target);
+    } else {
+      whole &= QDir().mkpath(QFileInfo(target).path()) && QFile::copy(source, target) &&
+               QFile::setPermissions(target, QFile::permissions(target) | QFileDevice::WriteOwner);
+    }
+  }
+  return whole;
+}
+
+// Whether the help pages of one directory are older than those of another.
+bool IsOlder(const QString& help, const QString& other) {
+  const auto date = [](const QString& path) {
+    return QFileInfo(path + QStringLiteral("/welcome.htm")).lastModified();
+  };
+  return date(help) < date(other);
+}
+
+}  // namespace
+
+App::App() : TheTempDir(QDir::tempPath() + QStringLiteral("/veldrin-%1").arg(::getuid())) {
+  const QString own = QCoreApplication::applicationDirPath();
+  if (QFileInfo(own + QStringLiteral("/Database")).isDir()) {
+    ThePath = own;
+    return;
+  }
+  ThePath = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation) + QStringLiteral("/Veldrin");
+  ReadyMadePath = QDir::cleanPath(InstalledFiles());
+}
+
+App::App(QString path, QString tempDir) : ThePath(std::move(path)), TheTempDir(std::move(tempDir)) {}
+
+App::~App() = default;
+
+QString App::VersionText() { return QStringLiteral("Version %1.%2.%3").arg(Major).arg(Minor).arg(Revision); }
+
+bool App::PrevInstance() {
+  try {
+    MakeTempDir();
+  } catch (const base::RuntimeError&) {
+    return false;  // The start reports the unusable directory when it needs it.
+  }
+  Lock = std::make_unique<QLockFile>(TheTempDir + QStringLiteral("/instance.lock"));
+  // A lock is stale when its process is gone, whatever its age.
+  Lock->setStaleLockTime(0);
+  return !Lock->tryLock() && Lock->error() == QLockFile::LockFailedError;
+}
+
+void App::MakeTempDir() const {
+  const QByteArray name = QFile::encodeName(TheTempDir);
+  ::mkdir(name.constData(), 0700);
+  desktop::RequireOwnDirectory(TheTempDir);
+  ::chmod(name.constData(), 0700);
+}
+
+void App::FillPath() const {
+  if (ReadyMadePath.isEmpty()) return;
+  for (const char* name : {"Database", "help"}) {
+    const QString source = ReadyMadePath + QLatin1Char('/') + QLatin1String(name);
+    const QString target = ThePath + QLatin1Char('/') + QLatin1String(name);
+    // Only a catalogue that was never there is made: an empty one in the place of one that went astray would
+    // hand out the numbers of its photos again. The help pages hold nothing of the user's and follow the
+    // program.
+    const bool isHelp = qstrcmp(name, "help") == 0;
+    const bool isThere = QFileInfo::exists(target) && !(isHelp && IsOlder(target, source));
+    if (isThere || !QFileInfo::exists(source)) continue;
+    // A copy cut short by a crash or a full disk must not pass for the whole at the next start.
+    const QString part = target + QStringLiteral(".part");
+    QDir(part).removeRecursively();
+    const bool copied = CopyTree(source, part);
+    if (copied && isHelp) QDir(target).removeRecursively();
+    if (!copied || !QDir().rename(part, target)) {
+      QDir(part).removeRecursively();
+      throw base::RuntimeError(base::errPathFileAccess,
+                               QStringLiteral("Path/File access error: %1").arg(target));
+    }
+  }
+  QDir().mkpath(ThePath + QStringLiteral("/Ini"));
+}
+
+}  // namespace veldrin::shell

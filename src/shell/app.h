@@ -1,0 +1,54 @@
+// The application as the platform knows it: where it lies, what it is called, whether it runs already.
+#pragma once
+
+#include <QLockFile>
+#include <QString>
+#include <memory>
+
+namespace veldrin::shell {
+
+class App {
+ public:
+  static constexpr int Major = 3;
+  static constexpr int Minor = 0;
+  static constexpr int Revision = 0;
+
+  /// Finds the program directory: the directory of the executable where `Database/` lies in it, otherwise
+  /// `Veldrin` in the user's pictures directory.
+  App();
+  /// An application with directories of the caller's choosing. Both without a trailing separator.
+  App(QString path, QString tempDir);
+  ~App();
+
+  static QString Title() { return QStringLiteral("Veldrin"); }
+  /// "Version 3.0.0".
+  static QString VersionText();
+
+  /// The program directory, with no trailing separator.
+  const QString& Path() const { return ThePath; }
+
+  /// The user's own directory for working files, with no trailing separator.
+  const QString& TempDir() const { return TheTempDir; }
+
+  /// True when another instance of this user runs; otherwise this one takes the lock and keeps it for its
+  /// life.
+  bool PrevInstance();
+
+  /// Makes TempDir with mode 0700 where it is missing. Raises error 70 when the place is taken by something
+  /// that isn't a directory of this user's own.
+  void MakeTempDir() const;
+
+  /// At the first start of an installed program, copies its ready-made files and help pages to Path; later
+  /// newer help pages only. Does nothing for a program that lies beside its own files. Never touches a
+  /// directory that is already there. Raises error 75 when something can't be copied; what was copied of that
+  /// directory is gone again.
+  void FillPath() const;
+
+ private:
+  QString ThePath;
+  QString TheTempDir;
+  QString ReadyMadePath;
+  std::unique_ptr<QLockFile> Lock;
+};
+
+}  // namespace veldrin::shell

@@ -1,0 +1,121 @@
+#include "engine/sql_dialect.h"
+
+#include <QLocale>
+
+#include "base/dates.h"
+#include "engine/like.h"
+#include "support/test_support.h"
+
+namespace veldrin::engine {
+namespace {
+
+TEST(SqlDialect, IsTranslated) {
+  const std::pair<const char*, const char*> cases[] = {
+      {"DELETE FROM tblPhotoLinks WHERE IDNo Like '0003*' AND PhotoID = 7",
+       "DELETE FROM tblPhotoLinks WHERE ( IDNo >= '0003' AND IDNo < '0003' || char ( 1114111 ) ) AND "
+       "PhotoID = 7"},
+      {"SELECT * FROM t WHERE Title Like '*o''clock [5]*'",
+       "SELECT * FROM t WHERE MatchesLike ( '*o''clock [5]*' , Title )"},
+      {"[Made By] = 7", "[Made By] = 7"},
+      {"#7/4/2001# >= DateValue(CreateDate)",
+       "'2001-07-04 00:00:00' >= ( substr ( CreateDate , 1 , 10 ) || ' 00:00:00' )"},
+      {"UPDATE t SET a = 'X' WHERE b = '0012' AND c <> 'y'",
+       "UPDATE t SET a = 'X' COLLATE Folded WHERE b = '0012' AND c <> 'y' COLLATE Folded"},
+      {"Left(a.IDNo, 8) = Left(b.IDNo, 8)", "substr ( a . IDNo , 1 , 8 ) = substr ( b . IDNo , 1 , 8 )"},
+      {"DELETE t.* FROM t INNER JOIN u ON t.a = u.b AND t.c = u.d WHERE t.IDNo = '0001' OR 1",
+       "DELETE FROM t WHERE ( t . a , t . c ) IN ( SELECT u . b , u . d FROM u ) AND ( t . IDNo = '0001' OR "
+       "1 "
+       ")"},
+      {"SELECT 1 -- 2", "SELECT 1 - - 2"},
+  };
+  for (const auto& [sql, sqlite] : cases) EXPECT_EQ(ToSqlite(sql), sqlite);
+  // Clashes of keys only are dropped.
+  EXPECT_EQ(ToSqlite("INSERT INTO a SELECT '1' as IDNo, PhotoID FROM b", true),
+            "INSERT INTO a SELECT '1' as IDNo , PhotoID FROM b WHERE 1 ON CONFLICT DO NOTHING");
+  EXPECT_EQ(ToSqlite("UPDATE a SET b = 1", true), "UPDATE OR IGNORE a SET b = 1");
+  EXPECT_EQ(ToSqlite("DELETE FROM a", true), "DELETE FROM a");
+}
+
+TEST(SqlDialect, RefusesWhatIsNoStatement) {
+  for (const QString& sql : QStringList{
+           "", "SELECT 'open", "a = #soon#", "a = #2001-12-31", "DELETE FROM a; DELETE FROM b", "Like '*'",
+           "Left(a = 1", "DELETE a.* FROM a JOIN b", "DELETE a.* FROM a INNER JOIN b ON a.c < b.c",
+           "DELETE a.* FROM a INNER JOIN b ON a.c = b.c OR 1", "SELECT 'a" + QString(1, '\0') + "b'"}) {
+    EXPECT_EQ(test::ErrorOf([&] { ToSqlite(sql); }), base::errSyntax) << sql.toStdString();
+  }
+}
+
+// What stands around a condition holds, whatever the condition says.
+TEST(SqlDialect, AConditionIsClosed) {
+  EXPECT_EQ(ToSqliteCondition("a = 1 OR (b = 2)"), "( a = 1 OR ( b = 2 ) )");
+  for (const char* condition : {"a = 1) OR (1 = 1", "a = (1", "a = 1)", "a = `(` OR `)`", "a = ?", "a = @x",
+                                "[a]]) OR [b] = 1", "[]", "a = 1;"}) {
+    EXPECT_THROW(ToSqliteCondition(condition), base::RuntimeError) << condition;
+  }
+  EXPECT_EQ(ToSqliteCondition(QStringLiteral("a LIKE '*") + QChar(0xD83C) + "*'"),
+            "( MatchesLike ( '*\uFFFD*' , a ) )");
+}
+
+TEST(SqlDialect, LikeMatches) {
+  const std::pair<const char*, const char*> matching[] = {
+      {"*beach*", "At the BEACH, 2001"},
+      {"*", ""},
+      {"a?c", "abc"},
+      {"Photo #", "photo 7"},
+      {"[a-c]x", "Bx"},
+      {"*[*]*", "2 * 3"},
+      {"a[b", "a[b"},
+      {"*ab*ab", "abxabab"},
+      {"*ÜBUNGSSTRAßE*", "an der übungsstraße"},
+      {"*οδός*", "ΟΔΌΣ"},
+      {"*моск?а*", "МОСКВА"},
+      {"*[а-д]ом*", "Дом"},
+      {"*🏔?", "ab🏔🏔"},
+      {"*ana*", "BANaNA"},
+      {"*aab*", "aaab"},
+      {"****a", "bbba"},
+      {"a*b*c*d*e", "abcdabcde"},
+  };
+  const std::pair<const char*, const char*> failing[] = {
+      {"*beach*", "be ach"}, {"", "a"},          {"a?c", "ac"},    {"Photo #", "photo x"},
+      {"[!a-c]x", "bx"},     {"*[*]*", "2 x 3"}, {"*ab*ab", "ab"}, {"*abc*", "ab"},
+  };
+  for (const auto& [pattern, text] : matching) EXPECT_TRUE(LikePattern(pattern).Matches(text)) << pattern;
+  for (const auto& [pattern, text] : failing) EXPECT_FALSE(LikePattern(pattern).Matches(text)) << pattern;
+}
+
+TEST(Dates, AreReadInTheLocalesFormFirst) {
+  // Of no date there is an empty text.
+  const std::tuple<const char*, const char*, const char*> cases[] = {
+      {"en_US", "7/4/2001", "2001-07-04T00:00:00"},
+      {"en_US", "7/4/31", "1931-07-04T00:00:00"},
+      {"en_US", " 12/31/2001  11:59:07 PM ", "2001-12-31T23:59:07"},
+      {"en_GB", "7/4/2001", "2001-04-07T00:00:00"},
+      {"en_GB", "12/31/2001", "2001-12-31T00:00:00"},
+      {"de_DE", "04.07.25 8:30", "2025-07-04T08:30:00"},
+      {"en_US", "2001-07-04 08:30:15", "2001-07-04T08:30:15"},
+      {"en_US", "2/29/00", "2000-02-29T00:00:00"},
+      {"en_US", "2/29/1900", ""},
+      {"en_US", "0099-01-01", ""},
+      {"en_US", "2001-07-04 25:00", ""},
+      {"en_US", "", ""},
+  };
+  for (const auto& [name, text, iso] : cases) {
+    const auto date = base::ParseDate(text, QLocale(name));
+    EXPECT_EQ(date ? date->toString("yyyy-MM-ddTHH:mm:ss") : "", iso) << name << " : " << text;
+  }
+}
+
+// A form is filled from the catalogue and written back as a whole: what nobody touched must stay.
+TEST(Dates, ComeBackAsTheyWereShown) {
+  for (const char* name : {"en_US", "en_GB", "de_DE", "fr_FR", "fi_FI", "cs_CZ", "sv_SE", "hu_HU", "ja_JP"}) {
+    for (const char* iso : {"1925-03-09T00:00:00", "2001-07-04T15:08:00", "2031-12-31T00:00:59"}) {
+      const QDateTime date = QDateTime::fromString(iso, Qt::ISODate);
+      const QString shown = base::FormatDate(date, QLocale(name));
+      EXPECT_EQ(base::ParseDate(shown, QLocale(name)), date) << name << " : " << shown.toStdString();
+    }
+  }
+}
+
+}  // namespace
+}  // namespace veldrin::engine
