@@ -7,7 +7,7 @@
 #include "catalogue/image_store.h"
 #include "controls/msg_box.h"
 #include "desktop/default_program.h"
-#include "engine/sql_dialect.h"
+#include "engine/sql_tokens.h"
 
 namespace veldrin::browse {
 

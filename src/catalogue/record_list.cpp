@@ -44,8 +44,7 @@ void RecordList::Refresh() {
   TheRecordset.reset();
   SelBookmarks.Clear();
   try {
-    if (!TheDatabase) TheDatabase = Engine.OpenDatabase(DatabaseName);
-    TheRecordset = TheDatabase->OpenRecordset(RecordSource);
+    TheRecordset = Engine.OpenDatabase(DatabaseName)->OpenRecordset(RecordSource);
     TheRecordset->RecordCount();  // Reads the keys, and so raises what is wrong with the source.
   } catch (const base::RuntimeError&) {
     TheRecordset.reset();

@@ -88,7 +88,6 @@ class RecordList : public QObject {
 
  private:
   engine::DBEngine& Engine;
-  std::unique_ptr<engine::Database> TheDatabase;
   std::unique_ptr<engine::Recordset> TheRecordset;
 };
 

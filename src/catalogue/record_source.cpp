@@ -3,7 +3,7 @@
 #include <QStringList>
 
 #include "base/runtime_error.h"
-#include "engine/sql_dialect.h"
+#include "engine/sql_tokens.h"
 
 namespace veldrin::catalogue {
 

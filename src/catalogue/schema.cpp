@@ -26,7 +26,7 @@ void CopyOver(const QString& source, const QString& target) {
   const desktop::FileCopy copy(source, part);
   // A copy that a crash left behind may have left the log of a change that was under way: it is not of this
   // file.
-  QFile::remove(target + QStringLiteral("-journal"));
+  for (const QString& file : engine::FilesBeside(target)) QFile::remove(file);
   if (std::rename(QFile::encodeName(part).constData(), QFile::encodeName(target).constData()) != 0) {
     QFile::remove(part);
     throw RuntimeError(base::errPathFileAccess, QStringLiteral("Path/File access error: %1").arg(target));
@@ -89,14 +89,13 @@ void AppendWorkingTables(engine::Database& db) {
 }
 
 // The photos with a link whose key begins with the prefix in ActFolder, each once.
-QString QryPhotosSql() {
-  return QStringLiteral(
-             "SELECT DISTINCT tblPhotos.PhotoID, tblPhotos.ImageType, tblPhotos.Title, tblPhotos.CreateDate, "
-             "tblPhotos.MadeBy, tblPhotos.Description, tblPhotos.LastModifyDate ") +
-         QStringLiteral(
-             "FROM (tblPhotos INNER JOIN tblPhotoLinks ON tblPhotos.PhotoID = tblPhotoLinks.PhotoID) ") +
-         QStringLiteral(
-             "INNER JOIN ActFolder ON LEFT(tblPhotoLinks.IDNo, ActFolder.Length) = ActFolder.IDNo");
+engine::QueryDef QryPhotos() {
+  return {QStringLiteral("qryPhotos"),
+          QStringLiteral("tblPhotos"),
+          QStringLiteral("PhotoID"),
+          QStringLiteral("tblPhotoLinks"),
+          QStringLiteral("ActFolder"),
+          QStringLiteral("LEFT(tblPhotoLinks.IDNo, ActFolder.Length) = ActFolder.IDNo")};
 }
 
 void FillWorkFile(const Paths& paths, engine::DBEngine& engine) {
@@ -104,7 +103,7 @@ void FillWorkFile(const Paths& paths, engine::DBEngine& engine) {
   const auto db = engine.OpenDatabase(paths.WorkFile);
   AppendLinks(*db, paths.DatabaseFile);
   AppendWorkingTables(*db);
-  db->CreateQueryDef(QStringLiteral("qryPhotos"), QryPhotosSql());
+  db->CreateQueryDef(QryPhotos());
   db->Execute(QStringLiteral("INSERT INTO ActFolder (IDNo, Length) VALUES('Default', 0)"));
 }
 
@@ -119,6 +118,7 @@ bool CreateWorkFile(Paths& paths, engine::DBEngine& engine, const QString& progr
   engine.DefaultPassword = QStringLiteral("qzmvrtkle");
   try {
     desktop::RequireOwnDirectory(paths.TempDir);
+    engine.Forget();
     CopyOver(programPath + QStringLiteral("/Database/") + TemplateName(), paths.TempDir + TemplateName());
   } catch (const std::exception&) {
     return false;

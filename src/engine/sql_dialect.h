@@ -1,38 +1,38 @@
-// Turns the program's SQL texts into SQLite's. The program writes the dialect of the engine its catalogues
-// come from: #dates#, DateValue, Left, Like with * ? # [...], [names], DELETE over a join, texts compared
-// without regard to case.
+// Reads the program's SQL texts and writes them in an engine's own dialect. The program writes the dialect of
+// the engine its catalogues come from: #dates#, DateValue, Left, Like with * ? # [...], [names], DELETE over
+// a join, texts compared without regard to case.
+//
+//   SELECT [DISTINCT] values FROM tables [WHERE condition] [ORDER BY names]
+//   INSERT INTO table [(names)] VALUES (values) | INSERT INTO table [(names)] SELECT ...
+//   UPDATE table SET name = value, ... [WHERE condition]
+//   DELETE FROM table [WHERE condition] | DELETE t.* FROM t INNER JOIN u ON t.a = u.b AND ... [WHERE
+//   condition]
+//
+// What is none of these, and what is no condition of AND, OR, NOT, comparisons, Like, In, Between and Is
+// Null, raises 3075 here: nothing that people type reaches the engine unread, and no condition holds a query
+// of its own.
 #pragma once
 
 #include <QString>
-#include <vector>
+#include <QStringList>
+
+#include "engine/dialect.h"
 
 namespace veldrin::engine {
 
-struct SqlToken {
-  enum TokenKind { Word, Number, Text, Date, Symbol };
-  TokenKind Kind;
-  QString Content;  ///< the content, without quotes, signs or brackets
-
-  bool Is(const char* word) const;
+struct Translation {
+  QString Sql;
+  QStringList Tables;  ///< whose rows the statement names
 };
 
-/// Raises 3075 for a text, a name or a date that does not end and for signs that aren't the dialect's, such
-/// as the one between two statements.
-std::vector<SqlToken> TokenizeSql(const QString& sql);
-
-/// The tokens as SQLite reads them, without any of the translations below.
-QString JoinTokens(const std::vector<SqlToken>& tokens);
-
-/// `dropClashes`: rows that clash with a key are left out and the others go in; a text too long is an error
-/// still. =, <> and Like compare texts without regard to case; Like with digits and a star is a match of
-/// keys, which are texts. Raises 3075 for what is no statement of the dialect.
-QString ToSqlite(const QString& sql, bool dropClashes = false);
+/// A whole statement.
+Translation TranslateStatement(const QString& sql, const Dialect& dialect, Clashes clashes = Clashes::Fail);
 
 /// A condition, whoever wrote it, in parentheses that are its own: what stands around it in a statement holds
-/// whatever the condition says. Raises 3075 for one whose parentheses don't match.
-QString ToSqliteCondition(const QString& condition);
+/// whatever the condition says.
+QString TranslateCondition(const QString& condition, const Dialect& dialect);
 
-/// The text with its apostrophes doubled, for an SQL text.
-QString QuoteSql(const QString& text);
+/// The engine's own text of a statement that adds one row, with a parameter for each column.
+QString InsertSql(const Dialect& dialect, const QString& table, const QStringList& columns, Clashes clashes);
 
 }  // namespace veldrin::engine

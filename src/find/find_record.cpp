@@ -5,7 +5,7 @@
 #include "base/dates.h"
 #include "controls/error_box.h"
 #include "controls/msg_box.h"
-#include "engine/sql_dialect.h"
+#include "engine/sql_tokens.h"
 
 namespace veldrin::find {
 

@@ -6,7 +6,8 @@
 #include "catalogue/schema.h"
 #include "controls/busy_pointer.h"
 #include "controls/msg_box.h"
-#include "engine/sql_dialect.h"
+#include "engine/dao/transaction.h"
+#include "engine/sql_tokens.h"
 #include "folders/folder_nodes.h"
 #include "folders/folder_rows.h"
 #include "folders/folder_tree.h"
@@ -34,9 +35,9 @@ template <class Work>
 void FolderCommands::InOneGroup(Work&& work) {
   const controls::BusyPointer busy;
   const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
-  database->BeginTrans();
+  engine::Transaction group(*database);
   work(*database);
-  database->CommitTrans();
+  group.Commit();
 }
 
 void FolderCommands::Refresh(const Node& node) {

@@ -45,8 +45,9 @@ void MoveLinksToParent(Database& database, const Node& node) {
   const QString subtree = QStringLiteral(" WHERE IDNo Like '%1*'").arg(node.Tag());
 
   execute(QStringLiteral("DELETE FROM ActPhotoLinks"));
-  execute(QStringLiteral("INSERT INTO ActPhotoLinks SELECT tblPhotoLinks.* FROM tblPhotoLinks") + subtree);
-  execute(QStringLiteral("UPDATE ActPhotoLinks SET IDNo = '%1'").arg(LinkKey(key)));
+  execute(QStringLiteral("INSERT INTO ActPhotoLinks SELECT DISTINCT '%1' AS IDNo, PhotoID FROM tblPhotoLinks")
+              .arg(LinkKey(key)) +
+          subtree);
   execute(QStringLiteral("DELETE FROM tblPhotoLinks") + subtree);
   execute(QStringLiteral("INSERT INTO tblPhotoLinks SELECT ActPhotoLinks.IDNo, ActPhotoLinks.PhotoID "
                          "FROM ActPhotoLinks LEFT JOIN tblPhotoLinks "

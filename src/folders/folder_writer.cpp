@@ -1,8 +1,8 @@
 #include "folders/folder_writer.h"
 
 #include <algorithm>
+#include <array>
 
-#include "base/runtime_error.h"
 #include "catalogue/schema.h"
 #include "folders/folder_keys.h"
 
@@ -46,17 +46,9 @@ QString FolderWriter::FindLast(int level, const QString& parentKey) {
 }
 
 void FolderWriter::Insert(int level, const QString& key, const QString& name) {
-  auto& table = Tables[level];
-  if (!table) table = TheDatabase.OpenRecordset(catalogue::LevelTable(level));
-  table->AddNew();
-  table->SetField(QStringLiteral("IDNo"), key);
-  table->SetField(QStringLiteral("FolderName"), name);
-  try {
-    table->Update();
-  } catch (const base::RuntimeError& error) {
-    // The same key comes again where a parent has no number left. The row that has it stays.
-    if (error.Number() != base::errDuplicateKey) throw;
-  }
+  // The same key comes again where a parent has no number left. The row that has it stays.
+  TheDatabase.Insert(catalogue::LevelTable(level), {QStringLiteral("IDNo"), QStringLiteral("FolderName")},
+                     std::array<engine::Value, 2>{key, name});
 }
 
 }  // namespace veldrin::folders

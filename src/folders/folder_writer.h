@@ -4,15 +4,14 @@
 #include <QHash>
 #include <QString>
 #include <map>
-#include <memory>
 
 #include "engine/dao/database.h"
 
 namespace veldrin::folders {
 
-/// Writes one folder or thousands: what one row needs prepared serves for all, a parent's last key is asked
-/// for once, and below the first folder written once for a whole level, as nothing stands there as a rule. So
-/// nobody else may write folders while a writer is in use.
+/// Writes one folder or thousands: a parent's last key is asked for once, and for all parents below the first
+/// folder written once a level, since as a rule nothing stands there. So nobody else may write folders while
+/// a writer is in use.
 class FolderWriter {
  public:
   explicit FolderWriter(engine::Database& database) : TheDatabase(database) {}
@@ -29,8 +28,7 @@ class FolderWriter {
   void Insert(int level, const QString& key, const QString& name);
 
   engine::Database& TheDatabase;
-  std::map<int, std::unique_ptr<engine::Recordset>> Tables;  ///< by level
-  QHash<QString, QString> LastKeys;                          ///< by parent; empty below one without rows
+  QHash<QString, QString> LastKeys;  ///< by parent; empty below one without rows
   QString FirstKey;
   std::map<int, bool> NoneInFirst;  ///< by level
 };

@@ -7,6 +7,7 @@
 #include "catalogue/image_store.h"
 #include "controls/busy_pointer.h"
 #include "controls/msg_box.h"
+#include "engine/dao/transaction.h"
 #include "folders/folder_keys.h"
 
 namespace veldrin::records {
@@ -75,7 +76,7 @@ void DeletePhotos::DeleteGroup(engine::Database& database, Group group) const {
   QStringList numbers;
   for (const int photoId : group) numbers << QString::number(photoId);
   QStringList files;
-  database.BeginTrans();
+  engine::Transaction transaction(database);
   const auto rows =
       database.OpenRecordset(QStringLiteral("SELECT PhotoID, ImageType FROM tblPhotos WHERE PhotoID IN (%1)")
                                  .arg(numbers.join(QLatin1Char(','))),
@@ -85,16 +86,16 @@ void DeletePhotos::DeleteGroup(engine::Database& database, Group group) const {
           << catalogue::ImageFileName(ThePaths, row[0].toInt(), row[1].toString());
   }
   for (const int photoId : group) DeletePhoto(database, photoId);
-  database.CommitTrans();
+  transaction.Commit();
   for (const QString& file : files) QFile::remove(file);
 }
 
 void DeletePhotos::RemoveGroup(engine::Database& database, Group group) const {
   const controls::Node* folder = Tree.SelectedItem();
   if (folder == nullptr || folder->Parent() == nullptr) return;
-  database.BeginTrans();
+  engine::Transaction transaction(database);
   for (const int photoId : group) RemovePhotoLink(database, *folder, photoId);
-  database.CommitTrans();
+  transaction.Commit();
 }
 
 void DeletePhoto(engine::Database& database, int photoId) {

@@ -17,6 +17,7 @@
 #include "base/runtime_error.h"
 #include "catalogue/image_store.h"
 #include "desktop/file_copy.h"
+#include "engine/dao/transaction.h"
 #include "records/new_photo.h"
 
 namespace veldrin::records {
@@ -126,12 +127,11 @@ void Storing::WriteGroup(Group group) {
 template <class Write>
 bool Storing::InTransaction(Write&& write) {
   try {
-    TheDatabase->BeginTrans();
+    engine::Transaction transaction(*TheDatabase);
     write();
-    TheDatabase->CommitTrans();
+    transaction.Commit();
     return true;
   } catch (const RuntimeError& error) {
-    TheDatabase->Rollback();
     Locked = error.Number() == base::errLocked;
     return false;
   }
@@ -165,13 +165,13 @@ void Storing::TakeBack(Group group) {
   const auto isInPlace = [](const NewPhoto& photo) { return photo.InPlace; };
   if (std::none_of(group.begin(), group.end(), isInPlace)) return;
   ResumeNext([&] {
-    TheDatabase->BeginTrans();
+    // Nothing is written: it keeps the others out while the files go back.
+    const engine::Transaction transaction(*TheDatabase);
     const QSet<int> taken = TakenNumbers(group);
     for (NewPhoto& photo : group) {
       if (!taken.contains(photo.PhotoID)) photo.TakeBack(ThePaths);
     }
   });
-  TheDatabase->Rollback();
 }
 
 QSet<int> Storing::TakenNumbers(Group group) {
@@ -205,8 +205,6 @@ void Storing::SetTextField(const char* name, const QString& text) {
 }
 
 void Storing::RemoveSources(Group group) {
-  // The rows' last trace, the end of their journal, is on the disk before a source goes.
-  ResumeNext([&] { desktop::SyncDirectory(QFileInfo(ThePaths.DatabaseFile).path()); });
   for (const NewPhoto& photo : group) {
     if (photo.HasRow && photo.Copied) QFile::remove(photo.Source);
   }

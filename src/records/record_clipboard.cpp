@@ -1,6 +1,9 @@
 #include "records/record_clipboard.h"
 
+#include <array>
+
 #include "controls/busy_pointer.h"
+#include "engine/dao/transaction.h"
 #include "folders/folder_keys.h"
 #include "folders/folder_tree.h"
 
@@ -56,15 +59,13 @@ bool RecordClipboard::StageSelection() {
   database->Execute(QStringLiteral("DELETE FROM ActPhotoLinks"));
   if (Data1.SelBookmarks.Count() == 0) return false;
   const QString key = LinkKey(Tree.SelectedItem()->Tag());
-  const auto rows = database->OpenRecordset(QStringLiteral("ActPhotoLinks"));
-  database->BeginTrans(false);
+  const QStringList columns{QStringLiteral("IDNo"), QStringLiteral("PhotoID")};
+  engine::Transaction group(*database, engine::Writes::WorkingTables);
   for (int i = 0; i < Data1.SelBookmarks.Count(); ++i) {
-    rows->AddNew();
-    rows->SetField(QStringLiteral("IDNo"), key);
-    rows->SetField(QStringLiteral("PhotoID"), Data1.SelBookmarks[i]);
-    rows->Update();
+    database->Insert(QStringLiteral("ActPhotoLinks"), columns,
+                     std::array<engine::Value, 2>{key, Data1.SelBookmarks[i]});
   }
-  database->CommitTrans();
+  group.Commit();
   return true;
 }
 
@@ -101,7 +102,7 @@ void RecordClipboard::RecordUndoCut_Click() {
 void RecordClipboard::LinkStaged(const Node& target) {
   const QString key = LinkKey(target.Tag());
   const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
-  database->BeginTrans();
+  engine::Transaction group(*database);
   if (IsCutPending()) DeleteLinksOfCut(*database, target, *RecordCutIndex);
   // A place that the target has already is given anew.
   database->Execute(
@@ -111,7 +112,7 @@ void RecordClipboard::LinkStaged(const Node& target) {
   database->Execute(
       QStringLiteral("INSERT INTO tblPhotoLinks SELECT '%1' as IDNo, PhotoID FROM ActPhotoLinks").arg(key));
   database->Execute(QStringLiteral("DELETE FROM ActPhotoLinks"));
-  database->CommitTrans();
+  group.Commit();
 }
 
 void RecordClipboard::RecordPaste_Click() {

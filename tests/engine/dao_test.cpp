@@ -1,5 +1,6 @@
 #include "base/dates.h"
 #include "engine/dao/db_engine.h"
+#include "engine/dao/transaction.h"
 #include "support/test_support.h"
 
 namespace veldrin::engine {
@@ -86,7 +87,10 @@ TEST_F(Dao, RefusesWhatIsTooLong) {
   photos->SetField("Title", fits);
   photos->Update();
   EXPECT_EQ(photos->Field("Title"), fits);
-  EXPECT_EQ(ErrorOfSql("UPDATE ActFolder SET Length = 32768"), base::errFieldTooSmall);
+  for (ExecuteOption option : {dbFailOnError, dbResumeNext}) {
+    EXPECT_EQ(ErrorOfSql("UPDATE ActFolder SET Length = 32768", option), base::errFieldTooSmall);
+    EXPECT_EQ(ErrorOfSql("UPDATE tblPhotos SET Title = '" + fits + "x'", option), base::errFieldTooSmall);
+  }
   for (const QString& sql :
        QStringList{"INSERT INTO tblPhotos (PhotoID, Title) VALUES (2, '" + fits + "x')",
                    "INSERT INTO tblPhotos (PhotoID) VALUES (2147483648)",
@@ -168,6 +172,11 @@ TEST_F(Dao, ErrorsHaveTheirNumbers) {
   EXPECT_EQ(ErrorOfSql("DELETE FROM tblNothing"), base::errNoSuchTable);
   EXPECT_EQ(ErrorOfSql("DELETE FROM tblPhotos WHERE Titel = 1"), base::errTooFewParameters);
   EXPECT_EQ(ErrorOfSql("DELETE tblPhotos"), base::errSyntax);
+  AddPhotos({1});
+  EXPECT_EQ(
+      ErrorOf([&] { Db->OpenRecordset("SELECT * FROM tblPhotos WHERE PhotoID Like '1*'")->RecordCount(); }),
+      base::errSyntax)
+      << "a number has no characters";
   EXPECT_EQ(ErrorOfSql("DELETE FROM"), base::errSyntax);
   EXPECT_EQ(ErrorOf([&] { Db->OpenRecordset("SELECT qryNone.* FROM qryNone"); }), base::errNoSuchTable);
   const auto snapshot = Db->OpenRecordset("SELECT * FROM tblPhotos", dbOpenSnapshot);
@@ -195,28 +204,74 @@ TEST_F(Dao, AnOpenListHoldsNoLock) {
   HeldCatalogue(Catalogue, "BEGIN EXCLUSIVE");
 }
 
-TEST_F(Dao, AGroupIsStoredWholeOrNotAtAll) {
-  Db->BeginTrans();
-  Db->Execute("INSERT INTO tblPhotos (PhotoID) VALUES (1)");
+TEST_F(Dao, AGroupIsItsOwnersToCommit) {
+  const auto group = [this] { return std::make_unique<Transaction>(*Db); };
+  const auto add = [this](int id) {
+    Db->Execute(QStringLiteral("INSERT INTO tblPhotos (PhotoID) VALUES (%1)").arg(id));
+  };
+  auto owned = group();
+  add(1);
+  owned.reset();
+  EXPECT_EQ(Ids(*Photos()), "");
+  owned = group();
+  add(1);
+  // Who closes a database in the midst of somebody else's group, and reads in it, ends nothing.
+  Catalogue.Engine().OpenDatabase(Catalogue.Paths().WorkFile)->Close();
+  EXPECT_EQ(Ids(*Photos()), "1");
+  owned->Commit();
+  owned.reset();
+  EXPECT_EQ(Ids(*Photos()), "1");
   Db->Close();
   EXPECT_EQ(ErrorOfSql("DELETE FROM tblPhotos"), base::errObjectNotSet);
-  Db = Catalogue.Engine().OpenDatabase(Catalogue.Paths().WorkFile);
-  EXPECT_EQ(Ids(*Photos()), "");
-  Db->BeginTrans();
-  Db->Execute("INSERT INTO tblPhotos (PhotoID) VALUES (1)");
-  Db->CommitTrans();
-  EXPECT_EQ(Ids(*Photos()), "1");
 }
 
-// A catalogue that was taken away while the program runs must not be written to as a file without a name.
-TEST_F(Dao, TheNextOpeningMissesAFileThatWent) {
+// The way back to a list need not read it again, unless anybody has written since.
+TEST_F(Dao, AListIsReadAnewAfterEveryChange) {
+  AddPhotos({1, 2}, {"0001"});
+  AddPhotos({3}, {"0002"});
+  EXPECT_EQ(Ids(*Folder("0001")), "1 2");
+  EXPECT_EQ(Ids(*Folder("0002")), "3");
+  Db->Execute("DELETE FROM tblPhotos WHERE PhotoID = 1");
+  EXPECT_EQ(Ids(*Folder("0001")), "2");
+  HeldCatalogue(Catalogue, "DELETE FROM tblPhotos WHERE PhotoID = 2");
+  EXPECT_EQ(Ids(*Folder("0001")), "");
+  {
+    const Transaction group(*Db);
+    Db->Execute("DELETE FROM tblPhotos");
+    EXPECT_EQ(Ids(*Photos()), "");
+  }
+  EXPECT_EQ(Ids(*Photos()), "3") << "what was read in a group that failed is not kept";
+}
+
+// What is looked for in a list that nobody has read yet uses statements beside each other.
+TEST_F(Dao, AFreshListIsSearched) {
+  AddPhotos({1, 2, 3});
+  for (int i = 0; i < 100; ++i)
+    Db->OpenRecordset(QStringLiteral("SELECT * FROM tblPhotos WHERE PhotoID = %1").arg(i))->RecordCount();
+  const auto photos = Photos();
+  photos->FindFirst("[PhotoID] = 3");
+  EXPECT_EQ(photos->Bookmark(), 3);
+}
+
+// A catalogue that was taken away while the program runs must not be written to as a file without a name, and
+// one that was put in its place is the one that list and commands both see.
+TEST_F(Dao, TheNextOpeningFollowsTheFile) {
+  AddPhotos({1}, {"0001"});
   const QString file = Catalogue.Paths().DatabaseFile;
+  ASSERT_TRUE(QFile::copy(file, file + ".backup"));
+  AddPhotos({2}, {"0001"});
+  const auto list = Folder("0001");
   const auto open = [&] { Catalogue.Engine().OpenDatabase(Catalogue.Paths().WorkFile); };
-  Db->Close();
   ASSERT_TRUE(QFile::rename(file, file + ".away"));
   EXPECT_EQ(ErrorOf(open), base::errNoSuchFile);
   ASSERT_TRUE(QFile::rename(file + ".away", file));
   EXPECT_EQ(ErrorOf(open), 0);
+  EXPECT_EQ(Ids(*list), "1 2");
+  ASSERT_TRUE(QFile::rename(file + ".backup", file + ".new") && QFile::remove(file) &&
+              QFile::rename(file + ".new", file));
+  open();
+  EXPECT_EQ(Ids(*list), "1 gone");
+  EXPECT_EQ(Ids(*Folder("0001")), "1");
 }
 
 TEST_F(Dao, TheAccountIsAskedFor) {

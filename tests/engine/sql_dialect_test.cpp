@@ -4,55 +4,89 @@
 
 #include "base/dates.h"
 #include "engine/like.h"
+#include "engine/sqlite/dialect.h"
 #include "support/test_support.h"
 
 namespace veldrin::engine {
 namespace {
+
+QString Sqlite(const QString& sql, Clashes clashes = Clashes::Fail) {
+  return TranslateStatement(sql, SqliteDialect(), clashes).Sql;
+}
+QString SqliteCondition(const QString& condition) { return TranslateCondition(condition, SqliteDialect()); }
 
 TEST(SqlDialect, IsTranslated) {
   const std::pair<const char*, const char*> cases[] = {
       {"DELETE FROM tblPhotoLinks WHERE IDNo Like '0003*' AND PhotoID = 7",
        "DELETE FROM tblPhotoLinks WHERE ( IDNo >= '0003' AND IDNo < '0003' || char ( 1114111 ) ) AND "
        "PhotoID = 7"},
-      {"SELECT * FROM t WHERE Title Like '*o''clock [5]*'",
-       "SELECT * FROM t WHERE MatchesLike ( '*o''clock [5]*' , Title )"},
-      {"[Made By] = 7", "[Made By] = 7"},
-      {"#7/4/2001# >= DateValue(CreateDate)",
-       "'2001-07-04 00:00:00' >= ( substr ( CreateDate , 1 , 10 ) || ' 00:00:00' )"},
+      {"SELECT * FROM t WHERE [Title] Not Like '*o''clock [5]*'",
+       "SELECT * FROM t WHERE NOT MatchesLike ( '*o''clock [5]*' , [Title] )"},
+      {"SELECT Max(t.a) AS ID FROM t WHERE #7/4/2001# >= DateValue(CreateDate) ORDER BY a DESC, t.b",
+       "SELECT Max ( t . a ) AS ID FROM t WHERE '2001-07-04 00:00:00' >= ( substr ( CreateDate , 1 , 10 ) || "
+       "' 00:00:00' ) ORDER BY a COLLATE Folded DESC , t . b COLLATE Folded"},
       {"UPDATE t SET a = 'X' WHERE b = '0012' AND c <> 'y'",
-       "UPDATE t SET a = 'X' COLLATE Folded WHERE b = '0012' AND c <> 'y' COLLATE Folded"},
-      {"Left(a.IDNo, 8) = Left(b.IDNo, 8)", "substr ( a . IDNo , 1 , 8 ) = substr ( b . IDNo , 1 , 8 )"},
+       "UPDATE t SET a = 'X' WHERE b = '0012' AND c <> 'y' COLLATE Folded"},
+      {"SELECT * FROM a LEFT JOIN b ON (Left(a.IDNo, 8) = Left(b.IDNo, 8)) WHERE b.c Is Null",
+       "SELECT * FROM a LEFT JOIN b ON ( substr ( a . IDNo , 1 , 8 ) = substr ( b . IDNo , 1 , 8 ) ) WHERE b "
+       ". c "
+       "Is Null"},
       {"DELETE t.* FROM t INNER JOIN u ON t.a = u.b AND t.c = u.d WHERE t.IDNo = '0001' OR 1",
        "DELETE FROM t WHERE ( t . a , t . c ) IN ( SELECT u . b , u . d FROM u ) AND ( t . IDNo = '0001' OR "
-       "1 "
-       ")"},
-      {"SELECT 1 -- 2", "SELECT 1 - - 2"},
+       "1 )"},
+      {"SELECT 1 -- 2 FROM t", "SELECT 1 - - 2 FROM t"},
   };
-  for (const auto& [sql, sqlite] : cases) EXPECT_EQ(ToSqlite(sql), sqlite);
-  // Clashes of keys only are dropped.
-  EXPECT_EQ(ToSqlite("INSERT INTO a SELECT '1' as IDNo, PhotoID FROM b", true),
-            "INSERT INTO a SELECT '1' as IDNo , PhotoID FROM b WHERE 1 ON CONFLICT DO NOTHING");
-  EXPECT_EQ(ToSqlite("UPDATE a SET b = 1", true), "UPDATE OR IGNORE a SET b = 1");
-  EXPECT_EQ(ToSqlite("DELETE FROM a", true), "DELETE FROM a");
+  for (const auto& [sql, sqlite] : cases) EXPECT_EQ(Sqlite(sql), sqlite);
+  // Clashes of keys only are left out, and by no UPDATE.
+  EXPECT_EQ(Sqlite("INSERT INTO a SELECT '1' as IDNo, PhotoID FROM b", Clashes::LeaveOut),
+            "INSERT INTO a SELECT '1' as IDNo , PhotoID FROM b WHERE 1 = 1 ON CONFLICT DO NOTHING");
+  for (const char* sql : {"UPDATE a SET b = 1", "DELETE FROM a"}) {
+    EXPECT_EQ(Sqlite(sql, Clashes::LeaveOut), sql);
+  }
 }
 
 TEST(SqlDialect, RefusesWhatIsNoStatement) {
-  for (const QString& sql : QStringList{
-           "", "SELECT 'open", "a = #soon#", "a = #2001-12-31", "DELETE FROM a; DELETE FROM b", "Like '*'",
-           "Left(a = 1", "DELETE a.* FROM a JOIN b", "DELETE a.* FROM a INNER JOIN b ON a.c < b.c",
-           "DELETE a.* FROM a INNER JOIN b ON a.c = b.c OR 1", "SELECT 'a" + QString(1, '\0') + "b'"}) {
-    EXPECT_EQ(test::ErrorOf([&] { ToSqlite(sql); }), base::errSyntax) << sql.toStdString();
+  for (const QString& sql :
+       QStringList{"", "SELECT 'open", "SELECT a FROM t WHERE a = #soon#", "a = #2001-12-31",
+                   "DELETE FROM a; DELETE FROM b", "DELETE a.* FROM a JOIN b",
+                   "DELETE a.* FROM a INNER JOIN b ON a.c < b.c", "DROP TABLE a", "PRAGMA a",
+                   "DELETE a.* FROM a INNER JOIN b ON a.c = b.c OR 1",
+                   "SELECT 'a" + QString(1, '\0') + "b' FROM t", "SELECT a FROM t UNION SELECT a FROM u",
+                   "SELECT a FROM t LIMIT 1", "INSERT OR REPLACE INTO a VALUES (1)"}) {
+    EXPECT_EQ(test::ErrorOf([&] { Sqlite(sql); }), base::errSyntax) << sql.toStdString();
   }
 }
 
 // What stands around a condition holds, whatever the condition says.
-TEST(SqlDialect, AConditionIsClosed) {
-  EXPECT_EQ(ToSqliteCondition("a = 1 OR (b = 2)"), "( a = 1 OR ( b = 2 ) )");
-  for (const char* condition : {"a = 1) OR (1 = 1", "a = (1", "a = 1)", "a = `(` OR `)`", "a = ?", "a = @x",
-                                "[a]]) OR [b] = 1", "[]", "a = 1;"}) {
-    EXPECT_THROW(ToSqliteCondition(condition), base::RuntimeError) << condition;
+TEST(SqlDialect, AConditionIsClosedAndHoldsNoQuery) {
+  EXPECT_EQ(SqliteCondition("a = 1 OR (b = 2)"), "( a = 1 OR ( b = 2 ) )");
+  EXPECT_EQ(SqliteCondition("[Made By] In (7, 'x') AND NOT b Between -1 And +1.5"),
+            "( [Made By] In ( 7 , 'x' ) AND NOT b Between - 1 And + 1.5 )");
+  for (const QString& condition : QStringList{"a = 1) OR (1 = 1",
+                                              "a = (1",
+                                              "a = 1)",
+                                              "a = `(` OR `)`",
+                                              "a = ?",
+                                              "a = @x",
+                                              "[a]]) OR [b] = 1",
+                                              "[]",
+                                              "a = 1;",
+                                              "Like '*'",
+                                              "Left(a = 1",
+                                              "a = 1.2.3",
+                                              "a = 1e5",
+                                              "a In (SELECT 1 FROM t)",
+                                              "(SELECT 1 FROM t)",
+                                              "load_extension('x')",
+                                              "random()",
+                                              "a = 1 COLLATE b",
+                                              "CASE WHEN a THEN b END",
+                                              QString("(").repeated(100'000),
+                                              "a = " + QString("DateValue(").repeated(100'000)}) {
+    EXPECT_EQ(test::ErrorOf([&] { SqliteCondition(condition); }), base::errSyntax)
+        << condition.left(40).toStdString();
   }
-  EXPECT_EQ(ToSqliteCondition(QStringLiteral("a LIKE '*") + QChar(0xD83C) + "*'"),
+  EXPECT_EQ(SqliteCondition(QStringLiteral("a LIKE '*") + QChar(0xD83C) + "*'"),
             "( MatchesLike ( '*\uFFFD*' , a ) )");
 }
 

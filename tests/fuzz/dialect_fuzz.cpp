@@ -11,9 +11,9 @@
 
 #include "base/runtime_error.h"
 #include "catalogue/record_source.h"
-#include "engine/dao/connection.h"
 #include "engine/like.h"
 #include "engine/sql_dialect.h"
+#include "engine/sqlite/session.h"
 #include "find/find_record.h"
 #include "find/query_dialog.h"
 
@@ -33,11 +33,11 @@ sqlite3* OpenCatalogue() {
   static const QTemporaryDir directory;
   const QString file = directory.filePath(QStringLiteral("Photos.mdb"));
   if (!QFile::copy(QStringLiteral(READY_MADE_DIR "/Photos.mdb"), file)) Fail("no catalogue", file);
-  static engine::Connection connection(file, 0);
-  connection.Sqlite().exec(
+  static engine::SqliteSession session(file, 0);
+  session.Sqlite().exec(
       "INSERT INTO tblPhotos (PhotoID, ImageType, Title, CreateDate, MadeBy, Description) VALUES "
       "(1, 'jpg', 'x', '2001-07-04 00:00:00', 'x', 'x'), (2, 'y', 'Übung', '2001-07-05 00:00:00', 'y', 'y')");
-  sqlite3* db = connection.Sqlite().getHandle();
+  sqlite3* db = session.Sqlite().getHandle();
   // What runs too long is no mistake.
   sqlite3_limit(db, SQLITE_LIMIT_LENGTH, 1'000'000);
   sqlite3_progress_handler(
@@ -48,7 +48,7 @@ sqlite3* OpenCatalogue() {
 // Whether SQLite takes the condition. With a condition that no row meets beside it no row may come.
 bool Holds(const QString& condition) {
   static sqlite3* db = OpenCatalogue();
-  const QString closed = engine::ToSqliteCondition(condition);
+  const QString closed = engine::TranslateCondition(condition, engine::SqliteDialect());
   for (const char* form :
        {"SELECT PhotoID FROM tblPhotos WHERE 0 AND %1", "SELECT PhotoID FROM tblPhotos WHERE %1 AND 0"}) {
     const QString sql = QString::fromLatin1(form).arg(closed);
@@ -56,7 +56,7 @@ bool Holds(const QString& condition) {
     sqlite3_stmt* raw = nullptr;
     const char* tail = nullptr;
     const int result = sqlite3_prepare_v2(db, text.data(), static_cast<int>(text.size()), &raw, &tail);
-    const std::unique_ptr<sqlite3_stmt, engine::StatementEnd> statement(raw);
+    const std::unique_ptr<sqlite3_stmt, decltype(&sqlite3_finalize)> statement(raw, sqlite3_finalize);
     if (result != SQLITE_OK) return false;
     if (raw == nullptr || tail != text.data() + text.size()) Fail("not one statement", sql);
     if (sqlite3_stmt_readonly(raw) == 0) Fail("a statement that writes", sql);

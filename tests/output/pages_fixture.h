@@ -7,7 +7,7 @@
 #include <QDirIterator>
 
 #include "catalogue/image_store.h"
-#include "engine/sql_dialect.h"
+#include "engine/sql_tokens.h"
 #include "output/web_pages.h"
 #include "support/test_support.h"
 

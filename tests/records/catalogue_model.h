@@ -22,7 +22,7 @@ class CatalogueModel {
   using Link = std::pair<QString, int>;
 
   std::map<QString, QString> Folders = {{QString(), QStringLiteral("Photos")}};  ///< names by keys
-  std::set<Link> Links;  ///< where photos stand: also at keys whose folder has gone
+  std::set<Link> Links;                                                          ///< where photos stand
   std::set<int> Photos;
   QString Selected;
   std::optional<Pending> PendingFolder;
@@ -180,22 +180,15 @@ class CatalogueModel {
   }
 
   // A photo comes to stand at the parent unless it stands elsewhere below it. From the top only the unfiled
-  // photos count as standing elsewhere. Of a photo's several places below the folder only the first moves;
-  // the others stay behind, where no folder is. The staging of records goes: the move uses its table.
+  // photos count as standing elsewhere. The staging of records goes: the move uses its table.
   void MovePhotosUp(const QString& folder) {
     const QString parent = folder.chopped(4);
     Staged.clear();
-    std::set<int> moved;
     for (const auto& [key, photo] : Links)
-      if (key.startsWith(folder)) Staged.emplace(moved.insert(photo).second ? parent : key, photo);
+      if (key.startsWith(folder)) Staged.emplace(parent, photo);
     std::erase_if(Links, [&](const Link& link) { return link.first.startsWith(folder); });
-    const std::set<Link> stayed = Links;
     for (const Link& link : Staged) {
-      const bool isThere = std::any_of(stayed.begin(), stayed.end(), [&](const Link& other) {
-        return other.second == link.second &&
-               (parent.isEmpty() ? other.first.isEmpty() && link.first.isEmpty()
-                                 : other.first.startsWith(parent));
-      });
+      const bool isThere = parent.isEmpty() ? Links.contains(link) : StandsBelow(parent, link.second);
       if (!isThere) Links.insert(link);
     }
   }

@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QEvent>
+#include <algorithm>
 #include <random>
 
 #include "catalogue/schema.h"
@@ -205,10 +206,12 @@ class CatalogueProperty : public test::CommandsTest {
     return lines;
   }
   QStringList FoldersOfTables() {
-    QStringList levels;
+    QStringList folders;
     for (int level = 1; level <= catalogue::LevelCount; ++level)
-      levels << QStringLiteral("SELECT IDNo, FolderName FROM ") + catalogue::LevelTable(level);
-    return Catalogue.Rows(levels.join(QStringLiteral(" UNION ALL ")) + QStringLiteral(" ORDER BY IDNo"));
+      folders << Catalogue.Rows(QStringLiteral("SELECT IDNo, FolderName FROM ") +
+                                catalogue::LevelTable(level));
+    std::ranges::sort(folders, {}, [](const QString& row) { return row.section(QLatin1Char('|'), 0, 0); });
+    return folders;
   }
   QStringList LinksOfModel() const {
     QStringList links;

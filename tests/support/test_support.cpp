@@ -10,7 +10,7 @@
 
 #include "catalogue/image_store.h"
 #include "catalogue/schema.h"
-#include "engine/sql_dialect.h"
+#include "engine/sql_tokens.h"
 #include "folders/folder_keys.h"
 
 namespace veldrin::test {

@@ -1,102 +1,58 @@
 #include "engine/dao/database.h"
 
-#include <sqlite3.h>
+#include <utility>
 
-#include "engine/dao/connection.h"
-#include "engine/dao/db_engine.h"
+#include "base/runtime_error.h"
 #include "engine/dao/dynaset.h"
-#include "engine/dao/errors.h"
 #include "engine/dao/snapshot.h"
+#include "engine/opened_catalogue.h"
 #include "engine/sql_dialect.h"
 
 namespace veldrin::engine {
 
-namespace {
+Database::Database(std::shared_ptr<OpenedCatalogue> catalogue) : Catalogue(std::move(catalogue)) {}
 
-QString ColumnSql(const Field& field) {
-  const QString name = QuoteName(field.Name);
-  switch (field.Type) {
-    case dbText:
-      return QStringLiteral("%1 TEXT(%2) CHECK (length(%1) <= %2)").arg(name).arg(field.Size);
-    case dbDate:
-      return name + QStringLiteral(" DATETIME");
-    case dbInteger:
-      return QStringLiteral("%1 INTEGER CHECK (%1 BETWEEN -32768 AND 32767)").arg(name);
-    case dbLong:
-      break;
+Database::~Database() = default;
+
+OpenedCatalogue& Database::Open() const {
+  if (!Catalogue) throw base::RuntimeError(base::errObjectNotSet, QStringLiteral("Object variable not set."));
+  return *Catalogue;
+}
+
+const std::shared_ptr<Session>& Database::TheSession() const { return Open().TheSession(); }
+
+void Database::Append(const TableDef& table) { Open().Append(table); }
+
+void Database::CreateQueryDef(const QueryDef& query) { Open().CreateQueryDef(query); }
+
+// A name that is no table's is found here: a store tells it only by a text.
+QString Database::Translate(const QString& sql, Clashes clashes) const {
+  Session& session = *TheSession();
+  const Translation statement = TranslateStatement(sql, session.Sql(), clashes);
+  for (const QString& table : statement.Tables) {
+    if (session.ColumnsOf(table).Names.isEmpty()) RaiseNoSuchTable(table);
   }
-  return QStringLiteral("%1 INTEGER CHECK (%1 BETWEEN -2147483648 AND 2147483647)").arg(name);
+  return statement.Sql;
 }
-
-QString TableSql(const TableDef& table) {
-  QStringList parts;
-  for (const Field& field : table.Fields) parts << ColumnSql(field);
-  for (const Index& index : table.Indexes) {
-    QStringList names;
-    for (const QString& field : index.Fields) names << QuoteName(field);
-    parts << QStringLiteral("CONSTRAINT %1 %2 (%3)")
-                 .arg(QuoteName(index.Name),
-                      index.Primary ? QStringLiteral("PRIMARY KEY") : QStringLiteral("UNIQUE"),
-                      names.join(QLatin1Char(',')));
-  }
-  return QStringLiteral("CREATE TABLE main.%1 (%2)").arg(QuoteName(table.Name), parts.join(QLatin1Char(',')));
-}
-
-}  // namespace
-
-Database::Database(DBEngine& engine, std::shared_ptr<Connection> connection)
-    : Engine(engine), TheConnection(std::move(connection)) {}
-
-Database::~Database() { Close(); }
-
-Connection& Database::Open() const {
-  if (!TheConnection)
-    throw base::RuntimeError(base::errObjectNotSet, QStringLiteral("Object variable not set."));
-  return *TheConnection;
-}
-
-void Database::Close() {
-  if (!TheConnection) return;
-  SQLite::Database& db = TheConnection->Sqlite();
-  if (sqlite3_get_autocommit(db.getHandle()) == 0) db.tryExec("ROLLBACK");
-  Engine.Release(std::move(TheConnection));
-}
-
-void Database::Append(const TableDef& table) {
-  static const QString prefix = QStringLiteral(";DATABASE=");
-  if (table.Connect.startsWith(prefix)) {
-    Open().AddLink(table.SourceTableName, table.Connect.mid(prefix.size()));
-  } else {
-    WithSqliteErrors([&] { Open().Sqlite().exec(TableSql(table).toStdString()); });
-  }
-}
-
-void Database::CreateQueryDef(const QString& name, const QString& sql) { Open().AddQuery(name, sql); }
 
 void Database::Execute(const QString& sql, ExecuteOption option) {
-  const QString statement = ToSqlite(sql, option == dbResumeNext);
-  WithSqliteErrors([&] { SQLite::Statement(Open().Sqlite(), statement.toStdString()).exec(); });
+  const QString statement = Translate(sql, option == dbResumeNext ? Clashes::LeaveOut : Clashes::Fail);
+  Affected = TheSession()->Execute(statement);
 }
 
-int Database::RecordsAffected() const { return Open().Sqlite().getChanges(); }
+void Database::Insert(const QString& table, const QStringList& columns, std::span<const Value> values,
+                      ExecuteOption option) {
+  Session& session = *TheSession();
+  Affected = session.Execute(
+      InsertSql(session.Sql(), table, columns, option == dbResumeNext ? Clashes::LeaveOut : Clashes::Fail),
+      values);
+}
 
 std::unique_ptr<Recordset> Database::OpenRecordset(const QString& sql, RecordsetType type) {
-  return WithSqliteErrors([&]() -> std::unique_ptr<Recordset> {
-    if (type == dbOpenDynaset) {
-      if (auto source = FindKeySource(Open(), sql)) return std::make_unique<Dynaset>(TheConnection, *source);
-    }
-    return std::make_unique<Snapshot>(Open(), sql);
-  });
+  if (type == dbOpenDynaset) {
+    if (auto source = Open().FindKeySource(sql)) return std::make_unique<Dynaset>(Catalogue, *source);
+  }
+  return std::make_unique<Snapshot>(TheSession()->Rows(Translate(sql, Clashes::Fail)));
 }
-
-void Database::BeginTrans(bool writesLinkedTables) {
-  WithSqliteErrors([&] { Open().Sqlite().exec(writesLinkedTables ? "BEGIN IMMEDIATE" : "BEGIN"); });
-}
-
-void Database::CommitTrans() {
-  WithSqliteErrors([&] { Open().Sqlite().exec("COMMIT"); });
-}
-
-void Database::Rollback() { Open().Sqlite().tryExec("ROLLBACK"); }
 
 }  // namespace veldrin::engine

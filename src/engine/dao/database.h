@@ -1,4 +1,4 @@
-// One connection to a database file, with the tables that it links from other files and its stored queries.
+// A catalogue as a command sees it: its tables, its stored queries, and what is done with them.
 #pragma once
 
 #include <QString>
@@ -6,20 +6,21 @@
 
 #include "engine/dao/recordset.h"
 #include "engine/dao/table_def.h"
+#include "engine/session.h"
 
 namespace veldrin::engine {
 
-class Connection;
-class DBEngine;
+class OpenedCatalogue;
 
 enum ExecuteOption {
-  dbResumeNext = 0,     ///< rows that clash with a key are dropped, the others go in
+  dbResumeNext = 0,     ///< rows that an INSERT adds and that clash with a key are left out, the others go in
   dbFailOnError = 128,  ///< a clash is error 3022, and the statement changes nothing
 };
 
 /// All operations raise RuntimeError with the numbers of base/runtime_error.h.
 class Database {
  public:
+  explicit Database(std::shared_ptr<OpenedCatalogue> catalogue);
   ~Database();
   Database(const Database&) = delete;
   Database& operator=(const Database&) = delete;
@@ -28,32 +29,31 @@ class Database {
   void Append(const TableDef& table);
 
   /// Stores a query under a name by which later statements can read it.
-  void CreateQueryDef(const QString& name, const QString& sql);
+  void CreateQueryDef(const QueryDef& query);
 
   void Execute(const QString& sql, ExecuteOption option = dbResumeNext);
+  /// The same for the columns of one new row: for many rows that differ in their values alone.
+  void Insert(const QString& table, const QStringList& columns, std::span<const Value> values,
+              ExecuteOption option = dbResumeNext);
 
-  /// The rows that the last Execute changed.
-  int RecordsAffected() const;
+  /// The rows that the last Execute or Insert changed.
+  int RecordsAffected() const { return Affected; }
 
   std::unique_ptr<Recordset> OpenRecordset(const QString& sql, RecordsetType type = dbOpenDynaset);
 
-  /// Rows written between the two are flushed once, at the end. Raises the error of the flush; nothing of the
-  /// group is stored then. A group that is neither committed nor rolled back is rolled back by Close. A group
-  /// that writes to this file's own tables alone does not wait for who else writes to the linked ones.
-  void BeginTrans(bool writesLinkedTables = true);
-  void CommitTrans();
-  void Rollback();
+  /// Ends the use. Recordsets opened by it stay, and a group of somebody else goes on. The destructor does
+  /// the same.
+  void Close() { Catalogue.reset(); }
 
-  /// Ends the connection. Recordsets opened on it must be gone. The destructor does the same.
-  void Close();
+  /// For the engine's own classes. Raises 91 after Close.
+  const std::shared_ptr<Session>& TheSession() const;
 
  private:
-  friend class DBEngine;
-  Database(DBEngine& engine, std::shared_ptr<Connection> connection);
-  Connection& Open() const;
+  OpenedCatalogue& Open() const;
+  QString Translate(const QString& sql, Clashes clashes) const;
 
-  DBEngine& Engine;
-  std::shared_ptr<Connection> TheConnection;
+  std::shared_ptr<OpenedCatalogue> Catalogue;
+  int Affected = 0;
 };
 
 }  // namespace veldrin::engine

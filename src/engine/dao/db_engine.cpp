@@ -1,26 +1,22 @@
 #include "engine/dao/db_engine.h"
 
 #include <QCryptographicHash>
-#include <QFileInfo>
+#include <array>
 
-#include "engine/dao/connection.h"
-#include "engine/dao/errors.h"
+#include "base/runtime_error.h"
+#include "engine/opened_catalogue.h"
 
 namespace veldrin::engine {
 
 namespace {
 
-bool Accepts(const QString& workgroupFile, int lockTimeout, const QString& user, const QString& password) {
-  Connection workgroup(workgroupFile, lockTimeout);
-  return WithSqliteErrors([&] {
-    SQLite::Statement account(workgroup.Sqlite(), "SELECT Salt, PasswordHash FROM Accounts WHERE Name = ?");
-    account.bind(1, user.toStdString());
-    if (!account.executeStep()) return false;
-    const std::string salted = account.getColumn(0).getString() + password.toStdString();
-    const QByteArray hash =
-        QCryptographicHash::hash(QByteArray::fromStdString(salted), QCryptographicHash::Sha256);
-    return hash.toHex().toStdString() == account.getColumn(1).getString();
-  });
+bool Accepts(Session& workgroup, const QString& user, const QString& password) {
+  const RowSet account = workgroup.Rows(
+      QStringLiteral("SELECT Salt, PasswordHash FROM Accounts WHERE Name = ?"), std::array<Value, 1>{user});
+  if (account.Rows.empty()) return false;
+  const QString salted = account.Rows[0][0].toString() + password;
+  const QByteArray hash = QCryptographicHash::hash(salted.toUtf8(), QCryptographicHash::Sha256);
+  return QLatin1String(hash.toHex()) == account.Rows[0][1].toString();
 }
 
 }  // namespace
@@ -34,7 +30,7 @@ void DBEngine::LogOn() {
   if (account == LoggedOn) return;
   bool accepted = false;
   try {
-    accepted = Accepts(SystemDB, LockTimeout, DefaultUser, DefaultPassword);
+    accepted = Accepts(*OpenSession(SystemDB, LockTimeout), DefaultUser, DefaultPassword);
   } catch (const base::RuntimeError& error) {
     throw base::RuntimeError(
         base::errWorkgroupFileMissing,
@@ -50,17 +46,12 @@ void DBEngine::LogOn() {
 
 std::unique_ptr<Database> DBEngine::OpenDatabase(const QString& name) {
   LogOn();
-  std::shared_ptr<Connection> connection;
-  if (Idle && Idle->File() == name && Idle->IsCurrent()) {
-    connection = std::move(Idle);
+  if (Opened && Opened->File() == name) {
+    Opened->MakeCurrent(LockTimeout);
   } else {
-    connection = std::make_shared<Connection>(name, LockTimeout);
+    Opened = std::make_shared<OpenedCatalogue>(name, LockTimeout);
   }
-  Idle.reset();
-  connection->Sqlite().setBusyTimeout(LockTimeout);
-  return std::unique_ptr<Database>(new Database(*this, std::move(connection)));
+  return std::make_unique<Database>(Opened);
 }
-
-void DBEngine::Release(std::shared_ptr<Connection> connection) { Idle = std::move(connection); }
 
 }  // namespace veldrin::engine

@@ -25,18 +25,19 @@ class DBEngine {
   /// How many milliseconds a statement waits for another machine's lock before it raises 3260.
   int LockTimeout = 5000;
 
-  /// Opens an existing file, shared and read-write. Raises 3028 or 3029 when the workgroup file is missing or
-  /// refuses the default account, 3024, 3044 or 3343 when the file is missing or isn't a database.
+  /// Opens an existing file, shared and read-write. All who open the same file share one session, which stays
+  /// open: to open a file and its links costs more than most commands do. Raises 3028 or 3029 when the
+  /// workgroup file is missing or refuses the default account, 3024, 3044 or 3343 when the file is missing or
+  /// isn't a database.
   std::unique_ptr<Database> OpenDatabase(const QString& name);
 
- private:
-  friend class Database;
-  void LogOn();
-  void Release(std::shared_ptr<Connection> connection);
+  /// The next OpenDatabase begins anew, without the links and queries of the file opened before.
+  void Forget() { Opened.reset(); }
 
-  // The connection closed last, ready for the next command that opens the same file: opening a file and its
-  // links costs more than most commands do. It holds no lock and no transaction.
-  std::shared_ptr<Connection> Idle;
+ private:
+  void LogOn();
+
+  std::shared_ptr<OpenedCatalogue> Opened;
   QString LoggedOn;
 };
 

@@ -59,11 +59,11 @@ Value Recordset::Field(const QString& name) const {
     if (CurrentRow.empty())
       throw base::RuntimeError(base::errRecordDeleted, QStringLiteral("Record is deleted."));
   }
-  return CurrentRow[static_cast<size_t>(column)];
+  return CurrentRow[column];
 }
 
 qsizetype Recordset::ColumnOf(const QString& name) const {
-  const qsizetype column = FieldNames().indexOf(name);
+  const qsizetype column = ColumnAt(FieldNames(), name);
   if (column < 0) {
     throw base::RuntimeError(base::errItemNotFound,
                              QStringLiteral("Item not found in this collection: %1").arg(name));

@@ -1,25 +1,24 @@
 // A recordset that holds all its rows and can't be written. For short lists and single values.
 #pragma once
 
-#include "engine/dao/connection.h"
 #include "engine/dao/recordset.h"
+#include "engine/session.h"
 
 namespace veldrin::engine {
 
 class Snapshot : public Recordset {
  public:
-  Snapshot(Connection& connection, const QString& sql);
+  explicit Snapshot(RowSet rows) : Set(std::move(rows)) {}
 
-  int RecordCount() const override { return static_cast<int>(Rows.size()); }
-  QStringList FieldNames() const override { return Names; }
+  int RecordCount() const override { return static_cast<int>(Set.Rows.size()); }
+  QStringList FieldNames() const override { return Set.Names; }
   std::vector<std::vector<Value>> ReadRows(int first, int count) const override;
 
  protected:
   int FindPosition(const QString& criteria, int from) const override;
 
  private:
-  QStringList Names;
-  std::vector<std::vector<Value>> Rows;
+  RowSet Set;
 };
 
 }  // namespace veldrin::engine

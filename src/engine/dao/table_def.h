@@ -30,6 +30,23 @@ struct TableDef {
   QString SourceTableName;
   QVector<Field> Fields;
   QVector<Index> Indexes;
+
+  /// Empty for a table of its own.
+  QString LinkedFile() const {
+    static const QString database = QStringLiteral(";DATABASE=");
+    return Connect.startsWith(database) ? Connect.mid(database.size()) : QString();
+  }
+};
+
+/// A stored query: the rows of a table that a row of another table leads to, each once, where that other row
+/// meets the values of a one-row table.
+struct QueryDef {
+  QString Name;
+  QString RowsOf;     ///< the table whose rows it shows
+  QString Key;        ///< its numeric primary key, by which the links name its rows
+  QString Links;      ///< the table that leads to them, with a column of the same name
+  QString Parameter;  ///< the one-row table
+  QString Match;      ///< a condition on a row of Links and the row of Parameter
 };
 
 }  // namespace veldrin::engine

@@ -1,5 +1,7 @@
 #include "engine/dao/value.h"
 
+#include <algorithm>
+
 namespace veldrin::engine {
 
 namespace {
@@ -17,6 +19,12 @@ int NumberAt(const QString& text, qsizetype at, qsizetype digits) {
 }
 
 }  // namespace
+
+qsizetype ColumnAt(const QStringList& names, const QString& name) {
+  const auto at = std::ranges::find_if(
+      names, [&](const QString& other) { return other.compare(name, Qt::CaseInsensitive) == 0; });
+  return at == names.end() ? -1 : at - names.begin();
+}
 
 QString DateToStore(const QDateTime& date) { return date.toString(Form); }
 

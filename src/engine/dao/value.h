@@ -3,11 +3,15 @@
 
 #include <QDateTime>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
 
 namespace veldrin::engine {
 
 using Value = QVariant;
+
+/// A column's place by its name, without regard to case; -1 for one that isn't there.
+qsizetype ColumnAt(const QStringList& names, const QString& name);
 
 inline bool IsNull(const Value& value) { return !value.isValid(); }
 

@@ -7,6 +7,7 @@
 
 namespace veldrin::engine {
 
+/// By SQLite's result codes alone: its texts are for people.
 base::RuntimeError FromSqlite(const SQLite::Exception& error);
 
 /// Runs an operation on SQLite and raises its errors as RuntimeError.

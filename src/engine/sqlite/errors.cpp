@@ -1,4 +1,4 @@
-#include "engine/dao/errors.h"
+#include "engine/sqlite/errors.h"
 
 #include <sqlite3.h>
 
@@ -6,7 +6,7 @@ namespace veldrin::engine {
 
 namespace {
 
-int NumberOf(const SQLite::Exception& error, const QString& message) {
+int NumberOf(const SQLite::Exception& error) {
   switch (error.getErrorCode()) {
     case SQLITE_CONSTRAINT:
       return error.getExtendedErrorCode() == SQLITE_CONSTRAINT_CHECK ? base::errFieldTooSmall
@@ -23,23 +23,17 @@ int NumberOf(const SQLite::Exception& error, const QString& message) {
     case SQLITE_NOTADB:
     case SQLITE_CORRUPT:
       return base::errUnrecognizedFormat;
+    case SQLITE_FORMAT:
+      return base::errSyntax;  // Like on a number
     default:
-      break;
+      return base::errEngine;
   }
-  if (message.startsWith(QLatin1String("no such table"))) return base::errNoSuchTable;
-  if (message.startsWith(QLatin1String("no such column"))) return base::errTooFewParameters;
-  if (message.contains(QLatin1String("syntax error")) ||
-      message.startsWith(QLatin1String("incomplete input"))) {
-    return base::errSyntax;
-  }
-  return base::errEngine;
 }
 
 }  // namespace
 
 base::RuntimeError FromSqlite(const SQLite::Exception& error) {
-  const QString message = QString::fromUtf8(error.what());
-  return {NumberOf(error, message), message};
+  return {NumberOf(error), QString::fromUtf8(error.what())};
 }
 
 }  // namespace veldrin::engine

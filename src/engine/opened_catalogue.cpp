@@ -1,0 +1,170 @@
+#include "engine/opened_catalogue.h"
+
+#include <algorithm>
+#include <array>
+
+#include "engine/sql_dialect.h"
+
+namespace veldrin::engine {
+
+namespace {
+
+// The query's whole text, for snapshots.
+QString SqlOf(const QueryDef& query, const QStringList& columns) {
+  QStringList shown;
+  for (const QString& column : columns) shown << query.RowsOf + QLatin1Char('.') + column;
+  return QStringLiteral("SELECT DISTINCT %1 FROM (%2 INNER JOIN %3 ON %2.%4 = %3.%4) INNER JOIN %5 ON %6")
+      .arg(shown.join(QStringLiteral(", ")), query.RowsOf, query.Links, query.Key, query.Parameter,
+           query.Match);
+}
+
+void TellOf(Session& session, const QueryDef& query) {
+  const QString sql = SqlOf(query, session.ColumnsOf(query.RowsOf).Names);
+  session.CreateView(query.Name, TranslateStatement(sql, session.Sql()).Sql);
+}
+
+QString SelectKeys(const QString& table, const QString& key) {
+  return QStringLiteral("SELECT %1.%2 FROM %1").arg(table, key);
+}
+
+// The table of "T", "SELECT * FROM T" and "SELECT T.* FROM T"; empty for another shape.
+QString TableOf(const QString& head) {
+  const SqlTokens tokens = TokenizeSql(head);
+  if (tokens.empty()) return {};
+  const QString table = tokens.back().Content;
+  const auto is = [&](std::initializer_list<const char*> shape) {
+    return std::equal(tokens.begin(), tokens.end() - 1, shape.begin(), shape.end(),
+                      [&](const SqlToken& token, const char* word) {
+                        return *word == 'T' ? token.Content.compare(table, Qt::CaseInsensitive) == 0
+                                            : token.Is(word);
+                      });
+  };
+  const bool shown = is({}) || is({"SELECT", "*", "FROM"}) || is({"SELECT", "T", ".", "*", "FROM"});
+  return shown && tokens.back().Kind != SqlToken::Symbol ? table : QString();
+}
+
+}  // namespace
+
+OpenedCatalogue::OpenedCatalogue(const QString& file, int lockTimeout)
+    : TheFile(file), Current(OpenSession(file, lockTimeout)) {}
+
+void OpenedCatalogue::Append(const TableDef& table) {
+  if (table.LinkedFile().isEmpty()) return Current->Create(table);
+  Current->Link(table);
+  Links.push_back(table);
+}
+
+void OpenedCatalogue::CreateQueryDef(const QueryDef& query) {
+  TellOf(*Current, query);
+  Queries.push_back(query);
+}
+
+void OpenedCatalogue::MakeCurrent(int lockTimeout) {
+  if (!Current->IsCurrent()) {
+    std::shared_ptr<Session> fresh = OpenSession(TheFile, lockTimeout);
+    for (const TableDef& table : Links) fresh->Link(table);
+    for (const QueryDef& query : Queries) TellOf(*fresh, query);
+    Current = std::move(fresh);
+    Kept = {};
+  }
+  Current->SetLockTimeout(lockTimeout);
+}
+
+const QueryDef* OpenedCatalogue::FindQuery(const QString& name) const {
+  const auto found = std::ranges::find_if(
+      Queries, [&](const QueryDef& query) { return query.Name.compare(name, Qt::CaseInsensitive) == 0; });
+  return found == Queries.end() ? nullptr : &*found;
+}
+
+std::optional<KeySource> OpenedCatalogue::FindKeySource(const QString& sql) const {
+  const QString word = QStringLiteral(" WHERE ");
+  const qsizetype head = sql.indexOf(word, 0, Qt::CaseInsensitive);
+  const QString table = TableOf(sql.left(head));
+  if (table.isEmpty()) return std::nullopt;
+  const QString condition =
+      head < 0 ? QString() : TranslateCondition(sql.mid(head + word.size()), Current->Sql());
+  if (const QueryDef* query = FindQuery(table)) return LinkedKeys(*query, condition);
+  const TableColumns& columns = Current->ColumnsOf(table);
+  if (columns.Names.isEmpty()) RaiseNoSuchTable(table);
+  KeySource source;
+  source.Table = table;
+  source.Key = columns.Key;
+  source.KeySql = SelectKeys(table, columns.Key);
+  if (!condition.isEmpty()) source.KeySql += word + condition;
+  return source;
+}
+
+// Being distinct is a matter of keys alone, and without a condition the keys are read from the links, without
+// a look at the rows they lead to. The one-row table stands first and the range on the links follows it.
+KeySource OpenedCatalogue::LinkedKeys(const QueryDef& query, const QString& condition) const {
+  const QString linked =
+      QStringLiteral("SELECT %1.%2 FROM %3 CROSS JOIN %1 WHERE %4")
+          .arg(query.Links, query.Key, query.Parameter, TranslateCondition(query.Match, Current->Sql()));
+  KeySource source{query.RowsOf, query.Key, linked, condition.isEmpty(), query.Parameter};
+  // The links stand in a query of their own, so that a criterion's field names mean the table's alone.
+  if (!condition.isEmpty()) {
+    source.KeySql = SelectKeys(query.RowsOf, query.Key) +
+                    QStringLiteral(" WHERE %1.%2 IN (%3) AND ").arg(query.RowsOf, query.Key, linked) +
+                    condition;
+  }
+  return source;
+}
+
+bool OpenedCatalogue::IsLinked(const QString& table) const {
+  return std::ranges::any_of(Links, [&](const TableDef& link) {
+    return link.SourceTableName.compare(table, Qt::CaseInsensitive) == 0;
+  });
+}
+
+KeyList OpenedCatalogue::ReadKeys(const KeySource& source) {
+  // The version is one of the linked tables; short lists of the machine's own are not worth one.
+  const std::optional<quint64> version = IsLinked(source.Table) ? Current->Version() : std::nullopt;
+  QString name = source.KeySql;
+  if (!source.Parameter.isEmpty()) {
+    const RowSet parameter = Current->Rows(QStringLiteral("SELECT * FROM ") + source.Parameter);
+    for (const auto& row : parameter.Rows) {
+      for (const Value& value : row) name += QLatin1Char('\n') + value.toString();
+    }
+  }
+  if (version) {
+    if (KeyList kept = Kept.Find(name, *version)) return kept;
+  }
+  std::vector<int> keys = Current->Keys(source.KeySql);
+  if (!std::is_sorted(keys.begin(), keys.end())) std::sort(keys.begin(), keys.end());
+  keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
+  if (source.MayLackRows) keys = KeysWithRow(source, std::move(keys));
+  keys.shrink_to_fit();
+  KeyList list = std::make_shared<const std::vector<int>>(std::move(keys));
+  // What came in while it was read belongs to a later version.
+  if (version) Kept.Keep(name, *version, list);
+  return list;
+}
+
+// Keys that follow each other without a gap are counted in the table's key index in one go; the others are
+// looked up together.
+std::vector<int> OpenedCatalogue::KeysWithRow(const KeySource& source, std::vector<int> keys) const {
+  constexpr std::ptrdiff_t longRun = 32;
+  const QString count =
+      QStringLiteral("SELECT count(*) FROM %1 WHERE %2 BETWEEN ? AND ?").arg(source.Table, source.Key);
+  std::vector<int> kept;
+  std::vector<int> doubtful;
+  kept.reserve(keys.size());
+  for (auto first = keys.begin(); first != keys.end();) {
+    auto last = first + 1;
+    while (last != keys.end() && *last == *(last - 1) + 1) ++last;
+    const bool counted =
+        last - first >= longRun &&
+        Current->Keys(count, std::array<Value, 2>{*first, *(last - 1)}).front() == last - first;
+    (counted ? kept : doubtful).insert((counted ? kept : doubtful).end(), first, last);
+    first = last;
+  }
+  if (doubtful.empty()) return kept;
+  const QString look = QStringLiteral("SELECT %1 FROM %2 WHERE ").arg(source.Key, source.Table) +
+                       Current->Sql().IsOneOf(source.Key);
+  const std::vector<int> found = Current->Keys(look, std::array<Value, 1>{Current->Sql().ListOf(doubtful)});
+  kept.insert(kept.end(), found.begin(), found.end());
+  std::sort(kept.begin(), kept.end());
+  return kept;
+}
+
+}  // namespace veldrin::engine

@@ -1,0 +1,59 @@
+// The one session of a catalogue, and what a new one would have to be told when the files behind it are
+// replaced.
+#pragma once
+
+#include <QString>
+#include <memory>
+#include <optional>
+#include <vector>
+
+#include "engine/dao/table_def.h"
+#include "engine/key_cache.h"
+#include "engine/session.h"
+
+namespace veldrin::engine {
+
+/// Where the keys of a statement's rows come from.
+struct KeySource {
+  QString Table;   ///< the table whose rows the statement shows
+  QString Key;     ///< its numeric primary key; empty when it has none, and rows can only be added then
+  QString KeySql;  ///< the session's SQL: gives the keys, in any order and perhaps several times
+  bool MayLackRows = false;  ///< the keys come from another table and may lack a row in Table
+  QString Parameter;         ///< the one-row table whose values decide about the keys; may be empty
+};
+
+class OpenedCatalogue {
+ public:
+  OpenedCatalogue(const QString& file, int lockTimeout);
+
+  const QString& File() const { return TheFile; }
+  const std::shared_ptr<Session>& TheSession() const { return Current; }
+
+  void Append(const TableDef& table);
+  void CreateQueryDef(const QueryDef& query);
+
+  /// Where a file was replaced since it was opened, as by its backup, a new session is opened and told of the
+  /// links and queries. Raises what opening raises; the former session stays then.
+  void MakeCurrent(int lockTimeout);
+
+  /// Takes apart "T", "SELECT T.* FROM T WHERE ..." and "SELECT * FROM T WHERE ...", where T is a table or a
+  /// stored query. Nothing when the statement has another shape. Raises 3078 where T is neither.
+  std::optional<KeySource> FindKeySource(const QString& sql) const;
+
+  /// The keys of a source, in ascending order, each once.
+  KeyList ReadKeys(const KeySource& source);
+
+ private:
+  bool IsLinked(const QString& table) const;
+  const QueryDef* FindQuery(const QString& name) const;
+  KeySource LinkedKeys(const QueryDef& query, const QString& condition) const;
+  std::vector<int> KeysWithRow(const KeySource& source, std::vector<int> keys) const;
+
+  QString TheFile;
+  std::shared_ptr<Session> Current;
+  std::vector<TableDef> Links;
+  std::vector<QueryDef> Queries;
+  KeyCache Kept;
+};
+
+}  // namespace veldrin::engine

@@ -1,0 +1,269 @@
+#include "engine/sqlite/session.h"
+
+#include <sqlite3.h>
+#include <sys/stat.h>
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QRegularExpression>
+#include <QUrl>
+#include <array>
+
+#include "engine/sqlite/errors.h"
+#include "engine/sqlite/functions.h"
+#include "engine/sqlite/statement.h"
+
+namespace veldrin::engine {
+
+using base::RuntimeError;
+
+namespace {
+
+// Statements that name a photo's number differ from each other; what was used last is kept.
+constexpr int KeptStatements = 64;
+
+// Existing files only: an engine that makes a missing catalogue would hide its loss.
+std::string UriOf(const QString& file) {
+  return (QUrl::fromLocalFile(QFileInfo(file).absoluteFilePath()).toEncoded(QUrl::FullyEncoded) + "?mode=rw")
+      .toStdString();
+}
+
+void RequireFile(const QString& file) {
+  const QFileInfo info(file);
+  if (info.exists()) return;
+  if (info.dir().exists())
+    throw RuntimeError(base::errNoSuchFile, QStringLiteral("Could not find file '%1'.").arg(file));
+  throw RuntimeError(base::errBadPath, QStringLiteral("'%1' is not a valid path.").arg(file));
+}
+
+SQLite::Database OpenFile(const QString& file) {
+  RequireFile(file);
+  return WithSqliteErrors(
+      [&] { return SQLite::Database(UriOf(file), SQLite::OPEN_READWRITE | SQLite::OPEN_URI); });
+}
+
+QString QuoteName(const QString& name) {
+  QString quoted = name;
+  return QLatin1Char('"') + quoted.replace(QLatin1Char('"'), QLatin1String("\"\"")) + QLatin1Char('"');
+}
+
+QString ColumnSql(const Field& field) {
+  const QString name = QuoteName(field.Name);
+  switch (field.Type) {
+    case dbText:
+      return QStringLiteral("%1 TEXT(%2) CHECK (length(%1) <= %2)").arg(name).arg(field.Size);
+    case dbDate:
+      return name + QStringLiteral(" DATETIME");
+    case dbInteger:
+      return QStringLiteral("%1 INTEGER CHECK (%1 BETWEEN -32768 AND 32767)").arg(name);
+    case dbLong:
+      break;
+  }
+  return QStringLiteral("%1 INTEGER CHECK (%1 BETWEEN -2147483648 AND 2147483647)").arg(name);
+}
+
+QString TableSql(const TableDef& table) {
+  QStringList parts;
+  for (const Field& field : table.Fields) parts << ColumnSql(field);
+  for (const Index& index : table.Indexes) {
+    QStringList names;
+    for (const QString& field : index.Fields) names << QuoteName(field);
+    parts << QStringLiteral("CONSTRAINT %1 %2 (%3)")
+                 .arg(QuoteName(index.Name),
+                      index.Primary ? QStringLiteral("PRIMARY KEY") : QStringLiteral("UNIQUE"),
+                      names.join(QLatin1Char(',')));
+  }
+  return QStringLiteral("CREATE TABLE main.%1 (%2)").arg(QuoteName(table.Name), parts.join(QLatin1Char(',')));
+}
+
+}  // namespace
+
+void RaiseNoSuchTable(const QString& table) {
+  throw RuntimeError(base::errNoSuchTable, QStringLiteral("no such table: %1").arg(table));
+}
+
+std::unique_ptr<Session> OpenSession(const QString& file, int lockTimeout) {
+  return std::make_unique<SqliteSession>(file, lockTimeout);
+}
+
+QStringList FilesBeside(const QString& file) { return {file + QStringLiteral("-journal")}; }
+
+SqliteSession::SqliteSession(const QString& file, int lockTimeout)
+    : Db(OpenFile(file)), Statements(KeptStatements) {
+  Files.insert(file, {"main", IdentityOf(file)});
+  WithSqliteErrors([&] {
+    Db.setBusyTimeout(lockTimeout);
+    CheckFormat("main", file);
+    // The opened file itself is the working copy, which is made anew at each start: it needs no durability.
+    Db.exec("PRAGMA main.synchronous=OFF; PRAGMA main.journal_mode=MEMORY; PRAGMA temp_store=MEMORY");
+    AddFunctions(Db.getHandle());
+  });
+}
+
+// --- files ------------------------------------------------------------------------------------------------
+
+SqliteSession::Identity SqliteSession::IdentityOf(const QString& file) {
+  struct stat status {};
+  if (::stat(QFile::encodeName(file).constData(), &status) != 0) return {};
+  return {status.st_dev, status.st_ino};
+}
+
+bool SqliteSession::IsCurrent() const {
+  for (auto file = Files.begin(); file != Files.end(); ++file) {
+    if (IdentityOf(file.key()) != file->Is) return false;
+  }
+  return true;
+}
+
+// The header names the program and the number of pages: a file of another program and one that was cut short
+// are refused here, before a statement comes upon the damage.
+void SqliteSession::CheckFormat(const std::string& alias, const QString& file) {
+  const qint64 bytes = Db.execAndGet("PRAGMA " + alias + ".page_count").getInt64() *
+                       Db.execAndGet("PRAGMA " + alias + ".page_size").getInt64();
+  const int id = Db.execAndGet("PRAGMA " + alias + ".application_id").getInt();
+  if (id != ApplicationId || QFileInfo(file).size() < bytes) {
+    throw RuntimeError(base::errUnrecognizedFormat,
+                       QStringLiteral("Unrecognized database format '%1'.").arg(file));
+  }
+}
+
+void SqliteSession::Attach(const QString& file) {
+  if (Files.contains(file)) return;
+  RequireFile(file);
+  const std::string alias = "linked" + std::to_string(Files.size());
+  SQLite::Statement attach(Db, "ATTACH ? AS " + alias);
+  attach.bind(1, UriOf(file));
+  attach.executeStep();
+  CheckFormat(alias, file);
+  // The linked file is the permanent one, perhaps on a network: a rollback journal, and every write flushed,
+  // the end of its journal too. Otherwise a machine that goes down might take back what was told as stored.
+  Db.exec("PRAGMA " + alias + ".synchronous=EXTRA; PRAGMA " + alias + ".journal_mode=DELETE");
+  Files.insert(file, {alias, IdentityOf(file)});
+}
+
+std::optional<quint64> SqliteSession::Version() {
+  if (InGroup()) return std::nullopt;
+  quint64 version = 0;
+  for (const OpenedFile& file : std::as_const(Files)) {
+    if (file.Alias == "main") continue;
+    // The pragma looks at the file; its own number leaves out what this session wrote, the pager's counts
+    // that too.
+    StatementUse(Prepare(QStringLiteral("PRAGMA %1.data_version").arg(QString::fromStdString(file.Alias))),
+                 {})
+        .Step();
+    unsigned count = 0;
+    sqlite3_file_control(Db.getHandle(), file.Alias.c_str(), SQLITE_FCNTL_DATA_VERSION, &count);
+    version = (version << 32) ^ count;
+  }
+  return version;
+}
+
+void SqliteSession::SetLockTimeout(int milliseconds) { Db.setBusyTimeout(milliseconds); }
+
+// --- statements -------------------------------------------------------------------------------------------
+
+// What the program hands on is known to be a statement of tables that are there: what SQLite can't prepare of
+// it names a column that isn't.
+std::shared_ptr<sqlite3_stmt> SqliteSession::Prepare(const QString& sql) {
+  const auto* kept = Statements.object(sql);
+  if (kept != nullptr && sqlite3_stmt_busy(kept->get()) == 0) return *kept;
+  sqlite3_stmt* raw = nullptr;
+  const QByteArray text = sql.toUtf8();
+  const int result = sqlite3_prepare_v3(Db.getHandle(), text.constData(), static_cast<int>(text.size()),
+                                        SQLITE_PREPARE_PERSISTENT, &raw, nullptr);
+  if (result == SQLITE_ERROR)
+    throw RuntimeError(base::errTooFewParameters, QString::fromUtf8(sqlite3_errmsg(Db.getHandle())));
+  if (result != SQLITE_OK) throw FromSqlite(SQLite::Exception(Db.getHandle(), result));
+  std::shared_ptr<sqlite3_stmt> statement(raw, sqlite3_finalize);
+  Statements.insert(sql, new std::shared_ptr<sqlite3_stmt>(statement));
+  return statement;
+}
+
+std::vector<int> SqliteSession::Keys(const QString& sql, std::span<const Value> parameters) {
+  StatementUse statement(Prepare(sql), parameters);
+  std::vector<int> keys;
+  while (statement.Step()) keys.push_back(statement.Number(0));
+  return keys;
+}
+
+RowSet SqliteSession::Rows(const QString& sql, std::span<const Value> parameters) {
+  StatementUse statement(Prepare(sql), parameters);
+  RowSet set;
+  const int columns = statement.Columns();
+  std::vector<bool> isDate;
+  for (int i = 0; i < columns; ++i) {
+    set.Names << statement.Name(i);
+    isDate.push_back(statement.IsDate(i));
+  }
+  while (statement.Step()) {
+    auto& row = set.Rows.emplace_back();
+    row.reserve(columns);
+    for (int i = 0; i < columns; ++i) row.push_back(statement.Read(i, isDate[i]));
+  }
+  return set;
+}
+
+int SqliteSession::Execute(const QString& sql, std::span<const Value> parameters) {
+  StatementUse statement(Prepare(sql), parameters);
+  while (statement.Step()) {
+  }
+  return sqlite3_changes(Db.getHandle());
+}
+
+bool SqliteSession::InGroup() const { return sqlite3_get_autocommit(Db.getHandle()) == 0; }
+
+void SqliteSession::Begin(Writes writes) {
+  Execute(writes == Writes::Catalogue ? QStringLiteral("BEGIN IMMEDIATE") : QStringLiteral("BEGIN"), {});
+}
+
+void SqliteSession::Commit() { Execute(QStringLiteral("COMMIT"), {}); }
+
+void SqliteSession::Rollback() noexcept { Db.tryExec("ROLLBACK"); }
+
+// --- definitions ------------------------------------------------------------------------------------------
+
+const TableColumns& SqliteSession::ColumnsOf(const QString& table) {
+  TableColumns& known = Tables[table.toLower()];
+  if (known.Names.isEmpty()) known = ReadColumns(table);
+  return known;
+}
+
+TableColumns SqliteSession::ReadColumns(const QString& table) {
+  static const QRegularExpression textSize(QStringLiteral(R"(^TEXT\((\d+)\)$)"));
+  StatementUse rows(Prepare(QStringLiteral("SELECT name, type, pk FROM pragma_table_info(?)")),
+                    std::array<Value, 1>{table});
+  TableColumns columns;
+  int keyColumns = 0;
+  while (rows.Step()) {
+    const QString type = rows.Read(1, false).toString();
+    columns.Names << rows.Read(0, false).toString();
+    columns.IsDate.push_back(type == QLatin1String("DATETIME"));
+    columns.Sizes.push_back(textSize.match(type).captured(1).toInt());
+    if (rows.Number(2) == 0) continue;
+    ++keyColumns;
+    if (type == QLatin1String("INTEGER")) columns.Key = columns.Names.last();
+  }
+  if (keyColumns != 1) columns.Key.clear();
+  return columns;
+}
+
+void SqliteSession::Create(const TableDef& table) {
+  WithSqliteErrors([&] { Db.exec(TableSql(table).toStdString()); });
+}
+
+void SqliteSession::Link(const TableDef& table) {
+  WithSqliteErrors([&] {
+    Attach(table.LinkedFile());
+    if (ColumnsOf(table.SourceTableName).Names.isEmpty()) RaiseNoSuchTable(table.SourceTableName);
+    // Reading one row finds a file that was cut short.
+    Rows(QStringLiteral("SELECT * FROM %1 LIMIT 1").arg(QuoteName(table.SourceTableName)), {});
+  });
+}
+
+// A view of SQLite's reads one file only, so a query over linked tables is a temporary view of the session.
+void SqliteSession::CreateView(const QString& name, const QString& sql) {
+  WithSqliteErrors([&] { Db.exec(("CREATE TEMP VIEW " + QuoteName(name) + " AS " + sql).toStdString()); });
+}
+
+}  // namespace veldrin::engine

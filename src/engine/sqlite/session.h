@@ -1,0 +1,70 @@
+// A catalogue in SQLite files: the opened one, which is the machine's own, and those that it links.
+#pragma once
+
+#include <SQLiteCpp/SQLiteCpp.h>
+
+#include <QCache>
+#include <QMap>
+#include <map>
+
+#include "engine/session.h"
+#include "engine/sqlite/dialect.h"
+
+struct sqlite3_stmt;
+
+namespace veldrin::engine {
+
+/// Written into the header of every database file of the program.
+constexpr int ApplicationId = 0x56454C44;
+
+class SqliteSession : public Session {
+ public:
+  SqliteSession(const QString& file, int lockTimeout);
+
+  std::vector<int> Keys(const QString& sql, std::span<const Value> parameters) override;
+  RowSet Rows(const QString& sql, std::span<const Value> parameters) override;
+  int Execute(const QString& sql, std::span<const Value> parameters) override;
+  const TableColumns& ColumnsOf(const QString& table) override;
+  void Begin(Writes writes) override;
+  void Commit() override;
+  void Rollback() noexcept override;
+  void Create(const TableDef& table) override;
+  void Link(const TableDef& table) override;
+  void CreateView(const QString& name, const QString& sql) override;
+  const Dialect& Sql() const override { return TheDialect; }
+  bool IsCurrent() const override;
+  std::optional<quint64> Version() override;
+  void SetLockTimeout(int milliseconds) override;
+
+  /// For tests of what reaches SQLite.
+  SQLite::Database& Sqlite() { return Db; }
+
+ private:
+  /// Which file stands behind a name.
+  struct Identity {
+    quint64 Device = 0;
+    quint64 Inode = 0;
+    bool operator==(const Identity&) const = default;
+  };
+  static Identity IdentityOf(const QString& file);
+
+  /// A file under the name by which statements know it.
+  struct OpenedFile {
+    std::string Alias;
+    Identity Is;
+  };
+
+  void CheckFormat(const std::string& alias, const QString& file);
+  void Attach(const QString& file);
+  bool InGroup() const;
+  TableColumns ReadColumns(const QString& table);
+  std::shared_ptr<sqlite3_stmt> Prepare(const QString& sql);
+
+  const SqliteDialect TheDialect;
+  SQLite::Database Db;
+  QMap<QString, OpenedFile> Files;         ///< by path
+  std::map<QString, TableColumns> Tables;  ///< by name in small letters
+  QCache<QString, std::shared_ptr<sqlite3_stmt>> Statements;
+};
+
+}  // namespace veldrin::engine
