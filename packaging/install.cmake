@@ -18,7 +18,7 @@ install(TARGETS veldrin RUNTIME)
 install(DIRECTORY ${READY_MADE_DIR} DESTINATION ${CMAKE_INSTALL_DATADIR}/veldrin)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/help DESTINATION ${CMAKE_INSTALL_DATADIR}/veldrin)
 install(FILES packaging/veldrin.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)
-install(FILES packaging/veldrin.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
+install(FILES resources/veldrin.svg DESTINATION ${CMAKE_INSTALL_DATADIR}/icons/hicolor/scalable/apps)
 
 set(CPACK_GENERATOR DEB)
 set(CPACK_PACKAGE_NAME veldrin)

@@ -1,10 +1,11 @@
 #include "browse/data_navigator.h"
 
-#include <QIcon>
 #include <QPainter>
+#include <QToolButton>
 #include <algorithm>
 
 #include "base/failure.h"
+#include "controls/navigator.h"
 
 namespace veldrin::browse {
 
@@ -14,32 +15,23 @@ constexpr int ButtonWidth = 17;  // pixels
 
 }  // namespace
 
-DataNavigator::DataNavigator(catalogue::RecordList& data1, QWidget* parent)
-    : QWidget(parent),
-      Data1(data1),
-      First(MakeButton("go-first", QStringLiteral("First Record"))),
-      Previous(MakeButton("go-previous", QStringLiteral("Previous Record"))),
-      Next(MakeButton("go-next", QStringLiteral("Next Record"))),
-      Last(MakeButton("go-last", QStringLiteral("Last Record"))) {
+DataNavigator::DataNavigator(catalogue::RecordList& data1, QWidget* parent) : QWidget(parent), Data1(data1) {
   setObjectName(QStringLiteral("Data1"));
-  connect(First, &QToolButton::clicked, this, [this] { Step(0); });
-  connect(Previous, &QToolButton::clicked, this, [this] { Step(Data1.AbsolutePosition() - 1); });
-  connect(Next, &QToolButton::clicked, this, [this] { Step(Data1.AbsolutePosition() + 1); });
-  connect(Last, &QToolButton::clicked, this, [this] { Step(Data1.RecordCount() - 1); });
-}
-
-QToolButton* DataNavigator::MakeButton(const char* icon, const QString& tip) {
-  auto* button = new QToolButton(this);
-  button->setIcon(QIcon::fromTheme(QLatin1String(icon)));
-  button->setIconSize(QSize(12, 12));
-  button->setToolTip(tip);
-  button->setAutoRaise(true);
-  button->setAutoRepeat(true);
-  return button;
+  const controls::NavigatorStep<DataNavigator> steps[] = {
+      {"", "First Record", &DataNavigator::First_Click},
+      {"", "Previous Record", &DataNavigator::Previous_Click},
+      {"", "Next Record", &DataNavigator::Next_Click},
+      {"", "Last Record", &DataNavigator::Last_Click}};
+  Buttons = controls::MakeNavigator<QToolButton>(*this, *this, steps);
+  for (QToolButton* button : Buttons) {
+    button->setIconSize(QSize(12, 12));
+    button->setAutoRaise(true);
+    button->setAutoRepeat(true);
+  }
 }
 
 // Past either end of the list there is nowhere to go.
-void DataNavigator::Step(int position) {
+void DataNavigator::MoveTo(int position) {
   base::ResumeNext([&] { Data1.SetAbsolutePosition(position); });
 }
 
@@ -53,10 +45,9 @@ QRect DataNavigator::CaptionRect() const {
 }
 
 void DataNavigator::resizeEvent(QResizeEvent*) {
-  First->setGeometry(1, 1, ButtonWidth, height() - 2);
-  Previous->setGeometry(1 + ButtonWidth, 1, ButtonWidth, height() - 2);
-  Next->setGeometry(width() - 1 - 2 * ButtonWidth, 1, ButtonWidth, height() - 2);
-  Last->setGeometry(width() - 1 - ButtonWidth, 1, ButtonWidth, height() - 2);
+  const int right = width() - 1;
+  const int lefts[] = {1, 1 + ButtonWidth, right - 2 * ButtonWidth, right - ButtonWidth};
+  for (int i = 0; i < 4; ++i) Buttons[i]->setGeometry(lefts[i], 1, ButtonWidth, height() - 2);
 }
 
 void DataNavigator::paintEvent(QPaintEvent*) {

@@ -2,10 +2,12 @@
 // record.
 #pragma once
 
-#include <QToolButton>
 #include <QWidget>
+#include <array>
 
 #include "catalogue/record_list.h"
+
+class QToolButton;
 
 namespace veldrin::browse {
 
@@ -21,16 +23,16 @@ class DataNavigator : public QWidget {
   void resizeEvent(QResizeEvent* event) override;
 
  private:
-  QToolButton* MakeButton(const char* icon, const QString& tip);
-  void Step(int position);
+  void First_Click() { MoveTo(0); }
+  void Previous_Click() { MoveTo(Data1.AbsolutePosition() - 1); }
+  void Next_Click() { MoveTo(Data1.AbsolutePosition() + 1); }
+  void Last_Click() { MoveTo(Data1.RecordCount() - 1); }
+  void MoveTo(int position);
   QRect CaptionRect() const;
 
   catalogue::RecordList& Data1;
   QString TheCaption;
-  QToolButton* First;
-  QToolButton* Previous;
-  QToolButton* Next;
-  QToolButton* Last;
+  std::array<QToolButton*, 4> Buttons{};
 };
 
 }  // namespace veldrin::browse

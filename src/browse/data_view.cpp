@@ -4,12 +4,14 @@
 
 #include "base/failure.h"
 #include "catalogue/image_store.h"
+#include "controls/named.h"
 #include "controls/panel_size.h"
 #include "controls/twips.h"
 
 namespace veldrin::browse {
 
 using controls::MoveTwips;
+using controls::Named;
 
 namespace {
 
@@ -20,40 +22,35 @@ constexpr int NoteMargin = 6;  // pixels
 DataView::DataView(catalogue::RecordList& data1, const catalogue::Paths& paths, QWidget* parent)
     : QWidget(parent), Data1(data1), ThePaths(paths), Grid(new RecordGrid(data1, this)) {
   setObjectName(QStringLiteral("TabPannel(0)"));
-  MoveTwips(*Grid, 0, 0, controls::BrowserWidth, controls::PanelHeight);
+  MoveTwips(*Grid, 0, 0, controls::ListWidth, controls::PanelHeight);
   MakePreview();
   MakeButtons();
   MakeQueryNote();
 }
 
 void DataView::MakePreview() {
-  auto* panel = new QFrame(this);
-  panel->setObjectName(QStringLiteral("OnOffPannel"));
+  QFrame* panel = Named(new QFrame(this), "OnOffPannel");
   panel->setFrameShape(QFrame::StyledPanel);
   MoveTwips(*panel, 8400, 120, 3855, 735);
-  auto* title = new QLabel(QStringLiteral("IMAGE PREVIEW"), panel);
-  title->setObjectName(QStringLiteral("lblPreview"));
+  QLabel* title = Named(new QLabel(QStringLiteral("IMAGE PREVIEW"), panel), "lblPreview");
   title->setAlignment(Qt::AlignCenter);
   MoveTwips(*title, 0, 45, 3855, 270);
-  PreviewOn = new QRadioButton(QStringLiteral("On"), panel);
-  PreviewOff = new QRadioButton(QStringLiteral("Off"), panel);
-  PreviewOn->setObjectName(QStringLiteral("PreviewOption(0)"));
-  PreviewOff->setObjectName(QStringLiteral("PreviewOption(1)"));
+  PreviewOn = Named(new QRadioButton(QStringLiteral("On"), panel), "PreviewOption(0)");
+  PreviewOff = Named(new QRadioButton(QStringLiteral("Off"), panel), "PreviewOption(1)");
   // A little higher than its text needs, so that the button's circle isn't cut.
   MoveTwips(*PreviewOn, 720, 330, 732, 270);
   MoveTwips(*PreviewOff, 2640, 330, 732, 270);
   connect(PreviewOn, &QRadioButton::toggled, this, [this](bool on) { PreviewOption_Click(on ? 0 : 1); });
 
-  picPreview = new QWidget(this);
-  picPreview->setObjectName(QStringLiteral("picPreview"));
+  picPreview = Named(new QWidget(this), "picPreview");
   picPreview->setAutoFillBackground(true);
   picPreview->setPalette(QPalette(Qt::black));
   MoveTwips(*picPreview, 8400, 1080, 3855, 2895);
   ImgPreview = new controls::FittedImage(QStringLiteral("ImgPreview"), *picPreview);
   connect(ImgPreview, &controls::FittedImage::DblClick, this, &DataView::ImgPreview_DblClick);
 
-  auto* info = new QLabel(QStringLiteral("DOUBLE CLICK ON THE IMAGE TO VIEW, EDIT OR PRINT"), this);
-  info->setObjectName(QStringLiteral("lblInfo"));
+  QLabel* info =
+      Named(new QLabel(QStringLiteral("DOUBLE CLICK ON THE IMAGE TO VIEW, EDIT OR PRINT"), this), "lblInfo");
   info->setAlignment(Qt::AlignCenter);
   info->setWordWrap(true);
   QFont small = info->font();
@@ -82,16 +79,13 @@ void DataView::MakeButtons() {
                                  {"WebBttn", "Make &Web", 0, 4},
                                  {"PrintBttn", "Print &Report", 1, 4}};
   for (const Place& place : places) {
-    auto* button = new QPushButton(QLatin1String(place.Caption), this);
-    button->setObjectName(QLatin1String(place.Name));
-    MoveTwips(*button, place.Column == 1 ? 10380 : 8400, 4515 + 435 * place.Row,
-              place.Column == 2 ? 3855 : 1875, 390);
+    MoveTwips(*Named(new QPushButton(QLatin1String(place.Caption), this), place.Name),
+              place.Column == 1 ? 10380 : 8400, 4515 + 435 * place.Row, place.Column == 2 ? 3855 : 1875, 390);
   }
 }
 
 void DataView::MakeQueryNote() {
-  lblQuery = new QLabel(this);
-  lblQuery->setObjectName(QStringLiteral("lblQuery"));
+  lblQuery = Named(new QLabel(this), "lblQuery");
   lblQuery->setTextFormat(Qt::PlainText);
   lblQuery->setFrameShape(QFrame::StyledPanel);
   lblQuery->setMargin(NoteMargin);
@@ -118,9 +112,7 @@ void DataView::SetQueryNote(const QStringList& lines) {
 }
 
 QPushButton& DataView::Button(const char* name) const {
-  auto* button = findChild<QPushButton*>(QLatin1String(name));
-  Q_ASSERT(button != nullptr);
-  return *button;
+  return controls::Get<QPushButton>(*this, QLatin1String(name));
 }
 
 void DataView::SetContentHeight(int pixels) { Grid->resize(Grid->width(), pixels); }

@@ -147,7 +147,7 @@ void RecordGrid::SelectTo(int row) {
   const int anchor = std::min(Anchor, Data1.RecordCount() - 1);
   const int first = std::min(anchor, row);
   const int last = std::max(anchor, row);
-  std::vector<int> bookmarks(static_cast<size_t>(last - first + 1));
+  std::vector<int> bookmarks(last - first + 1);
   std::iota(bookmarks.begin(), bookmarks.end(), first);
   for (int& bookmark : bookmarks) bookmark = Data1.BookmarkAt(bookmark);
   Data1.SelBookmarks.Replace(std::move(bookmarks));

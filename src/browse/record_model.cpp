@@ -1,6 +1,8 @@
 #include "browse/record_model.h"
 
 #include <algorithm>
+#include <iterator>
+#include <utility>
 
 #include "base/dates.h"
 #include "base/failure.h"
@@ -53,16 +55,16 @@ int RecordModel::columnCount(const QModelIndex& parent) const {
 // The fields of a photo stand in the order of the columns. A row that has gone shows empty.
 const engine::Value& RecordModel::Field(int row, int column) const {
   static const engine::Value null;
-  if (row < FirstRow || row >= FirstRow + static_cast<int>(Rows.size())) {
+  if (row < FirstRow || row >= FirstRow + std::ssize(Rows)) {
     FirstRow = std::max(0, row - RowsBefore);
     // Rows that can't be read, as while another machine writes, show empty until the user moves on: asking
     // for them cell by cell would wait for each.
     const int count = std::min(RowsPerPage, Data1.RecordCount() - FirstRow);
-    Rows.assign(static_cast<size_t>(count), {});
+    Rows.assign(count, {});
     ReadFailed = !base::ResumeNext([&] { Rows = Data1.Recordset().ReadRows(FirstRow, count); });
   }
-  const auto at = static_cast<size_t>(row - FirstRow);
-  return at < Rows.size() && !Rows[at].empty() ? Rows[at][static_cast<size_t>(column)] : null;
+  const int at = row - FirstRow;
+  return at < std::ssize(Rows) && !Rows[at].empty() ? Rows[at][column] : null;
 }
 
 QVariant RecordModel::TextOf(const QModelIndex& index) const {
@@ -84,7 +86,7 @@ QVariant RecordModel::data(const QModelIndex& index, int role) const {
 
 QVariant RecordModel::headerData(int section, Qt::Orientation orientation, int role) const {
   if (orientation != Qt::Horizontal || role != Qt::DisplayRole) return {};
-  return QString::fromLatin1(GridColumns()[static_cast<size_t>(section)].Heading);
+  return QString::fromLatin1(GridColumns()[section].Heading);
 }
 
 }  // namespace veldrin::browse

@@ -32,7 +32,7 @@ QString ArrayName(const char* name, int index) {
 
 int TitleTop(int cell) {
   // The title of the third cell stands a little higher than the others.
-  return cell == 2 ? 2160 : RowTop[static_cast<size_t>(cell / CellsPerRow)] + TitleBelowTop;
+  return cell == 2 ? 2160 : RowTop[cell / CellsPerRow] + TitleBelowTop;
 }
 
 ThumbCaption* MakeTitle(QWidget& panel) {
@@ -82,29 +82,26 @@ void PictureCell::mousePressEvent(QMouseEvent* event) {
 
 ThumbnailCells::ThumbnailCells(QWidget& panel) {
   for (int i = 0; i < CellCount; ++i) {
-    const auto at = static_cast<size_t>(i);
-    shpMark[at] = new Shape(MarkBorder, MarkMargin, MarkDesignColor, &panel);
-    shpMark[at]->setObjectName(ArrayName("shpMark", i));
+    shpMark[i] = new Shape(MarkBorder, MarkMargin, MarkDesignColor, &panel);
+    shpMark[i]->setObjectName(ArrayName("shpMark", i));
   }
   shpThumb = new Shape(FocusBorder, FocusMargin, DimmedColor, &panel);
   shpThumb->setObjectName(QStringLiteral("shpThumb"));
 
   for (int i = 0; i < CellCount; ++i) {
-    const auto at = static_cast<size_t>(i);
-    const int left = ColumnLeft[static_cast<size_t>(i % CellsPerRow)];
-    ThumbTitle[at] = MakeTitle(panel);
-    ThumbTitle[at]->setObjectName(ArrayName("ThumbTitle", i));
-    controls::MoveTwips(*ThumbTitle[at], left, TitleTop(i), ThumbnailBox.Width, TitleHeight);
+    const int left = ColumnLeft[i % CellsPerRow];
+    ThumbTitle[i] = MakeTitle(panel);
+    ThumbTitle[i]->setObjectName(ArrayName("ThumbTitle", i));
+    controls::MoveTwips(*ThumbTitle[i], left, TitleTop(i), ThumbnailBox.Width, TitleHeight);
 
-    picThumb[at] = new PictureCell(&panel);
-    picThumb[at]->setObjectName(ArrayName("picThumb", i));
-    controls::MoveTwips(*picThumb[at], left, RowTop[static_cast<size_t>(i / CellsPerRow)], ThumbnailBox.Width,
-                        ThumbnailBox.Height);
-    shpMark[at]->Surround(*picThumb[at]);
+    picThumb[i] = new PictureCell(&panel);
+    picThumb[i]->setObjectName(ArrayName("picThumb", i));
+    controls::MoveTwips(*picThumb[i], left, RowTop[i / CellsPerRow], ThumbnailBox.Width, ThumbnailBox.Height);
+    shpMark[i]->Surround(*picThumb[i]);
 
-    ImgThumb[at] = new ThumbImage(picThumb[at]);
-    ImgThumb[at]->setObjectName(ArrayName("ImgThumb", i));
-    ImgThumb[at]->setScaledContents(true);
+    ImgThumb[i] = new ThumbImage(picThumb[i]);
+    ImgThumb[i]->setObjectName(ArrayName("ImgThumb", i));
+    ImgThumb[i]->setScaledContents(true);
   }
   shpThumb->Surround(*picThumb[0]);
 }
@@ -115,12 +112,12 @@ void ThumbnailCells::HideFrames() {
 }
 
 void ThumbnailCells::Clear(int cell) {
-  picThumb[static_cast<size_t>(cell)]->hide();
-  ThumbTitle[static_cast<size_t>(cell)]->SetCaption({});
+  picThumb[cell]->hide();
+  ThumbTitle[cell]->SetCaption({});
 }
 
 void ThumbnailCells::ShowPicture(int cell, const QImage& thumbnail, int width, int height) {
-  ThumbImage& image = *ImgThumb[static_cast<size_t>(cell)];
+  ThumbImage& image = *ImgThumb[cell];
   image.setPixmap(QPixmap::fromImage(thumbnail));
   controls::MoveTwips(image, pictures::Centre(ThumbnailBox.Width, width),
                       pictures::Centre(ThumbnailBox.Height, height), width, height);

@@ -1,13 +1,13 @@
 #include "browse/thumbnail_page.h"
 
 #include <QFileInfo>
-#include <QIcon>
 #include <QMouseEvent>
 #include <algorithm>
 
 #include "base/failure.h"
-#include "browse/external_viewing.h"
+#include "browse/external_viewer.h"
 #include "catalogue/image_store.h"
+#include "controls/navigator.h"
 #include "controls/panel_size.h"
 #include "controls/twips.h"
 #include "pictures/picture.h"
@@ -16,7 +16,6 @@ namespace veldrin::browse {
 
 using base::EndSilently;
 using base::ResumeNext;
-using catalogue::RepositionGuard;
 
 namespace {
 
@@ -32,14 +31,13 @@ ThumbnailPage::ThumbnailPage(catalogue::RecordList& data1, engine::DBEngine& eng
       Engine(engine),
       ThePaths(paths),
       Cells(*this),
-      Scroll(new QScrollBar(Qt::Vertical, this)),
+      Scroll(controls::Named(new QScrollBar(Qt::Vertical, this), "ThumbVScroll")),
       TheMarkColor(Cells.shpMark[0]->BorderColor()) {
   setObjectName(QStringLiteral("ThumbPannel"));
   setAutoFillBackground(true);
   setPalette(QPalette(QColor(0x4f, 0x6d, 0x8c)));
-  controls::MoveTwips(*this, 0, 0, controls::BrowserWidth, controls::PanelHeight);
+  controls::MoveTwips(*this, 0, 0, controls::ListWidth, controls::PanelHeight);
 
-  Scroll->setObjectName(QStringLiteral("ThumbVScroll"));
   Scroll->setFocusPolicy(Qt::NoFocus);
   Scroll->setSingleStep(1);
   Scroll->setPageStep(1);
@@ -52,37 +50,24 @@ ThumbnailPage::ThumbnailPage(catalogue::RecordList& data1, engine::DBEngine& eng
 }
 
 void ThumbnailPage::ConnectCell(int cell) {
-  const auto at = static_cast<size_t>(cell);
-  connect(Cells.picThumb[at], &PictureCell::GotFocus, this, [this, cell] { picThumb_GotFocus(cell); });
-  connect(Cells.picThumb[at], &PictureCell::LostFocus, this, [this] { picThumb_LostFocus(); });
-  connect(Cells.picThumb[at], &PictureCell::KeyUp, this,
+  connect(Cells.picThumb[cell], &PictureCell::GotFocus, this, [this, cell] { picThumb_GotFocus(cell); });
+  connect(Cells.picThumb[cell], &PictureCell::LostFocus, this, [this] { picThumb_LostFocus(); });
+  connect(Cells.picThumb[cell], &PictureCell::KeyUp, this,
           [this, cell](int key) { picThumb_KeyUp(cell, key); });
-  Cells.ImgThumb[at]->MouseDown = [this](QMouseEvent* event) { ImgThumb_MouseDown(*event); };
-  Cells.ImgThumb[at]->MouseUp = [this, cell](QMouseEvent* event) { ImgThumb_MouseUp(cell, *event); };
-  Cells.ThumbTitle[at]->MouseDown = [this](QMouseEvent* event) { ShowRecordMenu(*event); };
-}
-
-QPushButton* ThumbnailPage::MakeButton(const char* name, const char* icon, const QString& tip, int left) {
-  auto* button = new QPushButton(parentWidget());
-  button->setObjectName(QLatin1String(name));
-  button->setIcon(QIcon::fromTheme(QLatin1String(icon)));
-  button->setToolTip(tip);
-  button->setAccessibleName(tip);
-  controls::MoveTwips(*button, left, 7215, 885, 420);
-  button->hide();
-  Buttons.push_back(button);
-  return button;
+  Cells.ImgThumb[cell]->MouseDown = [this](QMouseEvent* event) { ImgThumb_MouseDown(*event); };
+  Cells.ImgThumb[cell]->MouseUp = [this, cell](QMouseEvent* event) { ImgThumb_MouseUp(cell, *event); };
+  Cells.ThumbTitle[cell]->MouseDown = [this](QMouseEvent* event) { ShowRecordMenu(*event); };
 }
 
 void ThumbnailPage::MakeButtons() {
-  connect(MakeButton("bttnFirst", "go-first", QStringLiteral("First Page"), 8400), &QPushButton::clicked,
-          this, &ThumbnailPage::bttnFirst_Click);
-  connect(MakeButton("bttnPrevious", "go-previous", QStringLiteral("Previous Photo"), 9390),
-          &QPushButton::clicked, this, &ThumbnailPage::bttnPrevious_Click);
-  connect(MakeButton("bttnNext", "go-next", QStringLiteral("Next Photo"), 10380), &QPushButton::clicked, this,
-          &ThumbnailPage::bttnNext_Click);
-  connect(MakeButton("bttnLast", "go-last", QStringLiteral("Last Page"), 11370), &QPushButton::clicked, this,
-          &ThumbnailPage::bttnLast_Click);
+  const controls::NavigatorStep<ThumbnailPage> steps[] = {
+      {"bttnFirst", "First Page", &ThumbnailPage::bttnFirst_Click},
+      {"bttnPrevious", "Previous Photo", &ThumbnailPage::bttnPrevious_Click},
+      {"bttnNext", "Next Photo", &ThumbnailPage::bttnNext_Click},
+      {"bttnLast", "Last Page", &ThumbnailPage::bttnLast_Click}};
+  Buttons = controls::MakeNavigator<QPushButton>(*parentWidget(), *this, steps);
+  for (int i = 0; i < 4; ++i) controls::MoveTwips(*Buttons[i], 8400 + 990 * i, 7215, 885, 420);
+  SetButtonsVisible(false);
 }
 
 void ThumbnailPage::SetButtonsVisible(bool visible) {
@@ -135,7 +120,6 @@ void ThumbnailPage::BeginMissing(int start, ThumbnailMaker& maker) const {
 }
 
 void ThumbnailPage::FillCell(int cell, engine::Database& database, ThumbnailMaker& maker) {
-  const auto at = static_cast<size_t>(cell);
   const int photoId = Data1.Field(PhotoIDField).toInt();
   const bool made = maker.Finish(photoId);
   const QString thumbnail = ThumbFileName(ThePaths, photoId);
@@ -149,10 +133,10 @@ void ThumbnailPage::FillCell(int cell, engine::Database& database, ThumbnailMake
   const pictures::Picture picture = pictures::LoadPicture(thumbnail);
   const pictures::TwipSize size = FitToBox(picture, catalogue::ThumbnailBox);
   Cells.ShowPicture(cell, picture.Image(), size.Width, size.Height);
-  Cells.ThumbTitle[at]->SetCaption(QStringLiteral("%1: ").arg(photoId) +
-                                   Data1.Field(QStringLiteral("Title")).toString());
-  Cells.picThumb[at]->show();
-  if (IsSelected(Data1.AbsolutePosition())) Cells.shpMark[at]->show();
+  Cells.ThumbTitle[cell]->SetCaption(QStringLiteral("%1: ").arg(photoId) +
+                                     Data1.Field(QStringLiteral("Title")).toString());
+  Cells.picThumb[cell]->show();
+  if (IsSelected(Data1.AbsolutePosition())) Cells.shpMark[cell]->show();
 }
 
 void ThumbnailPage::ShowFromCurrentRecord() {
@@ -161,7 +145,7 @@ void ThumbnailPage::ShowFromCurrentRecord() {
 }
 
 void ThumbnailPage::FocusCell(int cell) {
-  PictureCell& picture = *Cells.picThumb[static_cast<size_t>(cell)];
+  PictureCell& picture = *Cells.picThumb[cell];
   picture.setFocus();
   // A window that isn't active remembers the focus and sends no event.
   if (!picture.hasFocus()) picThumb_GotFocus(cell);
@@ -177,7 +161,7 @@ void ThumbnailPage::MoveToCell(int cell) {
 
 void ThumbnailPage::picThumb_GotFocus(int cell) {
   EndSilently([&] {
-    Cells.shpThumb->Surround(*Cells.picThumb[static_cast<size_t>(cell)]);
+    Cells.shpThumb->Surround(*Cells.picThumb[cell]);
     Cells.shpThumb->SetBorderColor(FocusColor);
     MoveToCell(cell);
   });
@@ -220,7 +204,7 @@ void ThumbnailPage::picThumb_KeyUp(int cell, int key) {
     Data1.SetAbsolutePosition(move.Page->Position);
     ShowThumbnails(move.Page->Start);
   }
-  if (!Cells.picThumb[static_cast<size_t>(move.Target)]->isHidden()) FocusCell(move.Target);
+  if (!Cells.picThumb[move.Target]->isHidden()) FocusCell(move.Target);
   SyncThumbScroll();
 }
 
@@ -291,15 +275,15 @@ bool ThumbnailPage::IsSelected(int position) const {
 
 void ThumbnailPage::ReloadSelPositions() {
   const int count = Data1.SelBookmarks.Count();
-  SelPositions.resize(static_cast<size_t>(count));
+  SelPositions.resize(count);
   for (int k = 0; k < count; ++k) {
-    SelPositions[static_cast<size_t>(k)] = Data1.PositionOf(Data1.SelBookmarks[k]);
+    SelPositions[k] = Data1.PositionOf(Data1.SelBookmarks[k]);
   }
 }
 
 void ThumbnailPage::AddSelectedRecord() {
   if (!Data1.SelBookmarks.Add(Data1.Bookmark())) return;
-  SelPositions.resize(static_cast<size_t>(Data1.SelBookmarks.Count()));
+  SelPositions.resize(Data1.SelBookmarks.Count());
   SelPositions.back() = Data1.AbsolutePosition();
 }
 
@@ -315,7 +299,7 @@ void ThumbnailPage::RemoveSelectedRecord() {
 void ThumbnailPage::RecordAll_Click() {
   if (Data1.RecordCount() == 0) return;
   std::vector<int> all;
-  all.reserve(static_cast<size_t>(Data1.RecordCount()));
+  all.reserve(Data1.RecordCount());
   for (int k = 0; k < Data1.SelBookmarks.Count(); ++k) all.push_back(Data1.SelBookmarks[k]);
   for (int position = 0; position < Data1.RecordCount(); ++position) {
     const int bookmark = Data1.BookmarkAt(position);
@@ -333,7 +317,7 @@ void ThumbnailPage::ClearSelection() {
 }
 
 void ThumbnailPage::ToggleSelection(int cell) {
-  Shape& mark = *Cells.shpMark[static_cast<size_t>(cell)];
+  Shape& mark = *Cells.shpMark[cell];
   MoveToCell(cell);
   if (mark.isHidden()) {
     AddSelectedRecord();
@@ -370,7 +354,7 @@ void ThumbnailPage::ImgThumb_MouseUp(int cell, const QMouseEvent& event) {
   } else {
     ClearSelection();
   }
-  const bool inside = Cells.ImgThumb[static_cast<size_t>(cell)]->rect().contains(event.pos());
+  const bool inside = Cells.ImgThumb[cell]->rect().contains(event.pos());
   if (event.button() == Qt::LeftButton && inside) FocusCell(cell);
 }
 

@@ -5,7 +5,7 @@
 #include <QPushButton>
 #include <QScrollBar>
 #include <QWidget>
-#include <memory>
+#include <array>
 #include <vector>
 
 #include "browse/thumbnail_cells.h"
@@ -73,7 +73,6 @@ class ThumbnailPage : public QWidget {
  private:
   void ConnectCell(int cell);
   void MakeButtons();
-  QPushButton* MakeButton(const char* name, const char* icon, const QString& tip, int left);
 
   void picThumb_GotFocus(int cell);
   void picThumb_LostFocus();
@@ -96,7 +95,7 @@ class ThumbnailPage : public QWidget {
   const catalogue::Paths& ThePaths;
   ThumbnailCells Cells;
   QScrollBar* Scroll;
-  std::vector<QPushButton*> Buttons;
+  std::array<QPushButton*, 4> Buttons{};
 
   int TheCurThumbCell = 0;
   int ThumbScrollValue = 0;

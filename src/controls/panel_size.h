@@ -7,6 +7,6 @@ constexpr int PanelWidth = 12440;
 constexpr int PanelHeight = 9804;
 
 /// The left part of the first panel, which the grid and the thumbnail page share.
-constexpr int BrowserWidth = 8295;
+constexpr int ListWidth = 8295;
 
 }  // namespace veldrin::controls

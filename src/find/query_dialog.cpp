@@ -9,11 +9,13 @@
 #include "base/dates.h"
 #include "controls/entry_field.h"
 #include "controls/msg_box.h"
+#include "controls/named.h"
 #include "find/dialog_layout.h"
 
 namespace veldrin::find {
 
 using catalogue::CompareOpText;
+using controls::Named;
 
 namespace {
 
@@ -36,10 +38,9 @@ QString TextOf(const QLineEdit& field) { return field.text().remove(QChar::Null)
 bool IsValidDate(const QString& value) { return value.isEmpty() || base::ParseDate(value).has_value(); }
 
 frmQry::frmQry(catalogue::Criteria& criteria, QWidget* parent)
-    : QDialog(parent), Criteria(criteria), Picture1(new QWidget(this)) {
+    : QDialog(parent), Criteria(criteria), Picture1(Named(new QWidget(this), "Picture1")) {
   setObjectName(QStringLiteral("frmQry"));
   setWindowTitle(QStringLiteral("Query"));
-  Picture1->setObjectName(QStringLiteral("Picture1"));
   MoveInDialog(*Picture1, Margin, Margin, PanelWidth, PanelHeight);
   MakeFields();
   MakeDates();
@@ -49,37 +50,33 @@ frmQry::frmQry(catalogue::Criteria& criteria, QWidget* parent)
   qImage->setFocus();
 }
 
-QLineEdit* frmQry::MakeField(const QString& name, double left, double top, double width) {
-  auto* field = new QLineEdit(Picture1);
-  field->setObjectName(name);
+QLineEdit* frmQry::MakeField(const char* name, double left, double top, double width) {
+  QLineEdit* field = Named(new QLineEdit(Picture1), name);
   controls::InstallEntryManners(*field);
   MoveInDialog(*field, left, top, width, FieldHeight);
   return field;
 }
 
 QLabel* frmQry::MakeLabel(const char* name, const char* text, double left, double top, double width) {
-  auto* label = new QLabel(QLatin1String(text), Picture1);
-  label->setObjectName(QLatin1String(name));
+  QLabel* label = Named(new QLabel(QLatin1String(text), Picture1), name);
   MoveInDialog(*label, left, top, width, LabelHeight);
   return label;
 }
 
 // A click on a button doesn't leave the field that is being filled: its date is looked at by OK, or when the
 // user goes to another field.
-QPushButton* frmQry::MakeButton(const QString& name, const char* text, double left, double top,
-                                double width) {
-  auto* button = new QPushButton(QLatin1String(text), Picture1);
-  button->setObjectName(name);
+QPushButton* frmQry::MakeButton(const char* name, const char* text, double left, double top, double width) {
+  QPushButton* button = Named(new QPushButton(QLatin1String(text), Picture1), name);
   button->setFocusPolicy(Qt::TabFocus);
   MoveInDialog(*button, left, top, width, top == ButtonRow ? ButtonHeight : FieldHeight);
   return button;
 }
 
 void frmQry::MakeFields() {
-  qImage = MakeField(QStringLiteral("qImage"), 0, FirstRow, 855);
-  qTitle = MakeField(QStringLiteral("qTitle"), 840, FirstRow, 3135);
-  qMadeBy = MakeField(QStringLiteral("qMadeBy"), 0, SecondRow, 1815);
-  qDescription = MakeField(QStringLiteral("qDescription"), 1800, SecondRow, 5415);
+  qImage = MakeField("qImage", 0, FirstRow, 855);
+  qTitle = MakeField("qTitle", 840, FirstRow, 3135);
+  qMadeBy = MakeField("qMadeBy", 0, SecondRow, 1815);
+  qDescription = MakeField("qDescription", 1800, SecondRow, 5415);
   MakeLabel("lblImage", "Image", 0, FirstRow - LabelHeight, 855)->setBuddy(qImage);
   MakeLabel("Label2", "Title", 840, FirstRow - LabelHeight, 3135)->setBuddy(qTitle);
   MakeLabel("lblPhotoID", "Made By", 0, SecondRow - LabelHeight, 1815)->setBuddy(qMadeBy);
@@ -95,22 +92,21 @@ void frmQry::MakeDates() {
   date->setAlignment(Qt::AlignCenter);
   date->resize(date->width(), DialogPixels(FieldHeight));
   for (const int i : {0, 1}) {
-    qCrtDate[i] = MakeField(QStringLiteral("qCrtDate(%1)").arg(i), dateLeft[i], FirstRow, 972);
+    qCrtDate[i] = MakeField(i == 0 ? "qCrtDate(0)" : "qCrtDate(1)", dateLeft[i], FirstRow, 972);
     qCrtDate[i]->setAccessibleName(i == 0 ? QStringLiteral("First date") : QStringLiteral("Second date"));
     qCrtDate[i]->installEventFilter(this);
-    DateBttn[i] = MakeButton(QStringLiteral("DateBttn(%1)").arg(i), "=", buttonLeft[i], FirstRow, 372);
+    DateBttn[i] = MakeButton(i == 0 ? "DateBttn(0)" : "DateBttn(1)", "=", buttonLeft[i], FirstRow, 372);
     DateBttn[i]->setToolTip(QStringLiteral("Click for another comparison"));
     connect(DateBttn[i], &QPushButton::clicked, this, [this, i] { DateBttn_Click(i); });
-    qCmpDate[i] = new QLabel(Picture1);
-    qCmpDate[i]->setObjectName(QStringLiteral("qCmpDate(%1)").arg(i));
+    qCmpDate[i] = Named(new QLabel(Picture1), i == 0 ? "qCmpDate(0)" : "qCmpDate(1)");
     qCmpDate[i]->hide();
   }
 }
 
 void frmQry::MakeButtons() {
-  QPushButton* ok = MakeButton(QStringLiteral("OkBttn"), "&OK", 720, ButtonRow, ButtonWidth);
-  QPushButton* cancel = MakeButton(QStringLiteral("CancelBttn"), "&Cancel", 3000, ButtonRow, ButtonWidth);
-  QPushButton* clear = MakeButton(QStringLiteral("ClearBttn"), "C&lear", 5280, ButtonRow, ButtonWidth);
+  QPushButton* ok = MakeButton("OkBttn", "&OK", 720, ButtonRow, ButtonWidth);
+  QPushButton* cancel = MakeButton("CancelBttn", "&Cancel", 3000, ButtonRow, ButtonWidth);
+  QPushButton* clear = MakeButton("ClearBttn", "C&lear", 5280, ButtonRow, ButtonWidth);
   ok->setDefault(true);
   connect(ok, &QPushButton::clicked, this, &frmQry::OkBttn_Click);
   connect(cancel, &QPushButton::clicked, this, &frmQry::CancelBttn_Click);

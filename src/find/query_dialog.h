@@ -30,9 +30,9 @@ class frmQry : public QDialog {
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  QLineEdit* MakeField(const QString& name, double left, double top, double width);
+  QLineEdit* MakeField(const char* name, double left, double top, double width);
   QLabel* MakeLabel(const char* name, const char* text, double left, double top, double width);
-  QPushButton* MakeButton(const QString& name, const char* text, double left, double top, double width);
+  QPushButton* MakeButton(const char* name, const char* text, double left, double top, double width);
   void MakeFields();
   void MakeDates();
   void MakeButtons();

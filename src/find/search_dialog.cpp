@@ -6,9 +6,12 @@
 #include <QLineEdit>
 #include <QPushButton>
 
+#include "controls/named.h"
 #include "find/dialog_layout.h"
 
 namespace veldrin::find {
+
+using controls::Named;
 
 namespace {
 
@@ -33,12 +36,10 @@ int FindInList(const QComboBox& list, const QString& value) {
 frmSearch::frmSearch(SearchValues& owner, const QStringList& fields, QWidget* parent)
     : QDialog(parent),
       Owner(owner),
-      FldName(new QComboBox(MakePanel("SSPanel1", "   Field Name:", 240))),
-      MatchVal(new QLineEdit(MakePanel("SSPanel2", "   Match Value:", 960))) {
+      FldName(Named(new QComboBox(MakePanel("SSPanel1", "   Field Name:", 240)), "FldName")),
+      MatchVal(Named(new QLineEdit(MakePanel("SSPanel2", "   Match Value:", 960)), "MatchVal")) {
   setObjectName(QStringLiteral("frmSearch"));
   setWindowTitle(QStringLiteral("Find"));
-  FldName->setObjectName(QStringLiteral("FldName"));
-  MatchVal->setObjectName(QStringLiteral("MatchVal"));
   for (QWidget* entry : std::initializer_list<QWidget*>{FldName, MatchVal}) {
     MoveInDialog(*entry, EntryLeft, 96, EntryWidth, 300);
     entry->parentWidget()->findChild<QLabel*>()->setBuddy(entry);
@@ -52,8 +53,7 @@ frmSearch::frmSearch(SearchValues& owner, const QStringList& fields, QWidget* pa
 }
 
 QFrame* frmSearch::MakePanel(const char* name, const char* caption, double top) {
-  auto* panel = new QFrame(this);
-  panel->setObjectName(QLatin1String(name));
+  QFrame* panel = Named(new QFrame(this), name);
   panel->setFrameShape(QFrame::StyledPanel);
   MoveInDialog(*panel, SidePadding, top, PanelsWidth, PanelsHeight);
   auto* label = new QLabel(QLatin1String(caption), panel);
@@ -62,8 +62,7 @@ QFrame* frmSearch::MakePanel(const char* name, const char* caption, double top) 
 }
 
 void frmSearch::MakeButton(const char* name, const char* text, double left, void (frmSearch::*click)()) {
-  auto* button = new QPushButton(QLatin1String(text), this);
-  button->setObjectName(QLatin1String(name));
+  QPushButton* button = Named(new QPushButton(QLatin1String(text), this), name);
   MoveInDialog(*button, left, ButtonsTop, ButtonsWidth, ButtonsHeight);
   connect(button, &QPushButton::clicked, this, click);
 }

@@ -17,9 +17,9 @@ namespace veldrin::folders {
 using controls::Node;
 using engine::Database;
 
-FolderCommands::FolderCommands(controls::TreeView& tvTreeView, FolderBrowser& browser, FolderViews& views,
-                               engine::DBEngine& engine, const catalogue::Paths& paths)
-    : Tree(tvTreeView), Browser(browser), Views(views), Engine(engine), ThePaths(paths) {
+FolderCommands::FolderCommands(controls::TreeView& tvTreeView, FolderNavigation& navigation,
+                               FolderViews& views, engine::DBEngine& engine, const catalogue::Paths& paths)
+    : Tree(tvTreeView), Navigation(navigation), Views(views), Engine(engine), ThePaths(paths) {
   connect(&Tree, &controls::TreeView::AfterLabelEdit, this, &FolderCommands::tvTreeView_AfterLabelEdit);
   connect(&Tree, &controls::TreeView::LabelEditCancelled, this,
           &FolderCommands::tvTreeView_LabelEditCancelled);
@@ -41,8 +41,8 @@ void FolderCommands::InOneGroup(Work&& work) {
 }
 
 void FolderCommands::Refresh(const Node& node) {
-  Browser.LastNodeIndex = -1;
-  Browser.tvTreeView_NodeClick(node);
+  Navigation.LastNodeIndex = -1;
+  Navigation.tvTreeView_NodeClick(node);
 }
 
 // --- add, rename, delete ----------------------------------------------------------------------------------

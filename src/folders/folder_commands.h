@@ -6,7 +6,7 @@
 #include "catalogue/paths.h"
 #include "controls/tree_view.h"
 #include "engine/dao/db_engine.h"
-#include "folders/folder_browser.h"
+#include "folders/folder_navigation.h"
 
 namespace veldrin::folders {
 
@@ -14,7 +14,7 @@ namespace veldrin::folders {
 /// catalogue are raised, and leave the rows as they were.
 class FolderCommands : public QObject {
  public:
-  FolderCommands(controls::TreeView& tvTreeView, FolderBrowser& browser, FolderViews& views,
+  FolderCommands(controls::TreeView& tvTreeView, FolderNavigation& navigation, FolderViews& views,
                  engine::DBEngine& engine, const catalogue::Paths& paths);
 
   /// Whether a folder was cut or copied and waits for the paste.
@@ -47,7 +47,7 @@ class FolderCommands : public QObject {
   void tvTreeView_LabelEditCancelled();
 
   controls::TreeView& Tree;
-  FolderBrowser& Browser;
+  FolderNavigation& Navigation;
   FolderViews& Views;
   engine::DBEngine& Engine;
   const catalogue::Paths& ThePaths;

@@ -5,7 +5,6 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
-#include <QToolButton>
 
 #include "base/dates.h"
 #include "base/failure.h"
@@ -15,6 +14,7 @@
 #include "controls/entry_field.h"
 #include "controls/error_box.h"
 #include "controls/fitted_image.h"
+#include "controls/named.h"
 
 namespace veldrin::records {
 
@@ -43,18 +43,14 @@ FormView::FormView(catalogue::RecordList& data1, const catalogue::Paths& paths, 
 }
 
 QPushButton& FormView::Button(const char* name) const {
-  return *findChild<QPushButton*>(QLatin1String(name));
+  return controls::Get<QPushButton>(*this, QLatin1String(name));
 }
 
 void FormView::Connect() {
   for (FittedImage* image : FormImage)
     connect(image, &FittedImage::DblClick, this, &FormView::FormImage_DblClick);
-  connect(First, &QToolButton::clicked, this, &FormView::First_Click);
-  connect(Previous, &QToolButton::clicked, this, &FormView::Previous_Click);
-  connect(Next, &QToolButton::clicked, this, &FormView::Next_Click);
-  connect(Last, &QToolButton::clicked, this, &FormView::Last_Click);
-  connect(SaveBttn, &QPushButton::clicked, this, &FormView::SaveBttn_Click);
-  connect(UndoBttn, &QPushButton::clicked, this, &FormView::UndoBttn_Click);
+  connect(&Button("SaveBttn"), &QPushButton::clicked, this, &FormView::SaveBttn_Click);
+  connect(&Button("UndoBttn"), &QPushButton::clicked, this, &FormView::UndoBttn_Click);
 }
 
 void FormView::ShowFormRecord() {

@@ -11,7 +11,6 @@ class QLabel;
 class QLineEdit;
 class QPlainTextEdit;
 class QPushButton;
-class QToolButton;
 
 namespace veldrin::controls {
 class FittedImage;
@@ -67,7 +66,6 @@ class FormView : public QWidget {
   template <class Field>
   Field* MakeField(const char* name, const char* captionName, const char* caption, int left, int top,
                    int width, int height);
-  QToolButton* MakeStep(const char* name, const char* icon, const QString& tip, int left);
 
   void MoveAndShow(const std::function<void()>& move);
   struct Texts {
@@ -93,12 +91,6 @@ class FormView : public QWidget {
   controls::CaptionLabel* eImageType = nullptr;
   QLabel* eRcdCount = nullptr;
   QLabel* eImageFile = nullptr;
-  QToolButton* First = nullptr;
-  QToolButton* Previous = nullptr;
-  QToolButton* Next = nullptr;
-  QToolButton* Last = nullptr;
-  QPushButton* SaveBttn = nullptr;
-  QPushButton* UndoBttn = nullptr;
 };
 
 }  // namespace veldrin::records

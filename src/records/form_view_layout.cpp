@@ -1,5 +1,4 @@
 // The look of Form View: its controls and where they lie, in twips.
-#include <QIcon>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
@@ -10,6 +9,7 @@
 #include "controls/caption_label.h"
 #include "controls/entry_field.h"
 #include "controls/fitted_image.h"
+#include "controls/navigator.h"
 #include "controls/panel_size.h"
 #include "controls/twips.h"
 #include "records/field_length.h"
@@ -19,6 +19,7 @@ namespace veldrin::records {
 
 using base::ToPixels;
 using controls::MoveTwips;
+using controls::Named;
 
 namespace {
 
@@ -31,6 +32,7 @@ constexpr int SecondRow = 8760;
 constexpr int ColumnLeft = 10560;
 constexpr int ColumnWidth = 1455;
 constexpr int StepWidth = 360;
+constexpr int StepDistance = 365;  // from one left edge to the next
 // The controls from here on keep their distance to the lower edge of the image.
 constexpr int LowerPart = 5500;
 
@@ -49,8 +51,7 @@ void SetFontScale(QLabel& label, double scale) {
 }  // namespace
 
 QLabel* FormView::MakeLabel(const char* name, const QString& text, int left, int top, int width, int height) {
-  auto* label = new QLabel(text, this);
-  label->setObjectName(QLatin1String(name));
+  QLabel* label = Named(new QLabel(text, this), name);
   label->setTextFormat(Qt::PlainText);
   MoveTwips(*label, left, top, width, height);
   return label;
@@ -61,8 +62,7 @@ controls::CaptionLabel* FormView::MakeValue(const char* name, const char* captio
   SetFontScale(
       *MakeLabel(captionName, QLatin1String(caption), left, top - CaptionHeight, width, CaptionHeight),
       CaptionScale);
-  auto* value = new controls::CaptionLabel(this);
-  value->setObjectName(QLatin1String(name));
+  auto* value = Named(new controls::CaptionLabel(this), name);
   value->setFrameShape(QFrame::StyledPanel);
   value->setMargin(3);
   SetFontScale(*value, ValueScale);
@@ -76,8 +76,7 @@ Field* FormView::MakeField(const char* name, const char* captionName, const char
   QLabel* label =
       MakeLabel(captionName, QLatin1String(caption), left, top - CaptionHeight, width, CaptionHeight);
   SetFontScale(*label, CaptionScale);
-  auto* field = new Field(this);
-  field->setObjectName(QLatin1String(name));
+  Field* field = Named(new Field(this), name);
   controls::InstallEntryManners(*field);
   MoveTwips(*field, left, top, width, height);
   label->setBuddy(field);
@@ -85,8 +84,7 @@ Field* FormView::MakeField(const char* name, const char* captionName, const char
 }
 
 void FormView::MakeImage() {
-  FormImagePannel = new QWidget(this);
-  FormImagePannel->setObjectName(QStringLiteral("FormImagePannel"));
+  FormImagePannel = Named(new QWidget(this), "FormImagePannel");
   FormImagePannel->setAutoFillBackground(true);
   FormImagePannel->setPalette(QPalette(Qt::black));
   MoveTwips(*FormImagePannel, 360, 360, 9615, ImageHeight);
@@ -119,39 +117,32 @@ void FormView::MakeFields() {
   setTabOrder(eMadeBy, eDescription);
 }
 
-QToolButton* FormView::MakeStep(const char* name, const char* icon, const QString& tip, int left) {
-  auto* button = new QToolButton(this);
-  button->setObjectName(QLatin1String(name));
-  button->setIcon(QIcon::fromTheme(QLatin1String(icon)));
-  button->setToolTip(tip);
-  button->setAccessibleName(tip);
-  button->setAutoRepeat(true);
-  MoveTwips(*button, left, 1200, StepWidth, StepWidth);
-  return button;
-}
-
 void FormView::MakeNavigator() {
   QLabel* title = MakeLabel("lblCountTitle", QStringLiteral("Record Count"), 10440, 600, 1455, 255);
   eRcdCount = MakeLabel("eRcdCount", {}, 10440, 880, 1455, 255);
   for (QLabel* label : {title, eRcdCount}) label->setAlignment(Qt::AlignCenter);
-  First = MakeStep("First", "go-first", QStringLiteral("First Record"), 10440);
-  Previous = MakeStep("Previous", "go-previous", QStringLiteral("Previous Record"), 10805);
-  Next = MakeStep("Next", "go-next", QStringLiteral("Next Record"), 11170);
-  Last = MakeStep("Last", "go-last", QStringLiteral("Last Record"), 11535);
+  const controls::NavigatorStep<FormView> steps[] = {
+      {"First", "First Record", &FormView::First_Click},
+      {"Previous", "Previous Record", &FormView::Previous_Click},
+      {"Next", "Next Record", &FormView::Next_Click},
+      {"Last", "Last Record", &FormView::Last_Click}};
+  int left = 10440;
+  for (QToolButton* button : controls::MakeNavigator<QToolButton>(*this, *this, steps)) {
+    button->setAutoRepeat(true);
+    MoveTwips(*button, left, 1200, StepWidth, StepWidth);
+    left += StepDistance;
+  }
 }
 
 void FormView::MakeButtons() {
   const auto make = [this](const char* name, const char* caption, int top) {
-    auto* button = new QPushButton(QLatin1String(caption), this);
-    button->setObjectName(QLatin1String(name));
-    MoveTwips(*button, ColumnLeft, top, ColumnWidth, 390);
-    return button;
+    MoveTwips(*Named(new QPushButton(QLatin1String(caption), this), name), ColumnLeft, top, ColumnWidth, 390);
   };
   make("SearchBttn(1)", "Search", 5760);
   make("GetSBttn", "Get Photo", 6270);
   make("EmailSBttn", "E-Mail Photo", 6780);
-  SaveBttn = make("SaveBttn", "Save", FirstRow);
-  UndoBttn = make("UndoBttn", "Undo", SecondRow);
+  make("SaveBttn", "Save", FirstRow);
+  make("UndoBttn", "Undo", SecondRow);
   for (QWidget* control : findChildren<QWidget*>(QString(), Qt::FindDirectChildrenOnly)) {
     control->setProperty(DesignTop, control->y());
   }

@@ -1,20 +1,20 @@
 #include "shell/about.h"
 
 #include <QHBoxLayout>
+#include <QIcon>
 #include <QLabel>
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include "controls/named.h"
 #include "shell/app.h"
-#include "shell/motif.h"
 
 namespace veldrin::shell {
 
 namespace {
 
 QLabel* MakeLabel(QWidget* parent, const char* name, const char* style) {
-  auto* label = new QLabel(parent);
-  label->setObjectName(QLatin1String(name));
+  QLabel* label = controls::Named(new QLabel(parent), name);
   label->setStyleSheet(QLatin1String(style));
   label->setTextFormat(Qt::PlainText);
   label->setWordWrap(true);
@@ -32,15 +32,13 @@ frmAbout::frmAbout(QWidget* parent) : QDialog(parent) {
 }
 
 void frmAbout::Form_Load() {
-  auto* picIcon = new MotifBox(PaintPrints, this);
-  picIcon->setObjectName(QStringLiteral("picIcon"));
-  picIcon->setFixedSize(124, 124);
+  QLabel* picIcon = controls::Named(new QLabel(this), "picIcon");
+  picIcon->setPixmap(QIcon(QStringLiteral(":/veldrin.svg")).pixmap(124, 124));
   QLabel* lblTitle = MakeLabel(this, "lblTitle", "font-size: 30px; font-weight: 300; letter-spacing: 1px;");
   QLabel* lblVersion = MakeLabel(this, "lblVersion", "color: #5c6873;");
   QLabel* label1 = MakeLabel(this, "Label1", "");
   QLabel* label2 = MakeLabel(this, "Label2", "color: #5c6873;");
-  auto* cmdOK = new QPushButton(QStringLiteral("OK"), this);
-  cmdOK->setObjectName(QStringLiteral("cmdOK"));
+  QPushButton* cmdOK = controls::Named(new QPushButton(QStringLiteral("OK"), this), "cmdOK");
   cmdOK->setMinimumWidth(92);
   cmdOK->setDefault(true);
   connect(cmdOK, &QPushButton::clicked, this, &frmAbout::cmdOK_Click);

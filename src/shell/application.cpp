@@ -11,7 +11,6 @@
 #include "catalogue/schema.h"
 #include "controls/msg_box.h"
 #include "shell/configuration.h"
-#include "shell/motif.h"
 #include "shell/splash.h"
 
 namespace veldrin::shell {
@@ -73,7 +72,7 @@ Application::Application(int& argc, char** argv)
   setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
   setPalette(CalmPalette());
   UseBreezeIcons();
-  setWindowIcon(ProgramIcon());
+  setWindowIcon(QIcon(QStringLiteral(":/veldrin.svg")));
 }
 
 bool Application::notify(QObject* receiver, QEvent* event) {

@@ -2,8 +2,7 @@
 
 #include <QIcon>
 
-#include "base/units.h"
-#include "shell/layout.h"
+#include "controls/named.h"
 
 namespace veldrin::shell {
 
@@ -96,20 +95,20 @@ struct ToolButton {
   const char* Icon;
 };
 
-constexpr ToolButton ToolButtons[] = {{1, "Data View", "view-list-details"},
-                                      {2, "Image View", "view-list-icons"},
-                                      {4, "Form View", "view-form"},
-                                      {5, "Add New", "list-add"},
-                                      {7, "Image Play", "media-playback-start"},
-                                      {9, "Exit Program", "application-exit"},
-                                      {12, "Query Database", "view-filter"},
-                                      {13, "Find Record", "edit-find"},
-                                      {15, "Get Photo(s)", "document-save-as"},
-                                      {16, "E-Mail Photo(s)", "mail-send"},
-                                      {17, "Make Web Page(s)", "text-html"},
-                                      {19, "Photo Image List", "view-list-text"},
-                                      {20, "Photo Image Gallery", "view-grid"},
-                                      {22, "Setup Music", "view-media-playlist"}};
+constexpr ToolButton ToolButtons[] = {{DataViewCode, "Data View", "view-list-details"},
+                                      {ImageViewCode, "Image View", "view-list-icons"},
+                                      {FormViewCode, "Form View", "view-form"},
+                                      {AddNewCode, "Add New", "list-add"},
+                                      {ImagePlayCode, "Image Play", "media-playback-start"},
+                                      {ExitProgramCode, "Exit Program", "application-exit"},
+                                      {QueryDatabaseCode, "Query Database", "view-filter"},
+                                      {FindRecordCode, "Find Record", "edit-find"},
+                                      {GetPhotosCode, "Get Photo(s)", "document-save-as"},
+                                      {EmailPhotosCode, "E-Mail Photo(s)", "mail-send"},
+                                      {MakeWebPagesCode, "Make Web Page(s)", "text-html"},
+                                      {ImageListCode, "Photo Image List", "view-list-text"},
+                                      {ImageGalleryCode, "Photo Image Gallery", "view-grid"},
+                                      {SetupMusicCode, "Setup Music", "view-media-playlist"}};
 
 QString ButtonName(int number) { return QStringLiteral("tbarToolBar(%1)").arg(number); }
 
@@ -137,13 +136,11 @@ CommandBars::CommandBars(QMenuBar& menuBar, QWidget& header) : MenuBar(menuBar) 
 
 void CommandBars::MakeMenus() {
   for (const MenuTable& table : Menus()) {
-    QMenu* menu = MenuBar.addMenu(QLatin1String(table.Caption));
-    menu->setObjectName(QLatin1String(table.Name));
+    QMenu* menu = controls::Named(MenuBar.addMenu(QLatin1String(table.Caption)), table.Name);
     for (const MenuItem& item : table.Items) {
       QAction* action =
           item.Caption == nullptr ? menu->addSeparator() : menu->addAction(QLatin1String(item.Caption));
-      action->setObjectName(QLatin1String(item.Name));
-      Actions.insert(action->objectName(), action);
+      Actions.insert(QLatin1String(item.Name), controls::Named(action, item.Name));
       if (item.Icon != nullptr) action->setIcon(QIcon::fromTheme(QLatin1String(item.Icon)));
     }
   }
@@ -154,8 +151,7 @@ void CommandBars::MakeMenus() {
 }
 
 void CommandBars::MakeToolbar(QWidget& header) {
-  Toolbar = new QToolBar(&header);
-  Toolbar->setObjectName(QStringLiteral("tbarToolBar"));
+  Toolbar = controls::Named(new QToolBar(&header), "tbarToolBar");
   Toolbar->setIconSize(QSize(24, 24));
   Toolbar->setToolButtonStyle(Qt::ToolButtonIconOnly);
   const auto add = [this](QAction* action, int number) {
@@ -168,24 +164,24 @@ void CommandBars::MakeToolbar(QWidget& header) {
     for (; next < button.Number; ++next) add(Toolbar->addSeparator(), next);
     add(Toolbar->addAction(QIcon::fromTheme(QLatin1String(button.Icon)), QLatin1String(button.Text)), next++);
   }
-  Button(12).setCheckable(true);
+  Button(QueryDatabaseCode).setCheckable(true);
 }
 
-// A name that isn't there is a mistake in the program, and ends a test at once.
-QAction& CommandBars::Named(const QString& name) const {
-  QAction* action = Actions.value(name);
-  Q_ASSERT(action != nullptr);
-  return *action;
+QAction& CommandBars::Find(const QString& name) const {
+  if (QAction* action = Actions.value(name)) return *action;
+  return controls::Get<QAction>(MenuBar, name);  // raises the error
 }
 
-QAction& CommandBars::Item(const char* name) const { return Named(QLatin1String(name)); }
+QAction& CommandBars::Item(const char* name) const { return Find(QLatin1String(name)); }
 
-QMenu& CommandBars::Menu(const char* name) const { return *MenuBar.findChild<QMenu*>(QLatin1String(name)); }
+QMenu& CommandBars::Menu(const char* name) const {
+  return controls::Get<QMenu>(MenuBar, QLatin1String(name));
+}
 
-QAction& CommandBars::Button(int number) const { return Named(ButtonName(number)); }
+QAction& CommandBars::Button(int number) const { return Find(ButtonName(number)); }
 
 void CommandBars::ShowQueryHolds(bool holds) {
-  QAction& query = Button(12);
+  QAction& query = Button(QueryDatabaseCode);
   query.setChecked(holds);
   query.setToolTip(holds ? query.text() + QStringLiteral(" (a query holds; Reset or another folder ends it)")
                          : query.text());
@@ -197,10 +193,11 @@ void CommandBars::EnableView(int view, bool enabled) {
 }
 
 void CommandBars::Apply(const ViewMenuState& state, int view) {
-  Button(12).setVisible(state.Query);
-  Button(13).setVisible(state.Find);
-  for (int number : {15, 16}) Button(number).setVisible(state.Photos);
-  for (int number : {17, 19, 20}) Button(number).setVisible(state.WebPages);
+  Button(QueryDatabaseCode).setVisible(state.Query);
+  Button(FindRecordCode).setVisible(state.Find);
+  for (const int number : {GetPhotosCode, EmailPhotosCode}) Button(number).setVisible(state.Photos);
+  for (const int number : {MakeWebPagesCode, ImageListCode, ImageGalleryCode})
+    Button(number).setVisible(state.WebPages);
   Item("RecordQuery").setVisible(state.Query);
   for (const char* name : {"RecordSearch", "RecordSep2"}) Item(name).setVisible(state.Find);
   Menu("PhotoMenu").menuAction()->setVisible(state.Photos);

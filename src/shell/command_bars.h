@@ -18,6 +18,7 @@ class CommandBars {
   /// The bars belong to the window and the header.
   CommandBars(QMenuBar& menuBar, QWidget& header);
 
+  // Each raises 3265 for one that isn't there, which is a mistake in the program.
   /// A menu item by its name, such as "FolderCut".
   QAction& Item(const char* name) const;
   /// A menu by its name, such as "FolderMenu".
@@ -41,7 +42,7 @@ class CommandBars {
   void MakeMenus();
   void MakeToolbar(QWidget& header);
 
-  QAction& Named(const QString& name) const;
+  QAction& Find(const QString& name) const;
 
   QMenuBar& MenuBar;
   QToolBar* Toolbar = nullptr;

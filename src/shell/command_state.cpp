@@ -4,8 +4,6 @@ namespace veldrin::shell {
 
 namespace {
 
-enum Tab : int { BrowseTab = 0, FormTab = 1, AddTab = 2, PlayTab = 3 };
-
 bool PasteEnabled(const RecordMenuInput& input) {
   if (input.RecordsCut) return !input.NodeHasChildren;
   return input.RecordsCopied && !input.NodeIsAboveSource;
@@ -13,7 +11,7 @@ bool PasteEnabled(const RecordMenuInput& input) {
 
 }  // namespace
 
-int TabOfView(int view) {
+Tab TabOfView(int view) {
   switch (view) {
     case FormViewCode:
       return FormTab;
@@ -51,10 +49,10 @@ RecordMenuState RecordMenusFor(const RecordMenuInput& input) {
   state.RecordCopy = records && leaf && !input.NodeIsUnorganized;
   state.RecordPaste = PasteEnabled(input);
 
-  if (input.Tab > BrowseTab) state.RecordAll = state.RecordCut = state.RecordCopy = false;
-  if (input.Tab == FormTab) state.RecordEdit = false;
-  if (input.Tab == AddTab) state.RecordAdd = state.RecordDel = state.RecordRmv = false;
-  if (input.Tab == PlayTab) state.RecordDel = state.RecordRmv = false;
+  if (input.ShownTab > BrowseTab) state.RecordAll = state.RecordCut = state.RecordCopy = false;
+  if (input.ShownTab == FormTab) state.RecordEdit = false;
+  if (input.ShownTab == AddTab) state.RecordAdd = state.RecordDel = state.RecordRmv = false;
+  if (input.ShownTab == PlayTab) state.RecordDel = state.RecordRmv = false;
   return state;
 }
 

@@ -3,25 +3,34 @@
 
 namespace veldrin::shell {
 
-/// The codes of the views: the numbers of their buttons on `tbarToolBar`.
-enum ViewCode : int {
+/// The buttons of `tbarToolBar` by their numbers; those of the views are the views' codes.
+enum ToolbarButton : int {
   DataViewCode = 1,
   ImageViewCode = 2,
   FormViewCode = 4,
   AddNewCode = 5,
-  ImagePlayCode = 7
+  ImagePlayCode = 7,
+  ExitProgramCode = 9,
+  QueryDatabaseCode = 12,
+  FindRecordCode = 13,
+  GetPhotosCode = 15,
+  EmailPhotosCode = 16,
+  MakeWebPagesCode = 17,
+  ImageListCode = 19,
+  ImageGalleryCode = 20,
+  SetupMusicCode = 22
 };
-
-/// The button of `tbarToolBar` for the music dialog.
-constexpr int SetupMusicCode = 22;
 
 constexpr bool IsView(int code) {
   return code == DataViewCode || code == ImageViewCode || code == FormViewCode || code == AddNewCode ||
          code == ImagePlayCode;
 }
 
-/// The tab of `SSTab1` that a view stands on.
-int TabOfView(int view);
+/// The tabs of `SSTab1`. Data View and Image View share the first.
+enum Tab : int { BrowseTab = 0, FormTab = 1, AddTab = 2, PlayTab = 3 };
+
+/// The tab that a view stands on.
+Tab TabOfView(int view);
 
 /// Which commands are visible in a view.
 struct ViewMenuState {
@@ -39,7 +48,7 @@ ViewMenuState ViewMenusFor(int view);
 constexpr bool SetsPhotoWeb(int view) { return view != AddNewCode && view != ImagePlayCode; }
 
 struct RecordMenuInput {
-  int Tab = 0;
+  int ShownTab = BrowseTab;
   bool HasRecords = false;
   bool NodeIsRoot = false;
   bool NodeHasChildren = false;

@@ -21,7 +21,7 @@ QByteArray ReadBytes(const QString& name) {
 }
 
 bool Load(CSimpleIniA& ini, const QByteArray& bytes) {
-  return ini.LoadData(bytes.constData(), static_cast<size_t>(bytes.size())) >= 0;
+  return ini.LoadData(bytes.constData(), bytes.size()) >= 0;
 }
 
 // The comments behind the last value, which the parser has nothing to hang on.

@@ -4,9 +4,11 @@
 #include <QMenuBar>
 #include <QScreen>
 #include <QStandardPaths>
+#include <utility>
 
 #include "base/failure.h"
 #include "catalogue/schema.h"
+#include "controls/named.h"
 #include "controls/twips.h"
 #include "desktop/program_start.h"
 #include "folders/folder_menus.h"
@@ -22,6 +24,7 @@ using base::ResumeNext;
 using base::ToPixels;
 using base::ToTwips;
 using controls::MoveTwips;
+using controls::Named;
 
 frmMain::frmMain(const App& app, const catalogue::Paths& paths, engine::DBEngine& engine,
                  std::unique_ptr<show::Media> media)
@@ -31,8 +34,8 @@ frmMain::frmMain(const App& app, const catalogue::Paths& paths, engine::DBEngine
       Data1(engine),
       Media(std::move(media)),
       Inside(new QWidget(this)),
-      Searching(Data1, browse::GridFields(), *this, *this),
-      Viewing(Data1, engine, paths, *this) {
+      TheRecordSearch(Data1, browse::GridFields(), *this, *this),
+      TheExternalViewer(Data1, engine, paths, *this) {
   setObjectName(QStringLiteral("frmMain"));
   setWindowTitle(App::Title());
   setCentralWidget(Inside);
@@ -40,14 +43,14 @@ frmMain::frmMain(const App& app, const catalogue::Paths& paths, engine::DBEngine
   MakePanes();
   Source = std::make_unique<catalogue::RecordSource>(
       Data1, [this] { return folders::SelectedFolderKey(*tvTreeView); }, Engine, ThePaths, *this);
-  Folders = std::make_unique<folders::FolderBrowser>(*tvTreeView, *txtFldrSearch, *Source, *this);
-  Deleting =
+  Folders = std::make_unique<folders::FolderNavigation>(*tvTreeView, *txtFldrSearch, *Source, *this);
+  TheDeletePhotos =
       std::make_unique<records::DeletePhotos>(*Source, Data1, *tvTreeView, Engine, ThePaths, *this, *this);
   TheFolderCommands =
       std::make_unique<folders::FolderCommands>(*tvTreeView, *Folders, *this, Engine, ThePaths);
   Clipboard =
       std::make_unique<records::RecordClipboard>(Data1, *tvTreeView, *Source, Engine, ThePaths, *this);
-  Querying = std::make_unique<find::Query>(*Source, Data1, *this, *this);
+  TheQuery = std::make_unique<find::Query>(*Source, Data1, *this, *this);
   Output = std::make_unique<OutputCommands>(Data1, *tvTreeView, ThePaths, *this, *this,
                                             [this] { Bars->Menu("ReportMenu").popup(QCursor::pos()); });
   ConnectViews();
@@ -70,34 +73,27 @@ frmMain::~frmMain() {
 // --- the parts --------------------------------------------------------------------------------------------
 
 void frmMain::MakeHeader() {
-  picHeader = new QWidget(Inside);
-  picHeader->setObjectName(QStringLiteral("picHeader"));
+  picHeader = Named(new QWidget(Inside), "picHeader");
   MoveTwips(*picHeader, 0, 0, DesignWidth, HeaderHeight);
-  auto* label = new QLabel(QStringLiteral("FOLDER SEARCH"), picHeader);
-  label->setObjectName(QStringLiteral("lblFldrSearch"));
+  QLabel* label = Named(new QLabel(QStringLiteral("FOLDER SEARCH"), picHeader), "lblFldrSearch");
   QFont small = label->font();
   small.setPointSizeF(small.pointSizeF() * 0.75);
   label->setFont(small);
   MoveTwips(*label, 75, 15, 2000, 180);
-  txtFldrSearch = new QLineEdit(picHeader);
-  txtFldrSearch->setObjectName(QStringLiteral("txtFldrSearch"));
+  txtFldrSearch = Named(new QLineEdit(picHeader), "txtFldrSearch");
   txtFldrSearch->setClearButtonEnabled(true);
   MoveTwips(*txtFldrSearch, 60, 210, 2025, 360);
-  bttnGo = new QPushButton(QStringLiteral("Go"), picHeader);
-  bttnGo->setObjectName(QStringLiteral("bttnGo"));
+  bttnGo = Named(new QPushButton(QStringLiteral("Go"), picHeader), "bttnGo");
   MoveTwips(*bttnGo, 2130, 210, 570, 360);
   Bars = std::make_unique<CommandBars>(*menuBar(), *picHeader);
 }
 
 void frmMain::MakePanes() {
-  tvTreeView = new controls::TreeView(Inside);
-  tvTreeView->setObjectName(QStringLiteral("tvTreeView"));
+  tvTreeView = Named(new controls::TreeView(Inside), "tvTreeView");
   MoveTwips(*tvTreeView, 0, PaneTop, DesignSplitterLeft, DesignHeight - PaneTop);
-  pcMainWin = new QWidget(Inside);
-  pcMainWin->setObjectName(QStringLiteral("pcMainWin"));
+  pcMainWin = Named(new QWidget(Inside), "pcMainWin");
   MoveTwips(*pcMainWin, DesignSplitterLeft + SplitterGap, PaneTop, TabWidth, DesignHeight - PaneTop);
-  SSTab1 = new QStackedWidget(pcMainWin);
-  SSTab1->setObjectName(QStringLiteral("SSTab1"));
+  SSTab1 = Named(new QStackedWidget(pcMainWin), "SSTab1");
   MoveTwips(*SSTab1, 0, 0, TabWidth, DesignHeight - PaneTop);
 
   TheDataView = new browse::DataView(Data1, ThePaths, SSTab1);
@@ -106,8 +102,7 @@ void frmMain::MakePanes() {
   TheAddView = new records::AddView(Data1, *tvTreeView, ThePaths, Engine,
                                     QStandardPaths::writableLocation(QStandardPaths::PicturesLocation));
   // The list of the music directory is never shown itself.
-  MusicList = new controls::FileListBox(Inside);
-  MusicList->setObjectName(QStringLiteral("AudioFileList"));
+  MusicList = Named(new controls::FileListBox(Inside), "AudioFileList");
   MusicList->hide();
   TheMusic = std::make_unique<show::Music>(TheShowSettings, *MusicList, ThePaths.MusicDir, *Media);
   TheImagePlay = new show::ImagePlay({Data1, ThePaths, TheShowSettings, *TheMusic}, SSTab1);
@@ -129,8 +124,8 @@ void frmMain::ConnectViews() {
   connect(&TheDataView->TDBGrid1(), &browse::RecordGrid::SelChange, this, [this] {
     if (Clipboard->IsCutPending()) SetSelectionGrey(false);
   });
-  connect(bttnGo, &QPushButton::clicked, Folders.get(), &folders::FolderBrowser::bttnGo_Click);
-  connect(txtFldrSearch, &QLineEdit::returnPressed, Folders.get(), &folders::FolderBrowser::bttnGo_Click);
+  connect(bttnGo, &QPushButton::clicked, Folders.get(), &folders::FolderNavigation::bttnGo_Click);
+  connect(txtFldrSearch, &QLineEdit::returnPressed, Folders.get(), &folders::FolderNavigation::bttnGo_Click);
 }
 
 // --- start and stop ---------------------------------------------------------------------------------------
@@ -187,23 +182,23 @@ void frmMain::tbarToolBar_ButtonClick(int number) {
       case AddNewCode:
       case ImagePlayCode:
         return SSTab1->setCurrentIndex(TabOfView(number));
-      case 9:
+      case ExitProgramCode:
         close();
         return;
-      case 12:
-        return Querying->RecordQuery_Click();
-      case 13:
-        return Searching.SearchBttn_Click();
-      case 15:
-        return Output->GetPhotos();
-      case 16:
-        return Output->SendPhotos();
-      case 17:
-        return Output->WebBttn_Click();
-      case 19:
-        return Output->ReportList_Click();
-      case 20:
-        return Output->ReportGallery_Click();
+      case QueryDatabaseCode:
+        return TheQuery->RecordQuery_Click();
+      case FindRecordCode:
+        return TheRecordSearch.SearchBttn_Click();
+      case GetPhotosCode:
+        return Output->Copies.GetPhotos();
+      case EmailPhotosCode:
+        return Output->Mail.SendPhotos();
+      case MakeWebPagesCode:
+        return Output->Export.WebBttn_Click();
+      case ImageListCode:
+        return Output->Report.ReportList_Click();
+      case ImageGalleryCode:
+        return Output->Report.ReportGallery_Click();
       case SetupMusicCode:
         return TheImagePlay->tbarShow_ButtonClick(show::SetupMusic);
       default:
@@ -213,13 +208,13 @@ void frmMain::tbarToolBar_ButtonClick(int number) {
 }
 
 void frmMain::ShowDataView() {
-  SSTab1->setCurrentIndex(0);
+  SSTab1->setCurrentIndex(BrowseTab);
   ThumbPannel->hide();
   ThumbPannel->SetButtonsVisible(false);
 }
 
 void frmMain::ShowImageView() {
-  SSTab1->setCurrentIndex(0);
+  SSTab1->setCurrentIndex(BrowseTab);
   ThumbPannel->show();
   ThumbPannel->SetButtonsVisible(true);
   ResumeNext([&] { ThumbPannel->ReloadSelPositions(); });
@@ -234,18 +229,18 @@ void frmMain::SetViewControls(int view) {
 }
 
 void frmMain::SSTab1_Click(int previousTab) {
-  if (previousTab == TabOfView(ImagePlayCode)) TheImagePlay->tbarShow_ButtonClick(show::StopPlay);
+  if (previousTab == PlayTab) TheImagePlay->tbarShow_ButtonClick(show::StopPlay);
   // Another view: no routine walks the list. A page without records and the end of a show leave the guard up,
   // with which this view would not follow the list.
   Data1.SuppressReposition = false;
-  if (SSTab1->currentIndex() == 0) Data1_Reposition();
+  if (SSTab1->currentIndex() == BrowseTab) Data1_Reposition();
   if (FormViewIsShown()) ShowFolderRecords();
-  if (SSTab1->currentIndex() == 2) TheAddView->FillFileTypes();
+  if (SSTab1->currentIndex() == AddTab) TheAddView->FillFileTypes();
   SetRecordMenus();
 }
 
 void frmMain::Data1_Reposition() {
-  if (SSTab1->currentIndex() == 0) TheDataView->Data1_Reposition();
+  if (SSTab1->currentIndex() == BrowseTab) TheDataView->Data1_Reposition();
 }
 
 void frmMain::ShowQueryState() {
@@ -264,14 +259,14 @@ void frmMain::ShowFolderRecords() {
   if (FormViewIsShown()) {
     TheFormView->ShowFormRecord();
     TheFormView->ShowFormImage();
-  } else if (SSTab1->currentIndex() == 0 && !ThumbPannel->isHidden()) {
+  } else if (SSTab1->currentIndex() == BrowseTab && !ThumbPannel->isHidden()) {
     ThumbPannel->ShowFromCurrentRecord();
   }
 }
 
 void frmMain::RefreshBttn_Click() {
   if (Data1.RecordCount() == 0) return;
-  if (SSTab1->currentIndex() != 0) return TheFormView->ShowFormImage();
+  if (SSTab1->currentIndex() != BrowseTab) return TheFormView->ShowFormImage();
   if (!ThumbPannel->isHidden()) return ThumbPannel->Redraw();
   if (PreviewIsOn()) TheDataView->PreviewOption_Click(0);
 }
@@ -303,7 +298,7 @@ void frmMain::SetFolderMenus() {
 void frmMain::SetRecordMenus() {
   const controls::Node& node = *tvTreeView->SelectedItem();
   RecordMenuInput input;
-  input.Tab = SSTab1->currentIndex();
+  input.ShownTab = SSTab1->currentIndex();
   input.HasRecords = Data1.RecordCount() >= 1;
   input.NodeIsRoot = node.Index() == 1;
   input.NodeHasChildren = node.Children() > 0;

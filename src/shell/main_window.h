@@ -10,7 +10,7 @@
 #include <memory>
 
 #include "browse/data_view.h"
-#include "browse/external_viewing.h"
+#include "browse/external_viewer.h"
 #include "browse/thumbnail_page.h"
 #include "catalogue/record_list.h"
 #include "catalogue/record_source.h"
@@ -18,8 +18,8 @@
 #include "controls/tree_view.h"
 #include "find/find_record.h"
 #include "find/query.h"
-#include "folders/folder_browser.h"
 #include "folders/folder_commands.h"
+#include "folders/folder_navigation.h"
 #include "records/add_view.h"
 #include "records/delete_photos.h"
 #include "records/form_view.h"
@@ -138,13 +138,13 @@ class frmMain : public QMainWindow,
 
   std::unique_ptr<CommandBars> Bars;
   std::unique_ptr<catalogue::RecordSource> Source;
-  std::unique_ptr<folders::FolderBrowser> Folders;
+  std::unique_ptr<folders::FolderNavigation> Folders;
   std::unique_ptr<folders::FolderCommands> TheFolderCommands;
-  std::unique_ptr<records::DeletePhotos> Deleting;
+  std::unique_ptr<records::DeletePhotos> TheDeletePhotos;
   std::unique_ptr<records::RecordClipboard> Clipboard;
-  std::unique_ptr<find::Query> Querying;
-  find::RecordSearch Searching;
-  browse::ExternalViewing Viewing;
+  std::unique_ptr<find::Query> TheQuery;
+  find::RecordSearch TheRecordSearch;
+  browse::ExternalViewer TheExternalViewer;
   std::unique_ptr<OutputCommands> Output;
 };
 

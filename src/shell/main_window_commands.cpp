@@ -31,7 +31,7 @@ void frmMain::ConnectCommands() {
 }
 
 void frmMain::ConnectViewCommands() {
-  for (int number = 1; number <= 22; ++number) {
+  for (int number = DataViewCode; number <= SetupMusicCode; ++number) {
     OnChoice(Bars->Button(number), [this, number] { tbarToolBar_ButtonClick(number); });
   }
   const auto press = [this](const char* item, int number) {
@@ -49,7 +49,7 @@ void frmMain::ConnectViewCommands() {
   connect(&TheDataView->Button("ResetBttn"), &QPushButton::clicked, this, &frmMain::ResetBttn_Click);
   const auto* refresh = new QShortcut(QKeySequence::Refresh, this);
   connect(refresh, &QShortcut::activated, this, [this] {
-    if (SSTab1->currentIndex() == 0 || FormViewIsShown()) RefreshBttn_Click();
+    if (SSTab1->currentIndex() == BrowseTab || FormViewIsShown()) RefreshBttn_Click();
   });
 }
 
@@ -68,8 +68,8 @@ void frmMain::ConnectFolderCommands() {
 }
 
 void frmMain::ConnectRecordCommands() {
-  OnChoice("RecordDel", [this] { Deleting->RecordDel_Click(); });
-  OnChoice("RecordRmv", [this] { Deleting->RecordRmv_Click(); });
+  OnChoice("RecordDel", [this] { TheDeletePhotos->RecordDel_Click(); });
+  OnChoice("RecordRmv", [this] { TheDeletePhotos->RecordRmv_Click(); });
   OnChoice("RecordUndoCut", [this] { Clipboard->RecordUndoCut_Click(); });
   OnChoice("RecordCut", [this] { Clipboard->RecordCut_Click(); });
   OnChoice("RecordCopy", [this] { Clipboard->RecordCopy_Click(); });
@@ -80,46 +80,47 @@ void frmMain::ConnectRecordCommands() {
   const auto* all = new QShortcut(QKeySequence::SelectAll, TheDataView);
   connect(all, &QShortcut::activated, &Bars->Item("RecordAll"), &QAction::trigger);
 
-  const auto view = [this] { Viewing.ViewBttn_Click(); };
+  const auto view = [this] { TheExternalViewer.ViewBttn_Click(); };
   connect(&TheDataView->Button("ViewBttn"), &QPushButton::clicked, this, view);
   connect(TheDataView, &browse::DataView::ImgPreview_DblClick, this, view);
   connect(TheFormView, &records::FormView::FormImage_DblClick, this, view);
 }
 
 void frmMain::ConnectFinding() {
-  const auto search = [this] { Searching.SearchBttn_Click(); };
+  const auto search = [this] { TheRecordSearch.SearchBttn_Click(); };
   connect(&TheDataView->Button("QueryBttn"), &QPushButton::clicked, this,
-          [this] { Querying->QueryBttn_Click(); });
+          [this] { TheQuery->QueryBttn_Click(); });
   connect(&TheDataView->Button("SearchBttn(0)"), &QPushButton::clicked, this, search);
   connect(&TheFormView->Button("SearchBttn(1)"), &QPushButton::clicked, this, search);
-  OnChoice("RecordQuery", [this] { Querying->RecordQuery_Click(); });
+  OnChoice("RecordQuery", [this] { TheQuery->RecordQuery_Click(); });
   OnChoice("RecordSearch", search);
   connect(&Data1, &catalogue::RecordList::Refreshed, this, &frmMain::ShowQueryState);
   // A click lifts the button, or puts it down, whatever the dialog is left by.
-  connect(&Bars->Button(12), &QAction::toggled, this, &frmMain::ShowQueryState);
+  connect(&Bars->Button(QueryDatabaseCode), &QAction::toggled, this, &frmMain::ShowQueryState);
 }
 
 void frmMain::ConnectOutput() {
   struct Command {
-    void (OutputCommands::*Handler)();
+    std::function<void()> Handler;
     std::vector<const char*> Items;
     std::vector<QPushButton*> Buttons;
   };
   const auto ofData = [this](const char* name) { return &TheDataView->Button(name); };
   const auto ofForm = [this](const char* name) { return &TheFormView->Button(name); };
   const Command commands[] = {
-      {&OutputCommands::GetPhotos, {"FileGet", "PhotoGet"}, {ofData("GetMBttn"), ofForm("GetSBttn")}},
-      {&OutputCommands::SendPhotos,
+      {[this] { Output->Copies.GetPhotos(); },
+       {"FileGet", "PhotoGet"},
+       {ofData("GetMBttn"), ofForm("GetSBttn")}},
+      {[this] { Output->Mail.SendPhotos(); },
        {"FileEmail", "PhotoEmail"},
        {ofData("EmailMBttn"), ofForm("EmailSBttn")}},
-      {&OutputCommands::WebBttn_Click, {"FileWeb", "PhotoWeb"}, {ofData("WebBttn")}},
-      {&OutputCommands::PrintBttn_Click, {}, {ofData("PrintBttn")}},
-      {&OutputCommands::ReportList_Click, {"ReportList"}, {}},
-      {&OutputCommands::ReportGallery_Click, {"ReportGallery"}, {}}};
+      {[this] { Output->Export.WebBttn_Click(); }, {"FileWeb", "PhotoWeb"}, {ofData("WebBttn")}},
+      {[this] { Output->Report.PrintBttn_Click(); }, {}, {ofData("PrintBttn")}},
+      {[this] { Output->Report.ReportList_Click(); }, {"ReportList"}, {}},
+      {[this] { Output->Report.ReportGallery_Click(); }, {"ReportGallery"}, {}}};
   for (const Command& command : commands) {
-    const auto run = [this, handler = command.Handler] { (Output.get()->*handler)(); };
-    for (const char* item : command.Items) OnChoice(item, run);
-    for (QPushButton* button : command.Buttons) connect(button, &QPushButton::clicked, this, run);
+    for (const char* item : command.Items) OnChoice(item, command.Handler);
+    for (QPushButton* button : command.Buttons) connect(button, &QPushButton::clicked, this, command.Handler);
   }
 }
 

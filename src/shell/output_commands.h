@@ -10,9 +10,8 @@
 
 namespace veldrin::shell {
 
-/// Puts the parts of `output` together, which share the progress dialog and the settings of an export.
-class OutputCommands {
- public:
+/// The parts of `output`, which share the progress dialog and the settings of an export.
+struct OutputCommands {
   /// The references must outlive the object; the dialogs stand over `window`.
   OutputCommands(catalogue::RecordList& data1, const controls::TreeView& tvTreeView,
                  const catalogue::Paths& paths, const output::OutputViews& views, QWidget& window,
@@ -25,14 +24,6 @@ class OutputCommands {
         Mail(data1, paths, views, window),
         Copies(data1, paths, views, window) {}
 
-  void GetPhotos() { Copies.GetPhotos(); }
-  void SendPhotos() { Mail.SendPhotos(); }
-  void WebBttn_Click() { Export.WebBttn_Click(); }
-  void PrintBttn_Click() { Report.PrintBttn_Click(); }
-  void ReportList_Click() { Report.ReportList_Click(); }
-  void ReportGallery_Click() { Report.ReportGallery_Click(); }
-
- private:
   output::frmWeb Web;
   output::WebPages Pages;
   output::frmProg Progress;

@@ -11,9 +11,12 @@
 
 #include "controls/entry_field.h"
 #include "controls/msg_box.h"
+#include "controls/named.h"
 #include "shell/configuration.h"
 
 namespace veldrin::shell {
+
+using controls::Named;
 
 namespace {
 
@@ -23,8 +26,7 @@ QString ProgramsSection() { return QStringLiteral("Programs"); }
 QString BrowserKey() { return QStringLiteral("Webbrowser"); }
 
 QPushButton* MakeButton(QWidget* parent, const char* name, const char* text) {
-  auto* button = new QPushButton(QLatin1String(text), parent);
-  button->setObjectName(QLatin1String(name));
+  QPushButton* button = Named(new QPushButton(QLatin1String(text), parent), name);
   button->setMinimumWidth(92);
   return button;
 }
@@ -64,8 +66,7 @@ frmSetup::frmSetup(QString iniFile, QWidget* parent) : QDialog(parent), IniFile(
 frmSetup::Choice frmSetup::MakeChoice(const char* frame, const char* title, const char* option,
                                       const char* first, const char* second, const char* panel,
                                       const char* caption, const char* text) {
-  auto* box = new QGroupBox(QLatin1String(title), this);
-  box->setObjectName(QLatin1String(frame));
+  QGroupBox* box = Named(new QGroupBox(QLatin1String(title), this), frame);
   box->setFixedWidth(470);
   auto* column = new QVBoxLayout(box);
   column->setContentsMargins(16, 12, 16, 12);
@@ -77,14 +78,12 @@ frmSetup::Choice frmSetup::MakeChoice(const char* frame, const char* title, cons
     choice.Option[i]->setObjectName(QStringLiteral("%1(%2)").arg(QLatin1String(option)).arg(i));
     column->addWidget(choice.Option[i]);
   }
-  choice.Panel = new QWidget(box);
-  choice.Panel->setObjectName(QLatin1String(panel));
+  choice.Panel = Named(new QWidget(box), panel);
   // The dialog keeps its size when the panel goes.
   QSizePolicy policy = choice.Panel->sizePolicy();
   policy.setRetainSizeWhenHidden(true);
   choice.Panel->setSizePolicy(policy);
-  choice.Text = new QLineEdit(choice.Panel);
-  choice.Text->setObjectName(QLatin1String(text));
+  choice.Text = Named(new QLineEdit(choice.Panel), text);
   controls::InstallEntryManners(*choice.Text);
   auto* label = new QLabel(QLatin1String(caption), choice.Panel);
   label->setBuddy(choice.Text);

@@ -1,16 +1,18 @@
 #include "shell/splash.h"
 
+#include <QAbstractButton>
 #include <QCoreApplication>
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QPainter>
 #include <QScreen>
+#include <QSvgRenderer>
 #include <utility>
 
+#include "controls/named.h"
 #include "controls/twips.h"
 #include "shell/app.h"
-#include "shell/motif.h"
 
 namespace veldrin::shell {
 
@@ -30,9 +32,27 @@ bool IsModifier(int key) {
          key == Qt::Key_AltGr || key == Qt::Key_CapsLock || key == Qt::Key_NumLock;
 }
 
-QLabel* AddLabel(QWidget* parent, const QString& name, const QString& style, QRect twips) {
-  auto* label = new QLabel(parent);
-  label->setObjectName(name);
+// Fills itself with the landscape, whose edges it cuts off for that.
+class Landscape : public QAbstractButton {
+ public:
+  explicit Landscape(QWidget* parent) : QAbstractButton(parent) { setFocusPolicy(Qt::NoFocus); }
+
+ protected:
+  void paintEvent(QPaintEvent*) override {
+    const QString element = QStringLiteral("landscape");
+    const QSizeF whole = Picture.boundsOnElement(element).size();
+    QRectF place({}, whole.scaled(size(), Qt::KeepAspectRatioByExpanding));
+    place.moveCenter(QRectF(rect()).center());
+    QPainter painter(this);
+    Picture.render(&painter, element, place);
+  }
+
+ private:
+  QSvgRenderer Picture{QStringLiteral(":/veldrin.svg")};
+};
+
+QLabel* AddLabel(QWidget* parent, const char* name, const QString& style, QRect twips) {
+  QLabel* label = controls::Named(new QLabel(parent), name);
   label->setStyleSheet(style);
   // Labels that lie on the picture leave its clicks to it.
   label->setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -46,7 +66,7 @@ frmSplash::frmSplash(std::function<bool()> load, std::function<void()> showMain)
     : QWidget(nullptr, Qt::Window | Qt::FramelessWindowHint),
       Load(std::move(load)),
       ShowMain(std::move(showMain)),
-      Image1(new MotifBox(PaintLandscape, this)) {
+      Image1(controls::Named(new Landscape(this), "Image1")) {
   setObjectName(QStringLiteral("frmSplash"));
   // Its going is not the end of the program.
   setAttribute(Qt::WA_QuitOnClose, false);
@@ -54,35 +74,30 @@ frmSplash::frmSplash(std::function<bool()> load, std::function<void()> showMain)
   Timer1.setParent(this);
   Timer1.setInterval(SecondMs);
   connect(&Timer1, &QTimer::timeout, this, &frmSplash::Timer1_Timer);
-  connect(Image1, &MotifBox::Click, this, &frmSplash::Image1_Click);
+  connect(Image1, &QAbstractButton::clicked, this, &frmSplash::Image1_Click);
   Form_Load();
 }
 
 void frmSplash::Form_Load() {
   setWindowTitle(App::Title());
   setFixedSize(base::ToPixels(SplashWidth), base::ToPixels(SplashHeight));
-  Image1->setObjectName(QStringLiteral("Image1"));
   controls::MoveTwips(*Image1, 0, 0, SplashWidth, PictureHeight);
 
   // The second title is the shadow of the first.
   const QString titleStyle = QStringLiteral(
       "font-size: 44px; font-weight: 300; letter-spacing: 3px; background: transparent; color: %1;");
   const QRect titlePlace(Margin, 270, SplashWidth - 2 * Margin, 960);
-  QLabel* shadow =
-      AddLabel(this, QStringLiteral("lblTitle(1)"), titleStyle.arg(QStringLiteral("rgba(18, 38, 64, 70)")),
-               titlePlace.translated(base::TwipsPerPixel, base::TwipsPerPixel));
-  QLabel* title =
-      AddLabel(this, QStringLiteral("lblTitle(0)"), titleStyle.arg(QStringLiteral("white")), titlePlace);
+  QLabel* shadow = AddLabel(this, "lblTitle(1)", titleStyle.arg(QStringLiteral("rgba(18, 38, 64, 70)")),
+                            titlePlace.translated(base::TwipsPerPixel, base::TwipsPerPixel));
+  QLabel* title = AddLabel(this, "lblTitle(0)", titleStyle.arg(QStringLiteral("white")), titlePlace);
   title->setText(App::Title());
   shadow->setText(App::Title());
 
-  QLabel* notice =
-      AddLabel(this, QStringLiteral("lblNotice"), QStringLiteral("font-size: 15px; color: #2b3d4f;"),
-               {Margin, PictureHeight, 4700, StripHeight});
+  QLabel* notice = AddLabel(this, "lblNotice", QStringLiteral("font-size: 15px; color: #2b3d4f;"),
+                            {Margin, PictureHeight, 4700, StripHeight});
   notice->setText(QStringLiteral("A catalogue for your photographs."));
-  QLabel* version =
-      AddLabel(this, QStringLiteral("lblVer"), QStringLiteral("font-size: 12px; color: #73808c;"),
-               {SplashWidth - Margin - 2000, PictureHeight, 2000, StripHeight});
+  QLabel* version = AddLabel(this, "lblVer", QStringLiteral("font-size: 12px; color: #73808c;"),
+                             {SplashWidth - Margin - 2000, PictureHeight, 2000, StripHeight});
   version->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
   version->setText(App::VersionText());
 }

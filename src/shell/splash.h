@@ -5,9 +5,9 @@
 #include <QWidget>
 #include <functional>
 
-namespace veldrin::shell {
+class QAbstractButton;
 
-class MotifBox;
+namespace veldrin::shell {
 
 /// Shows itself by Show, loads as soon as it is painted, and then unloads itself: after a second, at a key or
 /// at a click on its picture. Then, and only then, the main window is shown. After a load that failed it is
@@ -39,7 +39,7 @@ class frmSplash : public QWidget {
   std::function<bool()> Load;
   std::function<void()> ShowMain;
   QTimer Timer1;
-  MotifBox* Image1;
+  QAbstractButton* Image1;
   bool Activated = false;
 };
 

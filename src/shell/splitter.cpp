@@ -3,6 +3,7 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include "controls/named.h"
 #include "controls/twips.h"
 #include "shell/layout.h"
 
@@ -20,11 +21,12 @@ constexpr int BarWidth = GripWidth / 2;
 }  // namespace
 
 Splitter::Splitter(QWidget* window, std::function<void(float)> arrange)
-    : QAbstractButton(window), Arrange(std::move(arrange)), picSplitter(new QWidget(window)) {
+    : QAbstractButton(window),
+      Arrange(std::move(arrange)),
+      picSplitter(controls::Named(new QWidget(window), "picSplitter")) {
   setObjectName(QStringLiteral("bttnSplitter"));
   setCursor(Qt::SplitHCursor);
   setFocusPolicy(Qt::NoFocus);
-  picSplitter->setObjectName(QStringLiteral("picSplitter"));
   picSplitter->setAutoFillBackground(true);
   picSplitter->setPalette(QPalette(QColor(0x60, 0x60, 0x60)));
   picSplitter->hide();

@@ -73,7 +73,7 @@ class FolderCommandsTest : public FoldersTest {
         .replace(padding, "");
   }
 
-  FolderCommands Commands{Tree, Browser, Views, Catalogue.Engine(), Catalogue.Paths()};
+  FolderCommands Commands{Tree, Navigation, Views, Catalogue.Engine(), Catalogue.Paths()};
 };
 
 TEST_F(FolderCommandsTest, TheFirstFolderBringsTheUnorganized) {

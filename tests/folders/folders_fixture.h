@@ -3,8 +3,8 @@
 
 #include <utility>
 
-#include "folders/folder_browser.h"
 #include "folders/folder_keys.h"
+#include "folders/folder_navigation.h"
 #include "folders/folder_nodes.h"
 #include "folders/folder_tree.h"
 #include "support/test_support.h"
@@ -71,7 +71,7 @@ struct FoldersTest : testing::Test {
   FakeViews Views;
   catalogue::RecordSource Source{Data1, [this] { return SelectedFolderKey(Tree); }, Catalogue.Engine(),
                                  Catalogue.Paths(), Views};
-  FolderBrowser Browser{Tree, Search, Source, Views};
+  FolderNavigation Navigation{Tree, Search, Source, Views};
 };
 
 }  // namespace veldrin::folders

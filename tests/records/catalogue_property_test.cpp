@@ -64,9 +64,9 @@ class CatalogueProperty : public test::CommandsTest {
 
   void Select(const QString& node) {
     Model.Selected = node;
-    Browser.LastNodeIndex = -1;
+    Navigation.LastNodeIndex = -1;
     Tree.Select(Find(node));
-    Browser.tvTreeView_NodeClick(*Tree.SelectedItem());
+    Navigation.tvTreeView_NodeClick(*Tree.SelectedItem());
   }
 
   // Types names into the open editor until one is accepted.
@@ -240,8 +240,8 @@ class CatalogueProperty : public test::CommandsTest {
   }
 
   QLineEdit Search;
-  folders::FolderBrowser Browser{Tree, Search, Source, Views};
-  folders::FolderCommands Folders{Tree, Browser, Views, Catalogue.Engine(), Catalogue.Paths()};
+  folders::FolderNavigation Navigation{Tree, Search, Source, Views};
+  folders::FolderCommands Folders{Tree, Navigation, Views, Catalogue.Engine(), Catalogue.Paths()};
 
   CatalogueModel Model;
   std::mt19937 Random;

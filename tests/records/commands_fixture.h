@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "folders/folder_browser.h"
+#include "folders/folder_navigation.h"
 #include "folders/folder_nodes.h"
 #include "folders/folder_tree.h"
 #include "records/delete_photos.h"

@@ -22,21 +22,21 @@ RecordMenuInput Node(int tab, bool records, bool root, bool children, bool unorg
 }
 
 RecordMenuInput Pending(bool cut, bool copied, bool children, bool above) {
-  return {0, true, false, children, false, true, cut, copied, above};
+  return {BrowseTab, true, false, children, false, true, cut, copied, above};
 }
 
 TEST(RecordMenus, FollowTheNodeTheTabAndTheClipboard) {
   const std::tuple<const char*, RecordMenuInput, const char*> cases[] = {
-      {"no records", Node(0, false, false, false, false, true), "A--------"},
-      {"root", Node(0, true, true, true, false, false), "AED----LS"},
-      {"root without folders", Node(0, true, true, false, false, false), "AED----LS"},
-      {"folder with subfolders", Node(0, true, false, true, false, true), "AEDR---LS"},
-      {"leaf", Node(0, true, false, false, false, true), "AEDRUC-LS"},
-      {"top unorganized", Node(0, true, false, false, true, true), "AED-U--LS"},
-      {"deeper unorganized", Node(0, true, false, false, true, false), "AEDRU--LS"},
-      {"form view", Node(1, true, false, false, false, true), "A-DR----S"},
-      {"add new", Node(2, true, false, false, false, true), "-E------S"},
-      {"image play", Node(3, true, false, false, false, true), "AE------S"},
+      {"no records", Node(BrowseTab, false, false, false, false, true), "A--------"},
+      {"root", Node(BrowseTab, true, true, true, false, false), "AED----LS"},
+      {"root without folders", Node(BrowseTab, true, true, false, false, false), "AED----LS"},
+      {"folder with subfolders", Node(BrowseTab, true, false, true, false, true), "AEDR---LS"},
+      {"leaf", Node(BrowseTab, true, false, false, false, true), "AEDRUC-LS"},
+      {"top unorganized", Node(BrowseTab, true, false, false, true, true), "AED-U--LS"},
+      {"deeper unorganized", Node(BrowseTab, true, false, false, true, false), "AEDRU--LS"},
+      {"form view", Node(FormTab, true, false, false, false, true), "A-DR----S"},
+      {"add new", Node(AddTab, true, false, false, false, true), "-E------S"},
+      {"image play", Node(PlayTab, true, false, false, false, true), "AE------S"},
       {"cut onto a leaf", Pending(true, false, false, false), "AEDRUCPLS"},
       {"cut onto a parent", Pending(true, false, true, false), "AEDR---LS"},
       {"cut isn't asked for the source", Pending(true, false, false, true), "AEDRUCPLS"},

@@ -9,13 +9,13 @@ TEST_F(MainWindowTest, StartsWithTheWholeCatalogueAndSwitchesViewsByMenuAndToolb
       "tbarToolBar(12) tbarToolBar(13) tbarToolBar(15) tbarToolBar(17) tbarToolBar(20) tbarToolBar(22) "
       "RecordQuery RecordSearch FileWeb FileGet";
   const std::tuple<const char*, int, int, QString> steps[] = {
-      {"MainImage", 2, 0, all},
-      {"tbarToolBar(4)", 4, 1,
+      {"MainImage", ImageViewCode, BrowseTab, all},
+      {"tbarToolBar(4)", FormViewCode, FormTab,
        "tbarToolBar(12) tbarToolBar(13) tbarToolBar(15) tbarToolBar(22) RecordQuery "
        "RecordSearch FileGet"},
-      {"MainAdd", 5, 2, "tbarToolBar(22)"},
-      {"MainPlay", 7, 3, "tbarToolBar(12) tbarToolBar(22) RecordQuery"},
-      {"tbarToolBar(1)", 1, 0, all}};
+      {"MainAdd", AddNewCode, AddTab, "tbarToolBar(22)"},
+      {"MainPlay", ImagePlayCode, PlayTab, "tbarToolBar(12) tbarToolBar(22) RecordQuery"},
+      {"tbarToolBar(1)", DataViewCode, BrowseTab, all}};
   EXPECT_EQ(Tree().SelectedItem(), Tree().Root());
   EXPECT_EQ(Counter(), "   1 of 30");
   EXPECT_FALSE(Get("ImgPreview").isHidden());
@@ -24,7 +24,7 @@ TEST_F(MainWindowTest, StartsWithTheWholeCatalogueAndSwitchesViewsByMenuAndToolb
     EXPECT_TRUE(Action(command).isEnabled()) << command;
     Choose(command);
     EXPECT_EQ(Get<QStackedWidget>("SSTab1").currentIndex(), tab) << command;
-    EXPECT_EQ(Get("bttnNext").isHidden(), view == 1) << command;
+    EXPECT_EQ(Get("bttnNext").isHidden(), view == DataViewCode) << command;
     EXPECT_EQ(Those(all.split(' '), &QAction::isVisible), visible) << command;
     EXPECT_FALSE(Get<QAction>(QStringLiteral("tbarToolBar(%1)").arg(view)).isEnabled()) << command;
   }

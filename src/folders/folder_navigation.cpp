@@ -1,4 +1,4 @@
-#include "folders/folder_browser.h"
+#include "folders/folder_navigation.h"
 
 #include "controls/busy_pointer.h"
 #include "controls/msg_box.h"
@@ -7,17 +7,17 @@ namespace veldrin::folders {
 
 using controls::Node;
 
-FolderBrowser::FolderBrowser(controls::TreeView& tvTreeView, QLineEdit& txtFldrSearch,
-                             catalogue::RecordSource& source, FolderViews& views)
+FolderNavigation::FolderNavigation(controls::TreeView& tvTreeView, QLineEdit& txtFldrSearch,
+                                   catalogue::RecordSource& source, FolderViews& views)
     : Tree(tvTreeView), Search(txtFldrSearch), Source(source), Views(views) {
-  connect(&Tree, &controls::TreeView::MouseDown, this, &FolderBrowser::tvTreeView_MouseDown);
+  connect(&Tree, &controls::TreeView::MouseDown, this, &FolderNavigation::tvTreeView_MouseDown);
   connect(&Tree, &controls::TreeView::NodeClick, this, [this](Node* node) { tvTreeView_NodeClick(*node); });
   // Before a key moves the selection it stands on the node that the views show, as before a click.
-  connect(&Tree, &controls::TreeView::KeyDown, this, &FolderBrowser::NoteSelection);
-  connect(&Tree, &controls::TreeView::KeyUp, this, &FolderBrowser::tvTreeView_KeyUp);
+  connect(&Tree, &controls::TreeView::KeyDown, this, &FolderNavigation::NoteSelection);
+  connect(&Tree, &controls::TreeView::KeyUp, this, &FolderNavigation::tvTreeView_KeyUp);
 }
 
-void FolderBrowser::tvTreeView_NodeClick(const Node& node) {
+void FolderNavigation::tvTreeView_NodeClick(const Node& node) {
   if (node.Index() == LastNodeIndex) return;
   const controls::BusyPointer busy;
   Source.ClearQuery();
@@ -27,7 +27,7 @@ void FolderBrowser::tvTreeView_NodeClick(const Node& node) {
   Views.SetRecordMenus();
 }
 
-void FolderBrowser::tvTreeView_MouseDown(Qt::MouseButton button, const QPoint& point) {
+void FolderNavigation::tvTreeView_MouseDown(Qt::MouseButton button, const QPoint& point) {
   NoteSelection();
   if (button != Qt::RightButton) return;
   Node* node = Tree.HitTest(point);
@@ -37,11 +37,11 @@ void FolderBrowser::tvTreeView_MouseDown(Qt::MouseButton button, const QPoint& p
   Views.PopupFolderMenu();
 }
 
-void FolderBrowser::NoteSelection() {
+void FolderNavigation::NoteSelection() {
   if (Tree.SelectedItem() != nullptr) LastNodeIndex = Tree.SelectedItem()->Index();
 }
 
-void FolderBrowser::bttnGo_Click() {
+void FolderNavigation::bttnGo_Click() {
   const QString name = Search.text().toLower();
   if (name.isEmpty()) return;
   for (int i = 1; i <= Tree.Count(); ++i) {

@@ -6,16 +6,16 @@
 namespace veldrin::folders {
 namespace {
 
-class FolderBrowserTest : public FoldersTest {
+class FolderNavigationTest : public FoldersTest {
  protected:
-  FolderBrowserTest() { Load("Alpha Alpha/Same Beta Beta/Same"); }
+  FolderNavigationTest() { Load("Alpha Alpha/Same Beta Beta/Same"); }
   void Go(const char* name) {
     Search.setText(name);
-    Browser.bttnGo_Click();
+    Navigation.bttnGo_Click();
   }
 };
 
-TEST_F(FolderBrowserTest, AFolderIsShownOnceAndDropsTheQuery) {
+TEST_F(FolderNavigationTest, AFolderIsShownOnceAndDropsTheQuery) {
   Source.Query.QryTitle = "x";
   Click("Alpha");
   EXPECT_EQ(Source.Query, catalogue::Criteria{});
@@ -34,7 +34,7 @@ TEST_F(FolderBrowserTest, AFolderIsShownOnceAndDropsTheQuery) {
   EXPECT_EQ(Views.Take(), "show show show");
 }
 
-TEST_F(FolderBrowserTest, APressThatMovesOnAndTheOpeningOfABranchSelectNothingMore) {
+TEST_F(FolderNavigationTest, APressThatMovesOnAndTheOpeningOfABranchSelectNothingMore) {
   QTest::mousePress(Tree.viewport(), Qt::LeftButton, {}, PointOf("Alpha"));
   QMouseEvent move(QEvent::MouseMove, PointOf("Beta"), QCursor::pos(), Qt::NoButton, Qt::LeftButton,
                    Qt::NoModifier);
@@ -47,7 +47,7 @@ TEST_F(FolderBrowserTest, APressThatMovesOnAndTheOpeningOfABranchSelectNothingMo
   EXPECT_EQ(Views.Take(), "show");
 }
 
-TEST_F(FolderBrowserTest, ARightClickSelectsAndOpensTheMenu) {
+TEST_F(FolderNavigationTest, ARightClickSelectsAndOpensTheMenu) {
   Click("Beta", Qt::RightButton);
   EXPECT_EQ(Selected(), "Beta");
   EXPECT_EQ(Views.Take(), "show popup");
@@ -57,7 +57,7 @@ TEST_F(FolderBrowserTest, ARightClickSelectsAndOpensTheMenu) {
   EXPECT_EQ(Views.Take(), "");
 }
 
-TEST_F(FolderBrowserTest, TheSearchTakesTheFirstWholeNameInAnyCase) {
+TEST_F(FolderNavigationTest, TheSearchTakesTheFirstWholeNameInAnyCase) {
   Go("SAME");
   EXPECT_EQ(Tree.SelectedItem(), Find("Alpha/Same"));
   EXPECT_TRUE(Find("Alpha")->isExpanded());

@@ -8,11 +8,11 @@
 
 namespace veldrin::browse {
 
-class ExternalViewing {
+class ExternalViewer {
  public:
   /// The references must outlive the object; `window` has the message box.
-  ExternalViewing(catalogue::RecordList& data1, engine::DBEngine& engine, const catalogue::Paths& paths,
-                  QWidget& window)
+  ExternalViewer(catalogue::RecordList& data1, engine::DBEngine& engine, const catalogue::Paths& paths,
+                 QWidget& window)
       : Data1(data1), Engine(engine), ThePaths(paths), Window(window) {}
 
   /// Opens the current record's stored image in the program that the desktop has for its type, and notes that

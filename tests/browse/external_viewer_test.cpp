@@ -1,4 +1,4 @@
-#include "browse/external_viewing.h"
+#include "browse/external_viewer.h"
 
 #include "browse/thumbnail_page.h"
 #include "catalogue/image_store.h"
@@ -29,7 +29,7 @@ void MakeDesktop(const QString& directory) {
   qputenv("XDG_DATA_DIRS", directory.toUtf8() + "/system");
 }
 
-struct ExternalViewingTest : testing::Test {
+struct ExternalViewerTest : testing::Test {
   // GIO reads the directories once in a process.
   static void SetUpTestSuite() { MakeDesktop(Desktop.path()); }
   // A photo of the extension, dated by its file as storing does it.
@@ -58,14 +58,14 @@ struct ExternalViewingTest : testing::Test {
   QWidget Tab;
   catalogue::RecordList Data1{Catalogue.Engine()};
   ThumbnailPage Page{Data1, Catalogue.Engine(), Catalogue.Paths(), &Tab};
-  ExternalViewing Viewing{Data1, Catalogue.Engine(), Catalogue.Paths(), Tab};
+  ExternalViewer Viewer{Data1, Catalogue.Engine(), Catalogue.Paths(), Tab};
 };
 
-TEST_F(ExternalViewingTest, AChangeByTheRegisteredProgramComesBackAsANewThumbnail) {
+TEST_F(ExternalViewerTest, AChangeByTheRegisteredProgramComesBackAsANewThumbnail) {
   Open("jpg");
   Page.ShowThumbnails(0);
   ASSERT_FALSE(ThumbnailIsRed());
-  Viewing.ViewBttn_Click();
+  Viewer.ViewBttn_Click();
   const QString log = Desktop.filePath("paint photo.sh.log");
   ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(log); }, 20'000));
   EXPECT_EQ(test::ReadFile(log), Image.toUtf8() + '\n');
@@ -75,13 +75,13 @@ TEST_F(ExternalViewingTest, AChangeByTheRegisteredProgramComesBackAsANewThumbnai
   EXPECT_EQ(ModifyDate(), "2030-02-03");
   EXPECT_EQ(Notes(), QStringList());
   ASSERT_TRUE(QFile::remove(Image) && QDir().mkdir(Image));
-  Viewing.ViewBttn_Click();
+  Viewer.ViewBttn_Click();
   EXPECT_EQ(Notes(), QStringList()) << "without an image nothing happens";
 }
 
-TEST_F(ExternalViewingTest, WithoutAProgramItsBoxTellsHowToGetOne) {
+TEST_F(ExternalViewerTest, WithoutAProgramItsBoxTellsHowToGetOne) {
   Open("tga");
-  const QStringList boxes = test::AnswerBoxes([&] { Viewing.ViewBttn_Click(); }, {QMessageBox::Ok});
+  const QStringList boxes = test::AnswerBoxes([&] { Viewer.ViewBttn_Click(); }, {QMessageBox::Ok});
   EXPECT_TRUE(boxes.value(0).endsWith(
       "|You need to register the file extension such as .bmp, .jpg with your chosen favorite graphics "
       "application!\n"
@@ -94,7 +94,7 @@ TEST_F(ExternalViewingTest, WithoutAProgramItsBoxTellsHowToGetOne) {
 }
 
 // The file is of 2010, or has gone; two notes are written, of which the first one counts.
-TEST_F(ExternalViewingTest, ACheckedPhotoIsComparedWithItsFirstNote) {
+TEST_F(ExternalViewerTest, ACheckedPhotoIsComparedWithItsFirstNote) {
   const std::tuple<const char*, bool, const char*, bool> cases[] = {
       {"2010-01-01T12:00:00Z", true, "2010-01-01", true},
       {"2009-01-01T12:00:00Z", true, "2010-01-01", false},

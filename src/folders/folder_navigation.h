@@ -24,11 +24,11 @@ class FolderViews {
   virtual void PopupFolderMenu() = 0;
 };
 
-class FolderBrowser : public QObject {
+class FolderNavigation : public QObject {
  public:
   /// The search box belongs to the caller.
-  FolderBrowser(controls::TreeView& tvTreeView, QLineEdit& txtFldrSearch, catalogue::RecordSource& source,
-                FolderViews& views);
+  FolderNavigation(controls::TreeView& tvTreeView, QLineEdit& txtFldrSearch, catalogue::RecordSource& source,
+                   FolderViews& views);
 
   /// The index of the node that the views are taken to show; -1 makes the next tvTreeView_NodeClick act.
   int LastNodeIndex = -1;

@@ -1,4 +1,4 @@
-#include "browse/external_viewing.h"
+#include "browse/external_viewer.h"
 
 #include <QFile>
 #include <QFileInfo>
@@ -26,7 +26,7 @@ QDateTime DateOfFile(const QString& path) {
 
 }  // namespace
 
-void ExternalViewing::ViewBttn_Click() {
+void ExternalViewer::ViewBttn_Click() {
   if (Data1.RecordCount() == 0) return;
   try {
     const int photoId = Data1.Field(QStringLiteral("PhotoID")).toInt();
@@ -41,7 +41,7 @@ void ExternalViewing::ViewBttn_Click() {
   }
 }
 
-void ExternalViewing::ShowNoProgram() const {
+void ExternalViewer::ShowNoProgram() const {
   static const char* const first =
       "You need to register the file extension such as .bmp, .jpg with your chosen favorite graphics "
       "application!";
