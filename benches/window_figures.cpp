@@ -30,9 +30,15 @@ class WindowBench {
     Tree = Window.findChild<controls::TreeView*>();
   }
 
-  double Click(const QString& folderKey) {
-    Press(*Tree->NodeAt(2));  // Another folder, so that each click is a change.
+  /// The first click on a folder after a change of the catalogue, or after none.
+  double Click(const QString& folderKey, bool changed) {
     controls::Node& node = Find(folderKey);
+    if (changed) {
+      Opened.Engine()
+          .OpenDatabase(Opened.Paths().WorkFile)
+          ->Execute(QStringLiteral("UPDATE tblPhotos SET Title = Title WHERE PhotoID = 1"));
+    }
+    Press(*Tree->NodeAt(2));  // Another folder, so that each click is a change.
     return Milliseconds([&] { Press(node); });
   }
 
@@ -105,13 +111,14 @@ int RunStartChild(int argc, char** argv) {
 void AddWindowFigures(const std::string& data) {
   const auto program = [data] { return MakeCatalogue(QString::fromStdString(data), LargeCatalogue); };
   const auto window = Lazy([program] { return std::make_unique<WindowBench>(program()); });
-  const auto addClick = [window](const char* name, const QString& key, int repetitions) {
-    AddFigure({name, "ms", [window, key] { return window().Click(key); },
+  const auto addClick = [window](const char* name, const QString& key, int repetitions, bool changed = true) {
+    AddFigure({name, "ms", [window, key, changed] { return window().Click(key, changed); },
                [window, key] { return window().ReadKeys(key); }, repetitions});
   };
-  addClick("folder_click_2k_of_1m", QLatin1String(FullFolderKey), 2001);
+  addClick("folder_click_2k_of_1m", QLatin1String(FullFolderKey), 501);
   addClick("folder_click_1m", QLatin1String(TopFolderKey), 7);
   addClick("root_click_1m", QString(), 7);
+  addClick("folder_again_1m", QLatin1String(TopFolderKey), 51, false);
 
   AddFigure({"start_1m", "ms", [program] { return StartChild(program()).Milliseconds; },
              [program] {

@@ -94,13 +94,33 @@ std::optional<KeySource> OpenedCatalogue::FindKeySource(const QString& sql) cons
   return source;
 }
 
+// The query's condition with the values of the one-row table in the place of its names: what is left is a
+// condition on the links alone. Nothing when the table hasn't one row.
+std::optional<QString> OpenedCatalogue::MatchOfLinks(const QueryDef& query) const {
+  const RowSet parameter = Current->Rows(QStringLiteral("SELECT * FROM ") + query.Parameter);
+  if (parameter.Rows.size() != 1) return std::nullopt;
+  SqlTokens match = TokenizeSql(query.Match);
+  for (size_t at = 0; at + 2 < match.size(); ++at) {
+    if (match[at].Content.compare(query.Parameter, Qt::CaseInsensitive) != 0 || !match[at + 1].Is("."))
+      continue;
+    const qsizetype column = ColumnAt(parameter.Names, match[at + 2].Content);
+    if (column < 0 || IsNull(parameter.Rows[0][column])) return std::nullopt;
+    const Value& value = parameter.Rows[0][column];
+    match[at] = value.userType() == QMetaType::Int ? SqlNumber(value.toInt()) : SqlText(value.toString());
+    match.erase(match.begin() + static_cast<std::ptrdiff_t>(at) + 1,
+                match.begin() + static_cast<std::ptrdiff_t>(at) + 3);
+  }
+  return TranslateCondition(JoinTokens(match), Current->Sql());
+}
+
 // Being distinct is a matter of keys alone, and without a condition the keys are read from the links, without
-// a look at the rows they lead to. The one-row table stands first and the range on the links follows it.
+// a look at the rows they lead to.
 KeySource OpenedCatalogue::LinkedKeys(const QueryDef& query, const QString& condition) const {
-  const QString linked =
-      QStringLiteral("SELECT %1.%2 FROM %3 CROSS JOIN %1 WHERE %4")
-          .arg(query.Links, query.Key, query.Parameter, TranslateCondition(query.Match, Current->Sql()));
-  KeySource source{query.RowsOf, query.Key, linked, condition.isEmpty(), query.Parameter};
+  const std::optional<QString> match = MatchOfLinks(query);
+  const QString from = match ? query.Links : query.Parameter + QStringLiteral(" CROSS JOIN ") + query.Links;
+  const QString linked = QStringLiteral("SELECT %1.%2 FROM %3 WHERE ").arg(query.Links, query.Key, from) +
+                         (match ? *match : TranslateCondition(query.Match, Current->Sql()));
+  KeySource source{query.RowsOf, query.Key, linked, condition.isEmpty()};
   // The links stand in a query of their own, so that a criterion's field names mean the table's alone.
   if (!condition.isEmpty()) {
     source.KeySql = SelectKeys(query.RowsOf, query.Key) +
@@ -117,27 +137,29 @@ bool OpenedCatalogue::IsLinked(const QString& table) const {
 }
 
 KeyList OpenedCatalogue::ReadKeys(const KeySource& source) {
-  // The version is one of the linked tables; short lists of the machine's own are not worth one.
-  const std::optional<quint64> version = IsLinked(source.Table) ? Current->Version() : std::nullopt;
-  QString name = source.KeySql;
-  if (!source.Parameter.isEmpty()) {
-    const RowSet parameter = Current->Rows(QStringLiteral("SELECT * FROM ") + source.Parameter);
-    for (const auto& row : parameter.Rows) {
-      for (const Value& value : row) name += QLatin1Char('\n') + value.toString();
-    }
-  }
-  if (version) {
-    if (KeyList kept = Kept.Find(name, *version)) return kept;
-  }
+  KeyList keys;
+  Current->ReadTogether([&] { keys = FindKeys(source); });
+  return keys;
+}
+
+// The version is one of the linked tables; short lists of the machine's own need none.
+KeyList OpenedCatalogue::FindKeys(const KeySource& source) {
+  if (!IsLinked(source.Table)) return ReadAnew(source);
+  const std::optional<quint64> version = Current->Version();
+  if (!version) return ReadAnew(source);
+  if (KeyList kept = Kept.Find(source.KeySql, *version)) return kept;
+  KeyList keys = ReadAnew(source);
+  Kept.Keep(source.KeySql, *version, keys);
+  return keys;
+}
+
+KeyList OpenedCatalogue::ReadAnew(const KeySource& source) const {
   std::vector<int> keys = Current->Keys(source.KeySql);
   if (!std::is_sorted(keys.begin(), keys.end())) std::sort(keys.begin(), keys.end());
   keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
   if (source.MayLackRows) keys = KeysWithRow(source, std::move(keys));
   keys.shrink_to_fit();
-  KeyList list = std::make_shared<const std::vector<int>>(std::move(keys));
-  // What came in while it was read belongs to a later version.
-  if (version) Kept.Keep(name, *version, list);
-  return list;
+  return std::make_shared<const std::vector<int>>(std::move(keys));
 }
 
 // Keys that follow each other without a gap are counted in the table's key index in one go; the others are

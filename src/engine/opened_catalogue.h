@@ -19,7 +19,6 @@ struct KeySource {
   QString Key;     ///< its numeric primary key; empty when it has none, and rows can only be added then
   QString KeySql;  ///< the session's SQL: gives the keys, in any order and perhaps several times
   bool MayLackRows = false;  ///< the keys come from another table and may lack a row in Table
-  QString Parameter;         ///< the one-row table whose values decide about the keys; may be empty
 };
 
 class OpenedCatalogue {
@@ -46,7 +45,10 @@ class OpenedCatalogue {
  private:
   bool IsLinked(const QString& table) const;
   const QueryDef* FindQuery(const QString& name) const;
+  std::optional<QString> MatchOfLinks(const QueryDef& query) const;
   KeySource LinkedKeys(const QueryDef& query, const QString& condition) const;
+  KeyList FindKeys(const KeySource& source);
+  KeyList ReadAnew(const KeySource& source) const;
   std::vector<int> KeysWithRow(const KeySource& source, std::vector<int> keys) const;
 
   QString TheFile;

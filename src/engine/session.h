@@ -3,6 +3,7 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -54,6 +55,10 @@ class Session {
   virtual void Commit() = 0;
   virtual void Rollback() noexcept = 0;
 
+  /// Reads of several statements as one: others' locks are looked at once and not for each of them. Not to be
+  /// nested.
+  virtual void ReadTogether(const std::function<void()>& reads) = 0;
+
   virtual void Create(const TableDef& table) = 0;
   /// A file or a table that is missing is an error here.
   virtual void Link(const TableDef& table) = 0;
@@ -64,8 +69,8 @@ class Session {
 
   /// False when a file that was opened or linked has been deleted or replaced since.
   virtual bool IsCurrent() const = 0;
-  /// A number that changes with every change of the linked tables, whoever makes it. Nothing within a group,
-  /// whose changes nobody has counted yet.
+  /// A number that changes with every change of the linked tables, whoever makes it. Nothing within a group
+  /// of writes, whose changes nobody has counted yet.
   virtual std::optional<quint64> Version() = 0;
   /// How many milliseconds a statement waits for another machine before it raises 3260.
   virtual void SetLockTimeout(int milliseconds) = 0;

@@ -155,32 +155,37 @@ void SqlCondition::PrefixRange(const SqlTokens& name, const SqlTokens& prefix) {
   Write(Engine.PrefixEnd(prefix));
 }
 
-// Left(x, n) = y, with y a name, gets the range on x in front, by which an index serves; where y is n
-// characters long the range alone decides. False, and nothing read, for another shape.
+// Left(x, n) = y, with y a name or a text, gets the range on x in front, by which an index serves; where y is
+// n characters long the range alone decides. False, and nothing read, for another shape.
 bool SqlCondition::PrefixMatch() {
   const size_t start = At;
   SqlTokens x;
   SqlTokens n;
   ReadLeft(x, n);
-  const bool name = Next("=") && At + 1 < In.size() && !Next("(", 2) &&
-                    (In[At + 1].Kind == SqlToken::Name || In[At + 1].Kind == SqlToken::Word);
-  if (!name) {
+  const bool fits = Next("=") && At + 1 < In.size() && !Next("(", 2) &&
+                    (In[At + 1].Kind == SqlToken::Name || In[At + 1].Kind == SqlToken::Word ||
+                     (In[At + 1].Kind == SqlToken::Text && IsDigits(In[At + 1].Content)));
+  if (!fits) {
     At = start;
     return false;
   }
   Take();
-  const SqlTokens y = TakeName();
+  const bool isText = NextIs(SqlToken::Text);
+  const SqlTokens y = isText ? SqlTokens{Take()} : TakeName();
   Write(SqlSign("("));
   PrefixRange(x, y);
-  Write({SqlWord("AND"), SqlSign("("), SqlWord("length"), SqlSign("(")});
-  Write(y);
-  Write({SqlSign(")"), SqlSign("=")});
-  Write(n);
-  Write(SqlWord("OR"));
-  Write(Engine.Left(x, n));
-  Write(SqlSign("="));
-  Write(y);
-  Write({SqlSign(")"), SqlSign(")")});
+  if (!isText || n.size() != 1 || n[0].Content != QString::number(y[0].Content.size())) {
+    Write({SqlWord("AND"), SqlSign("("), SqlWord("length"), SqlSign("(")});
+    Write(y);
+    Write({SqlSign(")"), SqlSign("=")});
+    Write(n);
+    Write(SqlWord("OR"));
+    Write(Engine.Left(x, n));
+    Write(SqlSign("="));
+    Write(y);
+    Write(SqlSign(")"));
+  }
+  Write(SqlSign(")"));
   return true;
 }
 

@@ -37,10 +37,12 @@ void RequireFile(const QString& file) {
   throw RuntimeError(base::errBadPath, QStringLiteral("'%1' is not a valid path.").arg(file));
 }
 
+// One thread uses it.
 SQLite::Database OpenFile(const QString& file) {
   RequireFile(file);
-  return WithSqliteErrors(
-      [&] { return SQLite::Database(UriOf(file), SQLite::OPEN_READWRITE | SQLite::OPEN_URI); });
+  return WithSqliteErrors([&] {
+    return SQLite::Database(UriOf(file), SQLite::OPEN_READWRITE | SQLite::OPEN_URI | SQLite::OPEN_NOMUTEX);
+  });
 }
 
 QString QuoteName(const QString& name) {
@@ -143,7 +145,7 @@ void SqliteSession::Attach(const QString& file) {
 }
 
 std::optional<quint64> SqliteSession::Version() {
-  if (InGroup()) return std::nullopt;
+  if (Writing) return std::nullopt;
   quint64 version = 0;
   for (const OpenedFile& file : std::as_const(Files)) {
     if (file.Alias == "main") continue;
@@ -211,15 +213,34 @@ int SqliteSession::Execute(const QString& sql, std::span<const Value> parameters
   return sqlite3_changes(Db.getHandle());
 }
 
-bool SqliteSession::InGroup() const { return sqlite3_get_autocommit(Db.getHandle()) == 0; }
-
 void SqliteSession::Begin(Writes writes) {
   Execute(writes == Writes::Catalogue ? QStringLiteral("BEGIN IMMEDIATE") : QStringLiteral("BEGIN"), {});
+  Writing = true;
 }
 
-void SqliteSession::Commit() { Execute(QStringLiteral("COMMIT"), {}); }
+void SqliteSession::Commit() {
+  Execute(QStringLiteral("COMMIT"), {});
+  Writing = false;
+}
 
-void SqliteSession::Rollback() noexcept { Db.tryExec("ROLLBACK"); }
+void SqliteSession::Rollback() noexcept {
+  Db.tryExec("ROLLBACK");
+  Writing = false;
+}
+
+void SqliteSession::ReadTogether(const std::function<void()>& reads) {
+  if (Writing) return reads();
+  const struct ReadGroup {
+    explicit ReadGroup(SqliteSession& session) : Reader(session) {
+      Reader.Execute(QStringLiteral("BEGIN"), {});
+    }
+    ~ReadGroup() { Reader.Db.tryExec("COMMIT"); }
+    ReadGroup(const ReadGroup&) = delete;
+    ReadGroup& operator=(const ReadGroup&) = delete;
+    SqliteSession& Reader;
+  } group(*this);
+  reads();
+}
 
 // --- definitions ------------------------------------------------------------------------------------------
 

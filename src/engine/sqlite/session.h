@@ -28,6 +28,7 @@ class SqliteSession : public Session {
   void Begin(Writes writes) override;
   void Commit() override;
   void Rollback() noexcept override;
+  void ReadTogether(const std::function<void()>& reads) override;
   void Create(const TableDef& table) override;
   void Link(const TableDef& table) override;
   void CreateView(const QString& name, const QString& sql) override;
@@ -56,12 +57,12 @@ class SqliteSession : public Session {
 
   void CheckFormat(const std::string& alias, const QString& file);
   void Attach(const QString& file);
-  bool InGroup() const;
   TableColumns ReadColumns(const QString& table);
   std::shared_ptr<sqlite3_stmt> Prepare(const QString& sql);
 
   const SqliteDialect TheDialect;
   SQLite::Database Db;
+  bool Writing = false;                    ///< within a group of writes
   QMap<QString, OpenedFile> Files;         ///< by path
   std::map<QString, TableColumns> Tables;  ///< by name in small letters
   QCache<QString, std::shared_ptr<sqlite3_stmt>> Statements;
