@@ -75,7 +75,7 @@ class PicturesOfAShow : public testing::Test {
   }
 
   QTemporaryDir Directory;
-  QString File = Directory.filePath(QStringLiteral("photo.bmp"));
+  QString File = Directory.filePath("photo.bmp");
   QByteArray Whole;
   QByteArray Broken;
   PictureLoader Loader;
