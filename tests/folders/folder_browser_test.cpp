@@ -1,3 +1,4 @@
+#include "folders/folder_writer.h"
 #include "folders/folders_fixture.h"
 
 namespace veldrin::folders {
@@ -46,6 +47,38 @@ TEST_F(FolderBrowserTest, TheSearchTakesTheFirstWholeNameInAnyCase) {
   Go("beta");
   Go("photos");
   EXPECT_EQ(Views.Take(), "show") << "a search that lands on the noted folder leaves the view";
+}
+
+using FolderTree = FoldersTest;
+
+// Another machine may have left rows below a key that is handed out again.
+TEST_F(FolderTree, KeysGoOnBehindTheRowsThatAreThere) {
+  Catalogue.Execute({"INSERT INTO tblLevel3 (IDNo, FolderName) VALUES('000100020005', 'left')"});
+  const auto database = Catalogue.Engine().OpenDatabase(Catalogue.Paths().WorkFile);
+  FolderWriter writer(*database);
+  QStringList keys;
+  for (const QString& parent : QStringList{"", "0001", "00010001", "0001", "00010002"})
+    keys << writer.AddFolderRecord(LevelOfKey(parent) + 1, "new", parent);
+  EXPECT_EQ(keys, QStringList({"0001", "00010001", "000100010001", "00010002", "000100020006"}));
+  // The number of a last folder that went is given out again. The ten thousandth meets the limit of the
+  // format.
+  EXPECT_EQ(AddRow("O'Hara"), "0002");
+  Catalogue.Execute({"DELETE FROM tblLevel1 WHERE IDNo = '0002'"});
+  EXPECT_EQ(AddRow("Again"), "0002");
+  Catalogue.Execute({"INSERT INTO tblLevel1 (IDNo, FolderName) VALUES('9999', 'Last')"});
+  for (const char* name : {"One more", "And more"}) EXPECT_EQ(AddRow(name), "10000");
+  EXPECT_EQ(Catalogue.Value("SELECT FolderName FROM tblLevel1 WHERE IDNo = '10000'"), "One more");
+}
+
+TEST_F(FolderTree, LoadsTheLevelsInOrderOfNames) {
+  Load("zebra Apple ärger banana Apple/child");
+  QStringList names;
+  for (int i = 1; i <= Tree.Count(); ++i) names << Tree.NodeAt(i)->Text() + Tree.NodeAt(i)->Tag();
+  EXPECT_EQ(names.join(' '),
+            "Photos !UNORGANIZED0000 Apple0002 !UNORGANIZED00020000 child00020001 banana0004 zebra0001 "
+            "ärger0003");
+  EXPECT_EQ(Find("Apple/child")->Parent(), Find("Apple"));
+  EXPECT_EQ(Tree.SelectedItem(), Tree.Root());
 }
 
 }  // namespace

@@ -123,13 +123,6 @@ TEST_F(PicturesOfAShow, AreDecodedOnce) {
   EXPECT_THROW(other.Show(File), base::RuntimeError);
 }
 
-TEST_F(PicturesOfAShow, FailOnce) {
-  Swap(Broken);
-  Prepare();
-  Swap(Whole);
-  EXPECT_THROW(Pictures->Show(File), base::RuntimeError);
-}
-
 TEST_F(PicturesOfAShow, AreNotWaitedForWhenNobodyNeedsThem) {
   QSemaphore goOn;
   std::atomic_int waited = 0;
