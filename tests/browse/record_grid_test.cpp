@@ -101,16 +101,6 @@ TEST_F(RecordGridTest, TheRightButtonTakesTheRowUnlessSomeAreSelected) {
   EXPECT_EQ(menus, 2);
 }
 
-TEST_F(RecordGridTest, DrawsTheSelectionInItsColour) {
-  Do("^c2 Up");
-  Grid.SetGridSelColor(Qt::gray);
-  const auto isGrey = [&](int row) {
-    return Grid.viewport()->grab().toImage().pixelColor(2, RowAt(row).y() - 9) == QColor(Qt::gray);
-  };
-  EXPECT_TRUE(isGrey(2));
-  EXPECT_FALSE(isGrey(1));
-}
-
 TEST_F(RecordGridTest, AnEmptyListTakesEveryKeyAndClick) {
   Show("SELECT tblPhotos.* FROM tblPhotos WHERE PhotoID = 1");
   Do("Down +End Space Home +PgDown A");

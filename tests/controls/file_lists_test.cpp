@@ -1,6 +1,5 @@
 // The lists of drives, directories and files, and the chooser made of the first two.
 #include <QAbstractItemView>
-#include <QSignalSpy>
 
 #include "controls/directory_chooser.h"
 #include "controls/file_list.h"
@@ -46,24 +45,6 @@ TEST_F(Lists, FilesAreListedByPatternsAndNames) {
   for (const QChar character : {u'\n', u'\t', u'\u202E'}) {
     EXPECT_FALSE(list.item(0)->text().contains(character)) << "an odd name shows in one line";
   }
-}
-
-TEST_F(Lists, AChangeOfTheFilesSelectionIsAClick) {
-  for (const char* name : {"a", "b"}) test::WriteFile(Path(name), "x");
-  FileListBox list;
-  list.resize(200, 200);
-  list.show();
-  list.SetPath(Directory.path());
-  QSignalSpy clicks(&list, &FileListBox::Click);
-  QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, list.visualItemRect(list.item(0)).center());
-  EXPECT_EQ(clicks.size(), 1);
-  QTest::keyClick(&list, Qt::Key_Down);
-  EXPECT_EQ(clicks.size(), 2);
-  QTest::keyClick(&list, Qt::Key_F5);
-  EXPECT_EQ(clicks.size(), 2);
-  QTest::mouseClick(list.viewport(), Qt::LeftButton, {}, QPoint(5, 190));
-  EXPECT_EQ(clicks.size(), 3);
-  EXPECT_FALSE(list.Selected(1));
 }
 
 TEST_F(Lists, DirectoriesOpenByMouseAndKey) {
@@ -124,17 +105,6 @@ struct Choosing : Lists {
         return std::vector<Volume>{{"/", "System"}, {Path("disk"), {}}, {Path("stick"), {}}};
       }};
 };
-
-TEST_F(Choosing, DrivesAndDirectoriesFollowEachOther) {
-  ExpectPlace(Path("disk"), Path("disk/photos"));
-  ChooseDrive(1);  // the one that is chosen already
-  ExpectPlace(Path("disk"), Path("disk"));
-  Chooser.Dir1().SetPath(Path("stick/deep"));
-  ExpectPlace(Path("stick"), Path("stick/deep"));
-  Chooser.SetPath(Path("disk2"));
-  ExpectPlace("/", Path("disk2"));
-  EXPECT_EQ(Chooser.Drive1().currentText(), "/  [System]");
-}
 
 TEST_F(Choosing, ADriveThatIsNotReadyIsReportedAndTheEarlierOneStays) {
   ASSERT_TRUE(QDir(Path("stick")).removeRecursively());

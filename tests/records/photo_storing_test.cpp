@@ -38,7 +38,7 @@ class PhotoStoring : public testing::Test {
 
   int Store() {
     Batch.Directory = Sources.path();
-    Batch.LinkKey = folders::LinkKey(QStringLiteral("0001"));
+    Batch.LinkKey = folders::LinkKey("0001");
     return StorePhotos(Catalogue.Paths(), Catalogue.Engine(), Batch);
   }
 
@@ -83,8 +83,8 @@ TEST_F(PhotoStoring, KeepsOrderNumbersTextsAndDates) {
   AddJpegs(7);
   Batch.GroupSize = 3;
   Batch.Title = QString(61, QLatin1Char('x'));
-  Batch.Description = QStringLiteral("It's") + QString(251, QLatin1Char('x'));
-  Batch.MadeBy = QStringLiteral("me");
+  Batch.Description = "It's" + QString(251, QLatin1Char('x'));
+  Batch.MadeBy = "me";
   const QDateTime date(QDate(2001, 7, 4), QTime(10, 15, 7));
   for (const QString& name : Batch.Names) {
     QFile file(Sources.filePath(name));
@@ -98,8 +98,8 @@ TEST_F(PhotoStoring, KeepsOrderNumbersTextsAndDates) {
   EXPECT_EQ(
       Catalogue.Rows(QStringLiteral("SELECT DISTINCT ImageType, Title, Description, MadeBy, CreateDate, "
                                     "LastModifyDate FROM tblPhotos WHERE PhotoID > 41")),
-      QStringList(QStringLiteral("jpg|<null>|%1|me|%2|%2")
-                      .arg(Batch.Description, QStringLiteral("2001-07-04T10:15:07.000Z"))))
+      QStringList(
+          QStringLiteral("jpg|<null>|%1|me|%2|%2").arg(Batch.Description, "2001-07-04T10:15:07.000Z")))
       << "a text too long leaves its field unset";
   EXPECT_EQ(LinkedIDs(), "42 43 44 45 46 47 48");
   EXPECT_EQ(StoredFiles(), "42.jpg 43.jpg 44.jpg 45.jpg 46.jpg 47.jpg 48.jpg") << "no temporary files";
@@ -110,11 +110,10 @@ TEST_F(PhotoStoring, KeepsOrderNumbersTextsAndDates) {
 // takes.
 TEST_F(PhotoStoring, NamesOfAllKindsAreStored) {
   Catalogue.AddPhoto(10, {}, {});
-  const QString tooLong = QStringLiteral("x.") + QString(253, QLatin1Char('y'));
+  const QString tooLong = "x." + QString(253, QLatin1Char('y'));
   for (const QString& name :
-       {QStringLiteral("A.JPG"), QStringLiteral("photo"), QStringLiteral("summer.1999.jpg"),
-        QStringLiteral("x.'\n%"), QStringLiteral("Bäume\n 木 \"%1\" `b`;.jpg"),
-        QString(246, QLatin1Char('n')) + QStringLiteral(".jpg"), tooLong}) {
+       QStringList{"A.JPG", "photo", "summer.1999.jpg", "x.'\n%", "Bäume\n 木 \"%1\" `b`;.jpg",
+                   QString(246, QLatin1Char('n')) + ".jpg", tooLong}) {
     AddSource(name, Jpeg(static_cast<int>(Batch.Names.size())));
   }
   Batch.RemoveSources = true;
@@ -126,30 +125,31 @@ TEST_F(PhotoStoring, NamesOfAllKindsAreStored) {
 }
 
 TEST_F(PhotoStoring, WhatIsNoPictureGivesARowWithoutAFileAndHarmsNoOther) {
-  AddSource(QStringLiteral("good1.jpg"), Jpeg(1));
-  Batch.Names << QStringLiteral("directory.tga") << QStringLiteral("missing.tga");
-  ASSERT_TRUE(QDir(Sources.path()).mkdir(QStringLiteral("directory.tga")));
-  WriteFile(Sources.filePath(QStringLiteral("directory.tga/inside")), "kept");
+  AddSource("good1.jpg", Jpeg(1));
+  Batch.Names << "directory.tga"
+              << "missing.tga";
+  ASSERT_TRUE(QDir(Sources.path()).mkdir("directory.tga"));
+  WriteFile(Sources.filePath("directory.tga/inside"), "kept");
   const QByteArray damaged[] = {{}, "These are no pixels.", Jpeg(9).chopped(10), Jpeg(9).left(30)};
   for (const QByteArray& bytes : damaged) {
     Batch.Names << QStringLiteral("bad%1.tga").arg(Batch.Names.size());
     WriteFile(Sources.filePath(Batch.Names.last()), bytes);
   }
-  AddSource(QStringLiteral("good2.jpg"), Jpeg(2));
+  AddSource("good2.jpg", Jpeg(2));
   Batch.RemoveSources = true;
   Store();
   EXPECT_EQ(Rows(), "1|jpg 2|jpg 3|jpg 4|jpg 5|jpg 6|jpg 7|jpg 8|jpg");
   EXPECT_EQ(StoredFiles(), "1.jpg 8.jpg");
   EXPECT_EQ(LinkedIDs(), "1 2 3 4 5 6 7 8");
   EXPECT_EQ(RemainingSources(), "");
-  EXPECT_EQ(ReadFile(Sources.filePath(QStringLiteral("directory.tga/inside"))), "kept");
+  EXPECT_EQ(ReadFile(Sources.filePath("directory.tga/inside")), "kept");
   ExpectNothingLost();
 }
 
 TEST_F(PhotoStoring, WhatFindsNoRoomStaysWhereItIs) {
   AddJpegs(2);
-  AddSource(QStringLiteral("q.jpg"), Jpeg(7) + QByteArray(400'000, 'x'));
-  AddSource(QStringLiteral("r.jpg"), Jpeg(8));
+  AddSource("q.jpg", Jpeg(7) + QByteArray(400'000, 'x'));
+  AddSource("r.jpg", Jpeg(8));
   Batch.RemoveSources = true;
   StoreWithin(2'000);  // No room for rows.
   EXPECT_EQ(Rows() + LinkedIDs() + StoredFiles(), "");
@@ -202,9 +202,9 @@ TEST_F(PhotoStoring, NothingIsRemovedFromTheImageStoreItself) {
   AddJpegs(2);
   Store();
   PhotoBatch again;
-  again.Directory = Sources.filePath(QStringLiteral("by another name"));
+  again.Directory = Sources.filePath("by another name");
   ASSERT_TRUE(QFile::link(Catalogue.Paths().ImageDir.chopped(1), again.Directory));
-  again.Names = QStringList({QStringLiteral("1.jpg"), QStringLiteral("2.jpg")});
+  again.Names = QStringList({"1.jpg", "2.jpg"});
   again.RemoveSources = true;
   EXPECT_EQ(StorePhotos(Catalogue.Paths(), Catalogue.Engine(), again), 3);
   EXPECT_EQ(StoredFiles(), "1.jpg 2.jpg 3.jpg 4.jpg");

@@ -15,15 +15,15 @@ class RecordCommands : public test::CommandsTest {
  protected:
   // Photos at one folder, each with its image and its thumbnail, but for the third.
   void AddPhotos(int count) {
-    Catalogue.AddFolder(QStringLiteral("0001"), QStringLiteral("A"));
+    Catalogue.AddFolder("0001", "A");
     for (int id = 1; id <= count; ++id) {
-      Catalogue.AddPhoto(id, {}, {QStringLiteral("0001")});
+      Catalogue.AddPhoto(id, {}, {"0001"});
       if (id == 3) continue;
-      test::WriteFile(ImageFileName(Catalogue.Paths(), id, QStringLiteral("jpg")), "i");
+      test::WriteFile(ImageFileName(Catalogue.Paths(), id, "jpg"), "i");
       test::WriteFile(ThumbFileName(Catalogue.Paths(), id), "t");
     }
     LoadFolders();
-    Tree.Select(Find(QStringLiteral("0001")));
+    Tree.Select(Find("0001"));
     Source.SetRecordSource();
   }
   std::string Answer(QMessageBox::StandardButton answer, void (DeletePhotos::*asks)()) {
@@ -76,7 +76,7 @@ TEST_F(RecordCommands, APasteThatFailsLeavesEveryPlace) {
   AddPhotos(2);
   for (const int id : {1, 2}) Data1.SelBookmarks.Add(id);
   Clipboard.RecordCut_Click();
-  Tree.Select(Tree.Add(Tree.Root(), QStringLiteral("too deep")));
+  Tree.Select(Tree.Add(Tree.Root(), "too deep"));
   Tree.SelectedItem()->SetTag(QString(44, QLatin1Char('1')));
   EXPECT_THROW(Clipboard.RecordPaste_Click(), base::RuntimeError);
   EXPECT_EQ(Catalogue.RowsText("SELECT PhotoID, Left(IDNo, 4) FROM tblPhotoLinks"), "1|0001 2|0001");

@@ -2,8 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "shell/layout.h"
-
 namespace veldrin::shell {
 namespace {
 
@@ -43,20 +41,6 @@ TEST(RecordMenus, FollowTheNodeTheTabAndTheClipboard) {
       {"copy elsewhere", Pending(false, true, true, false), "AEDR--PLS"},
       {"copy onto a folder above", Pending(false, true, true, true), "AEDR---LS"}};
   for (const auto& [name, input, enabled] : cases) EXPECT_EQ(Spell(RecordMenusFor(input)), enabled) << name;
-}
-
-TEST(Layout, ThePanesKeepTheirLeastWidthsAndTheDragBarTheEdges) {
-  const auto mainLeft = [](float position, double width) {
-    const MainLayout layout = PanesFor(position, width, 10404);
-    EXPECT_DOUBLE_EQ(layout.MainLeft + layout.MainWidth, width);
-    return layout.MainLeft;
-  };
-  EXPECT_DOUBLE_EQ(mainLeft(2760, 15240), 2800);
-  EXPECT_DOUBLE_EQ(mainLeft(500, 15240), 1540);
-  EXPECT_DOUBLE_EQ(mainLeft(14740, 15240), 13780);
-  EXPECT_DOUBLE_EQ(mainLeft(1500, 2400), 940) << "too narrow for both";
-  EXPECT_EQ(DragBarLeft(-100, 15240), 500);
-  EXPECT_EQ(DragBarLeft(15000, 15240), 14740);
 }
 
 }  // namespace

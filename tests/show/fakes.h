@@ -17,7 +17,7 @@ class ScriptedMedia : public Media {
   bool HasSoundCard() const override { return SoundCard; }
   int PlayState() const override { return State; }
   void Open(const QString& file) override {
-    Opened << file.section(QLatin1Char('/'), -1);
+    Opened << file.section('/', -1);
     Change(MediaPlaying);
   }
   void Play() override {
@@ -81,35 +81,20 @@ class PlainSurface : public ShowSurface {
   std::function<void()> AudioDialog = [] {};
 
  private:
-  static int Number(const QString& file) {
-    return file.section(QLatin1Char('/'), -1).section(QLatin1Char('.'), 0, 0).toInt();
-  }
+  static int Number(const QString& file) { return file.section('/', -1).section('.', 0, 0).toInt(); }
 
   const ShowSettings& Settings;
   std::set<int> Disabled;
 };
 
-/// The actions of a text, each with what is expected after it.
-inline std::vector<std::pair<QString, QString>> StepsOf(const char* text) {
-  const QStringList words = QString::fromLatin1(text).split(QLatin1Char(' '));
-  std::vector<std::pair<QString, QString>> steps;
-  steps.reserve(words.size() / 2);
-  for (int i = 0; i + 1 < words.size(); i += 2) steps.emplace_back(words[i], words[i + 1]);
-  return steps;
-}
-
-/// Photos 1, 2, ..., the tracks a.wav, b.wav and c.wav, and a show of them.
+/// Photos 1, 2, ..., tracks, and a show of them, with another one on the whole screen.
 class ShowBench {
  public:
-  explicit ShowBench(int photos,
-                     const QStringList& tracks = {QStringLiteral("a.wav"), QStringLiteral("b.wav"),
-                                                  QStringLiteral("c.wav")})
-      : Data1(Catalogue.Engine()) {
+  explicit ShowBench(int photos, const QStringList& tracks = {"a.wav", "b.wav", "c.wav"}) {
     for (int id = 1; id <= photos; ++id) Catalogue.AddPhoto(id, QString(), {});
     Data1.DatabaseName = Catalogue.Paths().WorkFile;
-    Data1.RecordSource = QStringLiteral("SELECT tblPhotos.* FROM tblPhotos");
+    Data1.RecordSource = "SELECT tblPhotos.* FROM tblPhotos";
     Data1.Refresh();
-    QDir().mkpath(Catalogue.Paths().MusicDir);
     for (const QString& track : tracks) test::WriteFile(Catalogue.Paths().MusicDir + track, "sound");
     MusicList.SetPattern(MusicPattern());
     MusicList.SetPath(Catalogue.Paths().MusicDir);
@@ -117,48 +102,25 @@ class ShowBench {
     Surface.SetShowButtons();
   }
 
-  /// The number of a button by its word; 0 for another word.
-  static int ButtonOf(const QString& word) {
-    static const QMap<QString, int> buttons = {
-        {QStringLiteral("back"), PlayBackward},     {QStringLiteral("stop"), StopPlay},
-        {QStringLiteral("play"), PlayForward},      {QStringLiteral("before"), StepBackward},
-        {QStringLiteral("pause"), PausePlay},       {QStringLiteral("on"), StepForward},
-        {QStringLiteral("once"), PlayOnce},         {QStringLiteral("repeat"), PlayRepeat},
-        {QStringLiteral("window"), PlayFullScreen}, {QStringLiteral("music"), MusicOnOff}};
-    return buttons.value(word);
-  }
-  /// Presses a button by its word, or ticks.
-  void Press(const QString& word) {
-    word == QLatin1String("tick") ? Tick() : Show.tbarShow_ButtonClick(ButtonOf(word));
-  }
   /// The time of a picture is over.
   void Tick() {
     if (Timer.Enabled) Show.Timer1_Timer();
   }
-  /// "state:photo shown@current record/slider", and "+" for a running timer. An end of the list counts as a
-  /// record.
-  QString State() const {
-    const int count = Data1.RecordCount();
-    const bool atEnd = count > 0 && Data1.Recordset().AtEOF();
-    return QStringLiteral("%1:%2@%3/%4%5")
-        .arg(Settings.ShowState)
-        .arg(Surface.Shown)
-        .arg(atEnd ? count + 1 : Data1.AbsolutePosition() + 1)
-        .arg(Surface.Slider)
-        .arg(Timer.Enabled ? QStringLiteral("+") : QString());
-  }
 
   test::TestCatalogue Catalogue;
-  catalogue::RecordList Data1;
+  catalogue::RecordList Data1{Catalogue.Engine()};
   ShowSettings Settings;
   controls::FileListBox MusicList;
   ScriptedMedia Player;
   Music TheMusic{Settings, MusicList, Catalogue.Paths().MusicDir, Player};
   PlainSurface Surface{Settings};
+  PlainSurface Whole{Settings};
   HandTimer Timer;
+  HandTimer WholeTimer;
   // An hour a picture: nothing ticks by itself within a test.
   ShowParts Parts{Data1, Catalogue.Paths(), Settings, TheMusic, 3'600'000};
   PictureShow Show{Parts, Surface, Timer, ShowWindow::Main};
+  PictureShow WholeShow{Parts, Whole, WholeTimer, ShowWindow::FullScreen};
 };
 
 }  // namespace veldrin::show

@@ -1,81 +1,168 @@
 #include "show/picture_show.h"
 
-#include <gtest/gtest.h>
-
-#include <QDir>
-
 #include "show/fakes.h"
 
 namespace veldrin::show {
 namespace {
 
-struct Journey {
-  const char* Name;
-  int Photos;
-  const char* Steps;  ///< actions, each with the state after it, as ShowBench::State tells it
+// Actions, each with the state after it: of the show as "state:photo shown@current record/slider", with "+"
+// for a running timer, where an end of the list counts as a record; or of the player, with the track opened.
+class Journey : public ShowBench {
+ public:
+  Journey(int photos, const QStringList& tracks, const char* steps)
+      : ShowBench(photos, tracks), Words(QString(steps).split(' ')) {
+    Surface.OtherWindow = [this] {
+      EXPECT_FALSE(Timer.Enabled);
+      WholeShow.TakeUp();
+      EXPECT_EQ(QStringLiteral("%1@%2").arg(Whole.Shown).arg(Record()), Words.takeFirst());
+      IsWhole = true;
+      while (IsWhole) Step();
+      Surface.HidePictures();
+      Show.TakeUp();
+    };
+  }
+
+  void Walk() {
+    while (!Words.isEmpty()) Step();
+  }
+
+ private:
+  void Step() {
+    const QString action = Words.takeFirst();
+    const bool there = IsWhole;
+    Player.Opened.clear();
+    Do(action);
+    if (there) return;
+    const QString state = Words.takeFirst();
+    const QString player = QString::number(Player.State) + Player.Opened.join("");
+    EXPECT_EQ((state.contains('@') ? State() : player).toStdString(), state.toStdString())
+        << "after " << action.toStdString();
+  }
+  void Do(const QString& action) {
+    if (action == "tick") {
+      Tick();
+    } else if (action == "esc") {
+      IsWhole = false;
+    } else if (action == "end") {
+      Player.EndTrack();
+    } else if (action == "break") {
+      Player.Break();
+    } else if (action == "beyond") {
+      Settings.MusicIndex = 9;
+    } else if (action == "delete2") {
+      Catalogue.Execute({"DELETE FROM tblPhotos WHERE PhotoID = 2"});
+    } else if (action == "spoil2") {
+      Surface.Broken = {2};
+    } else if (action.startsWith("drag")) {
+      Show.Slider1_MouseDown();
+      EXPECT_FALSE(Timer.Enabled && Data1.RecordCount() > 0);
+      Show.Slider1_MouseUp(action.mid(4).toInt());
+    } else if (action.startsWith("dialog")) {
+      const int before = Show.Suspend();
+      EXPECT_NE(Player.PlayState(), MediaPlaying);
+      EXPECT_FALSE(Timer.Enabled);
+      if (action == "dialog:end") Player.EndTrack();
+      Show.Resume(before);
+    } else {
+      Press(action);
+    }
+  }
+  void Press(const QString& word) {
+    static const QMap<QString, int> buttons = {
+        {"back", PlayBackward}, {"stop", StopPlay},     {"play", PlayForward}, {"before", StepBackward},
+        {"pause", PausePlay},   {"on", StepForward},    {"once", PlayOnce},    {"repeat", PlayRepeat},
+        {"music", MusicOnOff},  {"out", PlayFullScreen}};
+    ASSERT_TRUE(buttons.contains(word)) << word.toStdString();
+    (std::exchange(IsWhole, IsWhole && word != "out") ? WholeShow : Show).tbarShow_ButtonClick(buttons[word]);
+  }
+  int Record() const {
+    const int count = Data1.RecordCount();
+    return count > 0 && Data1.Recordset().AtEOF() ? count + 1 : Data1.AbsolutePosition() + 1;
+  }
+  QString State() const {
+    return QStringLiteral("%1:%2@%3/%4%5")
+        .arg(Settings.ShowState)
+        .arg(Surface.Shown)
+        .arg(Record())
+        .arg(Surface.Slider)
+        .arg(Timer.Enabled ? "+" : "");
+  }
+
+  QStringList Words;
+  bool IsWhole = false;
 };
 
-class ShowJourney : public testing::TestWithParam<Journey> {};
-
-TEST_P(ShowJourney, GoesStepByStep) {
-  ShowBench bench(GetParam().Photos);
-  for (const auto& [action, state] : StepsOf(GetParam().Steps)) {
-    if (action == QLatin1String("tick")) {
-      ASSERT_TRUE(bench.Timer.Enabled) << state.toStdString();
-      bench.Tick();
-    } else if (action == QLatin1String("delete2")) {
-      bench.Catalogue.Execute({QStringLiteral("DELETE FROM tblPhotos WHERE PhotoID = 2")});
-    } else if (action == QLatin1String("spoil2")) {
-      bench.Surface.Broken = {2};
-    } else if (action.startsWith(QLatin1String("drag"))) {
-      bench.Show.Slider1_MouseDown();
-      EXPECT_FALSE(bench.Timer.Enabled && bench.Data1.RecordCount() > 0);
-      bench.Show.Slider1_MouseUp(action.mid(4).toInt());
-    } else {
-      bench.Press(action);
-    }
-    EXPECT_EQ(bench.State(), state) << "after " << action.toStdString();
+TEST(PictureShow, GoesStepByStep) {
+  const std::tuple<const char*, int, const char*> shows[] = {
+      {"forward once", 2, "play 6:1@2/1+ tick 6:2@3/2+ tick 5:0@2/2"},
+      {"forward repeating", 2, "repeat 5:0@1/0 play 6:1@2/1+ tick 6:2@3/2+ tick 6:1@2/1+"},
+      {"backward once", 2, "back 4:1@0/1+ tick 5:0@1/0"},
+      {"backward repeating", 2, "repeat 5:0@1/0 back 4:1@0/1+ tick 4:2@1/2+ tick 4:1@0/1+"},
+      {"a running show learns to repeat", 1,
+       "play 6:1@2/1+ repeat 6:1@2/1+ tick 6:1@2/1+ once 6:1@2/1+ tick 5:0@1/1"},
+      {"pause takes the move back", 3,
+       "play 6:1@2/1+ pause 9:1@1/1 play 6:1@2/1+ tick 6:2@3/2+ back 4:3@2/3+ pause 9:3@3/3 stop 5:0@3/3"},
+      {"pause at the ends", 1, "play 6:1@2/1+ pause 9:1@1/1 back 4:1@0/1+ pause 9:1@1/1"},
+      {"steps stay within the list", 2,
+       "play 6:1@2/1+ pause 9:1@1/1 on 9:2@2/2 on 9:2@2/2 before 9:1@1/1 before 9:1@1/1"},
+      {"the slider of a playing show", 5, "play 6:1@2/1+ drag3 6:4@5/4+ drag0 6:1@2/1+ drag5 5:0@5/5"},
+      {"of a paused show", 3, "play 6:1@2/1+ pause 9:1@1/1 drag1 9:2@3/2 drag3 5:0@3/3"},
+      {"of a stopped show", 3, "drag2 5:0@3/0 play 6:3@4/3+"},
+      {"of a show that plays backward", 3, "drag2 5:0@3/0 back 4:3@2/3+ drag1 4:2@1/2+"},
+      {"of a repeating show", 3, "repeat 5:0@1/0 play 6:1@2/1+ drag3 6:1@2/1+"},
+      {"a broken picture is passed over", 3, "spoil2 5:0@1/0 play 6:1@2/1+ tick 6:1@3/2+ tick 6:3@4/3+"},
+      {"a record deleted meanwhile", 3, "play 6:1@2/1+ delete2 6:1@2/1+ tick 6:1@3/2+ tick 6:3@4/3+"},
+      {"an empty list once", 0, "drag1 5:0@0/0 play 5:0@0/0"},
+      {"an empty list repeating", 0,
+       "repeat 5:0@0/0 play 6:0@0/0+ tick 6:0@0/0+ pause 9:0@0/0 on 9:0@0/0 stop 5:0@0/0"},
+      // To the whole screen and back, with the photo and the record there.
+      {"forward, back by the button", 9, "drag4 5:0@5/0 play 6:5@6/5+ out 5@6 out 6:5@6/5+"},
+      {"forward, back by Esc", 9, "drag4 5:0@5/0 play 6:5@6/5+ out 5@6 esc 6:6@7/6+"},
+      {"backward, back by the button", 9, "drag4 5:0@5/0 back 4:5@4/5+ out 5@4 out 4:5@4/5+"},
+      {"backward, back by Esc", 9, "drag4 5:0@5/0 back 4:5@4/5+ out 5@4 esc 4:4@3/4+"},
+      {"paused", 9, "drag4 5:0@5/0 play 6:5@6/5+ pause 9:5@5/5 out 5@5 esc 9:5@5/5"},
+      {"paused there", 9, "drag4 5:0@5/0 play 6:5@6/5+ out 5@6 pause esc 9:5@5/5"},
+      // The window thinks that its show still plays backward, and pauses it as one forward.
+      {"backward, paused there", 9, "drag4 5:0@5/0 back 4:5@4/5+ out 5@4 pause esc 9:5@3/5"},
+      // The space bar pauses a stopped show, too.
+      {"stopped, paused there", 9, "drag4 5:0@5/0 out 0@5 pause esc 9:4@4/4"},
+      {"stopped", 9, "drag4 5:0@5/0 out 0@5 esc 5:0@5/0"}};
+  for (const auto& [name, photos, steps] : shows) {
+    SCOPED_TRACE(name);
+    Journey(photos, {}, steps).Walk();
+  }
+  const QStringList three = {"C.AIFF", "a.wav", "b.mp3"};
+  const QStringList two = {"a.wav", "b.mp3", "notes.txt"};
+  const std::tuple<const char*, QStringList, const char*> pieces[] = {
+      {"in the order of names", three, "play 2a.wav end 2b.mp3 end 2C.AIFF end 2a.wav"},
+      {"stop goes on with the next file", two, "play 2a.wav stop 0 back 2b.mp3"},
+      {"pause goes on with the same file", two, "play 2a.wav pause 1 play 2 pause 1 end 0 play 2b.mp3"},
+      {"off and on", two, "play 2a.wav music 1 music 2 stop 0 music 0 play 0 music 2b.mp3"},
+      {"a dialog over a playing show", two, "play 2a.wav dialog 2 dialog:end 2b.mp3"},
+      {"an index beyond the list", two, "beyond 6 play 2 break 6 stop 6 play 2 break 6"},
+      {"a dialog over a pause", two, "play 2a.wav music 1 dialog 1 music 2 pause 1 dialog 1"},
+      {"a broken track is passed over", two, "play 2a.wav break 2b.mp3 end 2a.wav break 2b.mp3"},
+      {"each broken track is tried once", three,
+       "play 2a.wav break 2b.mp3 break 2C.AIFF break 6 back 2a.wav"},
+      {"one track round and round", {"a.wav"}, "play 2a.wav end 2a.wav break 6"},
+      {"an empty directory", {}, "play 2 break 6"}};
+  for (const auto& [name, tracks, steps] : pieces) {
+    SCOPED_TRACE(name);
+    Journey(9, tracks, steps).Walk();
   }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Shows, ShowJourney,
-    testing::Values(
-        Journey{"OneRecordForwardOnce", 1, "play 6:1@2/1+ tick 5:0@1/1"},
-        Journey{"ForwardOnce", 2, "play 6:1@2/1+ tick 6:2@3/2+ tick 5:0@2/2"},
-        Journey{"ForwardRepeating", 2, "repeat 5:0@1/0 play 6:1@2/1+ tick 6:2@3/2+ tick 6:1@2/1+"},
-        Journey{"BackwardOnce", 2, "back 4:1@0/1+ tick 5:0@1/0"},
-        Journey{"BackwardRepeating", 2, "repeat 5:0@1/0 back 4:1@0/1+ tick 4:2@1/2+ tick 4:1@0/1+"},
-        Journey{"ARunningShowLearnsToRepeat", 1,
-                "play 6:1@2/1+ repeat 6:1@2/1+ tick 6:1@2/1+ once 6:1@2/1+ tick 5:0@1/1"},
-        Journey{"PauseTakesTheMoveBack", 3,
-                "play 6:1@2/1+ pause 9:1@1/1 play 6:1@2/1+ tick 6:2@3/2+ back 4:3@2/3+ pause 9:3@3/3 "
-                "stop 5:0@3/3"},
-        Journey{"PauseAtTheEnds", 1, "play 6:1@2/1+ pause 9:1@1/1 back 4:1@0/1+ pause 9:1@1/1"},
-        Journey{"StepsStayWithinTheList", 2,
-                "play 6:1@2/1+ pause 9:1@1/1 on 9:2@2/2 on 9:2@2/2 before 9:1@1/1 before 9:1@1/1"},
-        Journey{"TheSliderOfAPlayingShow", 5, "play 6:1@2/1+ drag3 6:4@5/4+ drag0 6:1@2/1+"},
-        Journey{"TheSliderOfAPausedShow", 3, "play 6:1@2/1+ pause 9:1@1/1 drag1 9:2@3/2 drag3 5:0@3/3"},
-        Journey{"TheSliderOfAStoppedShow", 3, "drag2 5:0@3/0 play 6:3@4/3+"},
-        Journey{"TheSliderOfAShowThatPlaysBackward", 3, "drag2 5:0@3/0 back 4:3@2/3+ drag1 4:2@1/2+"},
-        Journey{"ADragToTheEndEndsTheShow", 3, "play 6:1@2/1+ drag3 5:0@3/3"},
-        Journey{"ADragToTheEndOfARepeatingShow", 3, "repeat 5:0@1/0 play 6:1@2/1+ drag3 6:1@2/1+"},
-        Journey{"ABrokenPictureIsPassedOver", 3, "spoil2 5:0@1/0 play 6:1@2/1+ tick 6:1@3/2+ tick 6:3@4/3+"},
-        Journey{"ARecordDeletedMeanwhile", 3, "play 6:1@2/1+ delete2 6:1@2/1+ tick 6:1@3/2+ tick 6:3@4/3+"},
-        Journey{"AnEmptyListOnce", 0, "drag1 5:0@0/0 play 5:0@0/0"},
-        Journey{"AnEmptyListRepeating", 0,
-                "repeat 5:0@0/0 play 6:0@0/0+ tick 6:0@0/0+ pause 9:0@0/0 on 9:0@0/0 stop 5:0@0/0"}),
-    test::CaseName);
 
 TEST(PictureShow, PreparesThePictureOfTheNextTick) {
   ShowBench bench(3);
   bench.Settings.ShowRepeat = true;
-  for (const auto& [action, prepared] :
-       StepsOf("play 2 tick 3 tick 1 pause 1 before 1 back 1 tick 3 stop 0 play 1")) {
-    bench.Press(action);
-    EXPECT_EQ(QString::number(bench.Surface.Prepared), prepared) << action.toStdString();
+  const std::pair<int, int> steps[] = {
+      {PlayForward, 2},  {0, 3}, {0, 1},        {PausePlay, 1},  {StepBackward, 1},
+      {PlayBackward, 1}, {0, 3}, {StopPlay, 0}, {PlayForward, 1}};
+  for (const auto& [button, prepared] : steps) {
+    button == 0 ? bench.Tick() : bench.Show.tbarShow_ButtonClick(button);
+    EXPECT_EQ(bench.Surface.Prepared, prepared) << button;
   }
-  bench.Data1.RecordSource += QStringLiteral(" WHERE PhotoID > 1");
+  bench.Data1.RecordSource += " WHERE PhotoID > 1";
   bench.Data1.Refresh();
   bench.Show.ListChanged();
   EXPECT_EQ(bench.Surface.Prepared, 2);
@@ -87,7 +174,7 @@ TEST(PictureShow, GuardsItsMoves) {
   bool guarded = true;
   QObject::connect(&bench.Data1, &catalogue::RecordList::Reposition, &bench.Data1,
                    [&] { guarded = guarded && bench.Data1.SuppressReposition; });
-  bench.Press(QStringLiteral("play"));
+  bench.Show.tbarShow_ButtonClick(PlayForward);
   EXPECT_FALSE(bench.Data1.SuppressReposition);
   bench.Show.Slider1_MouseUp(1);
   EXPECT_FALSE(bench.Data1.SuppressReposition);
@@ -96,68 +183,25 @@ TEST(PictureShow, GuardsItsMoves) {
   EXPECT_TRUE(guarded);
 }
 
-struct Handover {
-  const char* Name;
-  const char* Before;  ///< what is pressed in the window, on record 5 of 9
-  const char* There;   ///< the photo shown and the current record on the whole screen
-  const char* Then;    ///< what is pressed there; nothing for the ways out that don't take the move back
-  const char* Back;
-};
-
-class ShowHandover : public testing::TestWithParam<Handover> {};
-
-TEST_P(ShowHandover, GoesOnInTheOtherWindow) {
-  ShowBench bench(9);
-  PlainSurface whole(bench.Settings);
-  HandTimer timer;
-  PictureShow wholeShow(bench.Parts, whole, timer, ShowWindow::FullScreen);
-  bench.Show.Slider1_MouseUp(4);
-  for (const QString& action : QString::fromLatin1(GetParam().Before).split(QLatin1Char(' ')))
-    bench.Press(action);
-  bench.Surface.OtherWindow = [&] {
-    EXPECT_FALSE(bench.Timer.Enabled);
-    wholeShow.TakeUp();
-    EXPECT_EQ(QStringLiteral("%1@%2").arg(whole.Shown).arg(bench.Data1.AbsolutePosition() + 1),
-              QLatin1String(GetParam().There));
-    wholeShow.tbarShow_ButtonClick(ShowBench::ButtonOf(QLatin1String(GetParam().Then)));
-    bench.Surface.HidePictures();
-    bench.Show.TakeUp();
-  };
-  bench.Press(QStringLiteral("window"));
-  EXPECT_EQ(bench.State(), QLatin1String(GetParam().Back));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Ways, ShowHandover,
-    testing::Values(Handover{"ForwardByTheButton", "play", "5@6", "window", "6:5@6/5+"},
-                    Handover{"ForwardByEsc", "play", "5@6", "", "6:6@7/6+"},
-                    Handover{"BackwardByTheButton", "back", "5@4", "window", "4:5@4/5+"},
-                    Handover{"BackwardByEsc", "back", "5@4", "", "4:4@3/4+"},
-                    Handover{"Paused", "play pause", "5@5", "", "9:5@5/5"},
-                    Handover{"PausedThere", "play", "5@6", "pause", "9:5@5/5"},
-                    // The window thinks that its show still plays backward, and pauses it as one forward.
-                    Handover{"BackwardPausedThere", "back", "5@4", "pause", "9:5@3/5"},
-                    // The space bar pauses a stopped show, too.
-                    Handover{"StoppedPausedThere", "stop", "0@5", "pause", "9:4@4/4"},
-                    Handover{"Stopped", "stop", "0@5", "", "5:0@5/0"}),
-    test::CaseName);
-
-TEST(ShowButtons, EnablesByTheState) {
-  // A pause leaves the stop button as it is.
-  const std::tuple<int, bool, bool, const char*> cases[] = {{PlayBackward, false, false, "5 6 9 13"},
-                                                            {StopPlay, true, false, "4 6 13"},
-                                                            {PlayForward, false, true, "4 5 9 12"},
-                                                            {PausePlay, false, false, "4 6 8 10 13"},
-                                                            {PausePlay, true, false, "4 5 6 8 10 13"}};
-  for (const auto& [state, stopEnabled, repeat, expected] : cases) {
-    ShowSettings settings;
-    settings.ShowState = state;
-    settings.ShowRepeat = repeat;
-    QStringList names;
-    for (const ShowButtonState& button : ShowButtonsFor(settings, stopEnabled)) {
-      if (button.Enabled) names << QString::number(button.Button);
-    }
-    EXPECT_EQ(names.join(QLatin1Char(' ')), QLatin1String(expected)) << state;
+TEST(PictureShow, TheMusicDialogHoldsIt) {
+  ShowBench bench(3);
+  const std::tuple<PictureShow&, PlainSurface&, HandTimer&> windows[] = {
+      {bench.Show, bench.Surface, bench.Timer}, {bench.WholeShow, bench.Whole, bench.WholeTimer}};
+  for (const auto& [show, surface, timer] : windows) {
+    surface.SetShowButtons();
+    surface.AudioDialog = [&bench, &timer = timer] {
+      EXPECT_FALSE(timer.Enabled);
+      EXPECT_NE(bench.Player.State, MediaPlaying);
+    };
+    show.tbarShow_ButtonClick(PlayForward);
+    show.tbarShow_ButtonClick(SetupMusic);
+    EXPECT_TRUE(timer.Enabled);
+    EXPECT_EQ(bench.Player.State, MediaPlaying);
+    // The main window asks how it was before the dialog, the whole screen how it is after it.
+    show.tbarShow_ButtonClick(PausePlay);
+    show.tbarShow_ButtonClick(SetupMusic);
+    EXPECT_EQ(bench.Player.State, &show == &bench.Show ? MediaPaused : MediaPlaying);
+    EXPECT_FALSE(timer.Enabled);
   }
 }
 

@@ -1,14 +1,13 @@
-// A catalogue of small photos, and a form that counts them and can stop a run at any.
+// A catalogue of small photos in a list, and a form that counts them and can stop a run at any.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <QDir>
 #include <QDirIterator>
 
 #include "catalogue/image_store.h"
 #include "engine/sql_tokens.h"
+#include "output/record_choice.h"
 #include "output/web_pages.h"
+#include "support/environment.h"
 #include "support/test_support.h"
 
 namespace veldrin::test {
@@ -24,7 +23,11 @@ inline QStringList FilesBelow(const QString& directory) {
 
 class FakeForm : public output::ProgressForm {
  public:
-  FakeForm() { Progress = true; }
+  explicit FakeForm(bool gallery) {
+    Progress = true;
+    Gallery = gallery ? 1 : 0;
+    WebTitle = "My <i>Web</i>";
+  }
 
   float ProgressValue() const override { return Value; }
   void SetProgressValue(float value) override { Value = value; }
@@ -44,67 +47,66 @@ class FakeForm : public output::ProgressForm {
   float Value = 0;
 };
 
-class PagesTest : public testing::Test {
+class OutputTest : public testing::Test, public output::OutputViews {
  protected:
-  PagesTest() : Data1(Catalogue.Engine()), Pages(Data1, Tree, Catalogue.Paths(), Web, Window) {
+  OutputTest() {
     Data1.DatabaseName = Catalogue.Paths().WorkFile;
-    Data1.RecordSource = QStringLiteral("tblPhotos");
-    controls::Node* root = Tree.Add(nullptr, QStringLiteral("Photos"));
-    Tree.Select(Tree.Add(root, QStringLiteral("Tåg & <Nacht>")));
-    Web.WebDir = Catalogue.ProgramPath() + QStringLiteral("/Web");
+    Data1.RecordSource = "SELECT tblPhotos.* FROM tblPhotos";
+    controls::Node* root = Tree.Add(nullptr, "Photos");
+    Tree.Select(Tree.Add(root, "Tåg & <Nacht>"));
+    Web.WebDir = Catalogue.ProgramPath() + "/Web";
   }
+  bool FormViewIsShown() const override { return FormView; }
 
-  static QString TypeOf(int id) { return id % 4 == 0 ? QStringLiteral("bmp") : QStringLiteral("jpg"); }
+  static QString TypeOf(int id) { return id % 4 == 0 ? "bmp" : "jpg"; }
   QString ImageOf(int id) { return catalogue::ImageFileName(Catalogue.Paths(), id, TypeOf(id)); }
   QString ThumbOf(int id) { return catalogue::ThumbFileName(Catalogue.Paths(), id); }
+  static QByteArray BytesOf(int id) { return "image " + QByteArray::number(id); }
 
   /// Photos 1 to `count`, whose files are short texts; the third has no texts.
   void AddPhotos(int count, bool thumbnails = true) {
-    const QMap<int, QString> titles = {{2, QStringLiteral("<b>Tom & \"Jerry\"</b>")},
-                                       {5, QStringLiteral("Zürich € “Łódź” 😀")}};
+    const QMap<int, QString> titles = {{2, "<b>Tom & \"Jerry\"</b>"}, {5, "Zürich € “Łódź” 😀"}};
     QStringList statements;
     for (int id = 1; id <= count; ++id) {
       const QString title = titles.value(id, QStringLiteral("Photo %1").arg(id));
       const QString texts = QStringLiteral("'%1', 'Ann & Co', 'Seen on day %2', #7/4/2001%3#")
-                                .arg(engine::QuoteSql(title))
-                                .arg(id)
-                                .arg(id == 4 ? QStringLiteral(" 10:15") : QString());
+                                .arg(engine::QuoteSql(title), QString::number(id), id == 4 ? " 10:15" : "");
       statements << QStringLiteral(
                         "INSERT INTO tblPhotos (PhotoID, ImageType, Title, MadeBy, Description, "
                         "CreateDate) VALUES (%1, '%2', %3)")
-                        .arg(id)
-                        .arg(TypeOf(id), id == 3 ? QStringLiteral("Null, Null, Null, Null") : texts);
-      WriteFile(ImageOf(id), "image " + QByteArray::number(id));
+                        .arg(QString::number(id), TypeOf(id), id == 3 ? "Null, Null, Null, Null" : texts);
+      WriteFile(ImageOf(id), BytesOf(id));
       if (thumbnails) WriteFile(ThumbOf(id), "thumbnail " + QByteArray::number(id));
     }
     Catalogue.Execute(statements);
     Data1.Refresh();
   }
-  void Select(std::vector<int> photos) { Data1.SelBookmarks.Replace(std::move(photos)); }
+  void Select(const std::vector<int>& photos) { Data1.SelBookmarks.Replace(photos); }
   /// The last photo, then the others in order.
   void SelectLastFirst(int count) {
-    std::vector<int> photos(static_cast<size_t>(count));
-    for (int i = 0; i < count; ++i) photos[static_cast<size_t>(i)] = i == 0 ? count : i;
+    std::vector<int> photos = {count};
+    for (int id = 1; id < count; ++id) photos.push_back(id);
     Select(photos);
   }
   void MakeWebDirs() {
-    for (const char* name : {"", "/Images", "/Thumbnails"}) QDir().mkdir(Web.WebDir + QLatin1String(name));
+    for (const char* name : {"", "/Images", "/Thumbnails"}) QDir().mkdir(Web.WebDir + name);
   }
-  void MakeWeb(FakeForm& form, bool gallery) {
-    form.Gallery = gallery ? 1 : 0;
-    form.WebTitle = QStringLiteral("My <i>Web</i>");
-    Pages.MakeWeb(form);
-  }
-  QByteArray WebPage(const char* name) {
-    return ReadFile(Web.WebDir + QLatin1Char('/') + QLatin1String(name));
+  QByteArray WebPage(const char* name) { return ReadFile(Web.WebDir + '/' + name); }
+
+  /// That a command on the list left nothing behind.
+  void ExpectAsBefore(int current) const {
+    EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
+    EXPECT_FALSE(Data1.SuppressReposition);
+    EXPECT_EQ(Data1.Bookmark(), current);
   }
 
   TestCatalogue Catalogue;
   controls::TreeView Tree;
-  catalogue::RecordList Data1;
+  catalogue::RecordList Data1{Catalogue.Engine()};
   output::WebSettings Web;
   QWidget Window;
-  output::WebPages Pages;
+  bool FormView = false;
+  output::WebPages Pages{Data1, Tree, Catalogue.Paths(), Web, Window};
 };
 
 }  // namespace veldrin::test
