@@ -50,7 +50,7 @@ int RecordModel::columnCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(GridColumns().size());
 }
 
-// The fields of a photo stand in the order of the columns. A row that has gone shows empty.
+// A row that has gone shows empty.
 const engine::Value& RecordModel::Field(int row, int column) const {
   static const engine::Value null;
   if (row < FirstRow || row >= FirstRow + static_cast<int>(Rows.size())) {
@@ -59,10 +59,14 @@ const engine::Value& RecordModel::Field(int row, int column) const {
     // for them cell by cell would wait for each.
     const int count = std::min(RowsPerPage, Data1.RecordCount() - FirstRow);
     Rows.assign(static_cast<size_t>(count), {});
-    ReadFailed = !base::ResumeNext([&] { Rows = Data1.Recordset().ReadRows(FirstRow, count); });
+    ReadFailed = !base::ResumeNext([&] {
+      Rows = Data1.Recordset().ReadRows(FirstRow, count);
+      Names = Data1.Recordset().FieldNames();
+    });
   }
   const auto at = static_cast<size_t>(row - FirstRow);
-  return at < Rows.size() && !Rows[at].empty() ? Rows[at][static_cast<size_t>(column)] : null;
+  if (at >= Rows.size() || Rows[at].empty()) return null;
+  return Rows[at].at(Names.indexOf(QLatin1String(GridColumns()[column].DataField)));
 }
 
 QVariant RecordModel::TextOf(const QModelIndex& index) const {

@@ -10,9 +10,9 @@
 
 namespace veldrin::folders {
 
-/// Writes one folder or thousands: what one row needs prepared serves for all, a parent's last key is asked
-/// for once, and below the first folder written once for a whole level, as nothing stands there as a rule. So
-/// nobody else may write folders while a writer is in use.
+/// Writes one folder or thousands: what one row needs prepared serves for all, and a parent's last key is
+/// asked for once. Below the first folder that was written there is nothing yet as a rule: one question there
+/// serves for all parents of a level. So nobody else may write folders while a writer is in use.
 class FolderWriter {
  public:
   explicit FolderWriter(engine::Database& database) : TheDatabase(database) {}

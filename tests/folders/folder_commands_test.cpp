@@ -92,7 +92,7 @@ TEST_F(FolderCommandsTest, TheFirstFolderBringsTheUnorganized) {
 
 TEST_F(FolderCommandsTest, StoresTheNameThatWasTyped) {
   Load("Old Taken");
-  const QString longest(255, QChar(0x00E4));
+  const QString longest = QString("🏔").repeated(255);
   const std::pair<QString, QString> cases[] = {
       {"", "Old"},        {"   ", "   "},           {"\"a\" 'b' ''", "\"a\" 'b' ''"}, {"🏔 ü", "🏔 ü"},
       {"TAKEN", "TAKEN"}, {longest + 'x', longest},

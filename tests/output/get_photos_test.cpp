@@ -9,17 +9,17 @@
 #include <QTimer>
 
 #include "base/runtime_error.h"
-#include "output/bench.h"
+#include "output/output_fixture.h"
 
 namespace veldrin::output {
 namespace {
 
-using test::OutputBench;
+using test::OutputFixture;
 
 class GetTest : public testing::Test {
  protected:
   GetTest()
-      : Getter(Bench.Data1, Bench.Catalogue.Paths(), Bench, Bench.Window,
+      : Getter(Fixture.Data1, Fixture.Catalogue.Paths(), Fixture, Fixture.Window,
                [this](const QString& source, const QString& target) { Copy(source, target); }) {
     qputenv("HOME", Target.path().toUtf8());
     qputenv("XDG_CONFIG_HOME", Target.path().toUtf8() + "/none");
@@ -28,7 +28,7 @@ class GetTest : public testing::Test {
   // Runs the command, and the action while its dialog is shown; without one it is a failure.
   void Get(const std::function<void(frmGet&)>& action) {
     bool shown = false;
-    QTimer::singleShot(0, &Bench.Window, [&] {
+    QTimer::singleShot(0, &Fixture.Window, [&] {
       auto* dialog = qobject_cast<frmGet*>(QApplication::activeModalWidget());
       ASSERT_NE(dialog, nullptr);
       shown = true;
@@ -60,7 +60,7 @@ class GetTest : public testing::Test {
   }
 
   QTemporaryDir Target;
-  OutputBench Bench{6};
+  OutputFixture Fixture{6};
   frmGet::CopyFunction Copy = desktop::CopyFile;
   PhotoGetter Getter;
 };
@@ -69,27 +69,27 @@ TEST_F(GetTest, ListsTheChosenPhotos) {
   const auto listed = [this] {
     QString names;
     Get([&](frmGet& dialog) { names = Names(dialog); });
-    Bench.ExpectAsBefore();
+    Fixture.ExpectAsBefore();
     return names;
   };
   EXPECT_EQ(listed(), QStringLiteral("2.jpg"));
-  Bench.Select({5, 1});
+  Fixture.Select({5, 1});
   EXPECT_EQ(listed(), QStringLiteral("5.jpg 1.jpg"));
-  Bench.FormView = true;
+  Fixture.FormView = true;
   EXPECT_EQ(listed(), QStringLiteral("2.jpg"));
 }
 
 TEST_F(GetTest, ARecordThatHasGoneShowsABox) {
-  Bench.Select({3, 5});
-  Bench.Catalogue.Execute({QStringLiteral("DELETE FROM tblPhotos WHERE PhotoID = 5")});
+  Fixture.Select({3, 5});
+  Fixture.Catalogue.Execute({QStringLiteral("DELETE FROM tblPhotos WHERE PhotoID = 5")});
   EXPECT_EQ(test::AnswerBoxes([&] { Getter.GetPhotos(); }, {QMessageBox::Ok}),
             QStringList(QStringLiteral("Error|Error Code: 3167 Record is deleted.")));
-  Bench.ExpectAsBefore();
+  Fixture.ExpectAsBefore();
 }
 
 TEST_F(GetTest, AnEmptyListOpensNothing) {
-  Bench.Data1.RecordSource += QStringLiteral(" WHERE PhotoID > 99");
-  Bench.Data1.Refresh();
+  Fixture.Data1.RecordSource += QStringLiteral(" WHERE PhotoID > 99");
+  Fixture.Data1.Refresh();
   test::AnswerBoxes([&] { Getter.GetPhotos(); }, {});
 }
 
@@ -97,20 +97,20 @@ TEST_F(GetTest, CopiesOverWhatHasTheNames) {
   test::WriteFile(Target.filePath(QStringLiteral("bystander")), "mine");
   test::WriteFile(Target.filePath(QStringLiteral("1.jpg")), "an older one");
   QFile::link(Target.filePath(QStringLiteral("bystander")), Target.filePath(QStringLiteral("3.jpg")));
-  QFile::link(Bench.Catalogue.Paths().ImageDir + OutputBench::Image(4),
+  QFile::link(Fixture.Catalogue.Paths().ImageDir + OutputFixture::Image(4),
               Target.filePath(QStringLiteral("4.jpg")));
-  Bench.Select({3, 1, 4});
+  Fixture.Select({3, 1, 4});
   GetTo(".", "OkBttn");
   for (const int id : {1, 3, 4}) {
-    const QString file = Target.filePath(OutputBench::Image(id));
-    EXPECT_EQ(test::ReadFile(file), OutputBench::Image(id).toUtf8());
+    const QString file = Target.filePath(OutputFixture::Image(id));
+    EXPECT_EQ(test::ReadFile(file), OutputFixture::Image(id).toUtf8());
     EXPECT_FALSE(QFileInfo(file).isSymLink());
   }
   EXPECT_EQ(QDir(Target.path()).entryList(QDir::Files).join(QLatin1Char(' ')),
             QStringLiteral("1.jpg 3.jpg 4.jpg bystander"));
   EXPECT_EQ(test::ReadFile(Target.filePath(QStringLiteral("bystander"))), "mine");
-  EXPECT_EQ(test::ReadFile(Bench.Catalogue.Paths().ImageDir + OutputBench::Image(4)), "4.jpg");
-  Bench.ExpectAsBefore();
+  EXPECT_EQ(test::ReadFile(Fixture.Catalogue.Paths().ImageDir + OutputFixture::Image(4)), "4.jpg");
+  Fixture.ExpectAsBefore();
 }
 
 TEST_F(GetTest, OpensOnTheDirectoryOfTheLastCopy) {
@@ -128,7 +128,7 @@ TEST_F(GetTest, OpensOnTheDirectoryOfTheLastCopy) {
 }
 
 TEST_F(GetTest, ACopyThatIsNotThereKeepsTheDialogAndThePointer) {
-  Bench.Select({3, 1, 4});
+  Fixture.Select({3, 1, 4});
   int copies = 0;
   Copy = [&](const QString& source, const QString& target) {
     if (++copies == 1)
@@ -148,12 +148,12 @@ TEST_F(GetTest, ACopyThatIsNotThereKeepsTheDialogAndThePointer) {
       EXPECT_EQ(QGuiApplication::overrideCursor()->shape(), Qt::WaitCursor);
     }
   });
-  Bench.ExpectAsBefore();
+  Fixture.ExpectAsBefore();
 }
 
 // The error is the program's.
 TEST_F(GetTest, ACopyThatFailsLeavesTheStoredImages) {
-  const QString images = Bench.Catalogue.Paths().ImageDir;
+  const QString images = Fixture.Catalogue.Paths().ImageDir;
   QDir(Target.path()).mkdir(QStringLiteral("gone"));
   const auto errorOf = [&](const QString& directory, const char* name) {
     QString last;
@@ -171,7 +171,7 @@ TEST_F(GetTest, ACopyThatFailsLeavesTheStoredImages) {
   EXPECT_EQ(errorOf(images, "2.jpg"), base::errPermissionDenied);
   EXPECT_EQ(errorOf(Target.path(), "2.jpg"), base::errPathFileAccess);
   EXPECT_EQ(errorOf(Target.path(), "9.jpg"), base::errFileNotFound);
-  EXPECT_EQ(test::ReadFile(images + OutputBench::Image(2)), "2.jpg");
+  EXPECT_EQ(test::ReadFile(images + OutputFixture::Image(2)), "2.jpg");
 }
 
 }  // namespace

@@ -11,12 +11,12 @@
 #include <filesystem>
 
 #include "desktop/default_program.h"
-#include "output/bench.h"
+#include "output/output_fixture.h"
 
 namespace veldrin::output {
 namespace {
 
-using test::OutputBench;
+using test::OutputFixture;
 
 // A desktop of its own with two mail programs. They write their arguments into a file; then they fail, or
 // stay at work, for as long as there is a file that says so. The real xdg-email comes between.
@@ -94,7 +94,7 @@ Message FromCompose(const QByteArray& arguments) {
 
 class MailTest : public testing::Test {
  protected:
-  MailTest() : Desk(TheDesktop()), Mail(Bench.Data1, Bench.Catalogue.Paths(), Bench, Bench.Window) {
+  MailTest() : Desk(TheDesktop()), Mail(Fixture.Data1, Fixture.Catalogue.Paths(), Fixture, Fixture.Window) {
     QFile::remove(Desk.Path("log"));
   }
 
@@ -109,7 +109,7 @@ class MailTest : public testing::Test {
   }
 
   const Desktop& Desk;
-  OutputBench Bench{12};
+  OutputFixture Fixture{12};
   PhotoMail Mail;
 };
 
@@ -133,18 +133,18 @@ class MailFailures : public MailTest, public testing::WithParamInterface<Failure
 };
 
 TEST_P(MailFailures, ShowABoxAndTheNextMessageComes) {
-  Bench.Select({3, 5});
-  GetParam().Break(Desk, Bench.Catalogue);
+  Fixture.Select({3, 5});
+  GetParam().Break(Desk, Fixture.Catalogue);
   const QStringList boxes = Send({QMessageBox::Ok});
   EXPECT_EQ(boxes.join(QLatin1Char(' ')).section(QLatin1Char(' '), 0, 2),
             QStringLiteral("Error|Error Code: ") + QLatin1String(GetParam().Error));
   EXPECT_EQ(IsOpen(), GetParam().Opened);
-  Bench.ExpectAsBefore();
+  Fixture.ExpectAsBefore();
 
   qputenv("PATH", Path);
   QFile::remove(Desk.Path("fail"));
   Desk.SetMailer("mailer");
-  Bench.Select({});
+  Fixture.Select({});
   Send();
   EXPECT_EQ(Received().Files.size(), 1);
 }
@@ -171,7 +171,7 @@ INSTANTIATE_TEST_SUITE_P(
                     true},
         FailureCase{"NoStoredImage",
                     [](const Desktop&, test::TestCatalogue& catalogue) {
-                      QFile::remove(catalogue.Paths().ImageDir + OutputBench::Image(5));
+                      QFile::remove(catalogue.Paths().ImageDir + OutputFixture::Image(5));
                     },
                     "32011"},
         ExitCase("AnXdgEmailThatCantBeStarted", "#!/no/such/shell\n", "32002"),
@@ -183,14 +183,14 @@ INSTANTIATE_TEST_SUITE_P(
 
 // The walk ends where it is.
 TEST_F(MailTest, ARecordThatHasGone) {
-  Bench.Select({3, 5, 7});
-  Bench.Catalogue.Execute({QStringLiteral("DELETE FROM tblPhotos WHERE PhotoID = 5")});
+  Fixture.Select({3, 5, 7});
+  Fixture.Catalogue.Execute({QStringLiteral("DELETE FROM tblPhotos WHERE PhotoID = 5")});
   EXPECT_EQ(Send({QMessageBox::Ok}),
             QStringList(QStringLiteral("Error|Error Code: 3167 Record is deleted.")));
   EXPECT_FALSE(IsOpen());
   EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
-  EXPECT_TRUE(Bench.Data1.SuppressReposition);
-  EXPECT_EQ(Bench.Data1.Bookmark(), 5);
+  EXPECT_TRUE(Fixture.Data1.SuppressReposition);
+  EXPECT_EQ(Fixture.Data1.Bookmark(), 5);
 }
 
 // --- messages ---------------------------------------------------------------------------------------------
@@ -208,17 +208,18 @@ class MailMessages : public MailTest, public testing::WithParamInterface<Message
 
 // On its way the line feed of the body becomes a whole line end, before the carriage return.
 TEST_P(MailMessages, HaveTheChosenPhotos) {
-  Bench.Select(GetParam().Selected);
-  Bench.FormView = GetParam().FormView;
+  Fixture.Select(GetParam().Selected);
+  Fixture.FormView = GetParam().FormView;
   const QStringList expected =
       QStringList(QStringLiteral("Information|The max of 10 photo images can be attached per e-mail!"));
   EXPECT_EQ(GetParam().TooMany ? Send({QMessageBox::Ok}) : expected + Send(), expected);
   QStringList files;
-  for (const int id : GetParam().Files) files << Bench.Catalogue.Paths().ImageDir + OutputBench::Image(id);
+  for (const int id : GetParam().Files)
+    files << Fixture.Catalogue.Paths().ImageDir + OutputFixture::Image(id);
   const Message message = Received();
   EXPECT_EQ(message.Body, QLatin1String(GetParam().Body));
   EXPECT_EQ(message.Files, files);
-  Bench.ExpectAsBefore();
+  Fixture.ExpectAsBefore();
 }
 
 const auto TenBlanks = "          \r\n\r10 Photo image(s) attached";
@@ -240,8 +241,8 @@ INSTANTIATE_TEST_SUITE_P(
     test::CaseName);
 
 TEST_F(MailTest, AnEmptyListSendsNothing) {
-  Bench.Data1.RecordSource += QStringLiteral(" WHERE PhotoID > 99");
-  Bench.Data1.Refresh();
+  Fixture.Data1.RecordSource += QStringLiteral(" WHERE PhotoID > 99");
+  Fixture.Data1.Refresh();
   Send();
   EXPECT_FALSE(IsOpen());
 }
@@ -259,19 +260,19 @@ class MailPlaces : public MailTest, public testing::WithParamInterface<PlaceCase
 // Names as well as bytes, and of a stored image that is a link to another place.
 TEST_P(MailPlaces, ComeThroughWhole) {
   const QString place =
-      Bench.Catalogue.Paths().ImageDir + QString::fromUtf8(GetParam().Directory) + QLatin1Char('/');
+      Fixture.Catalogue.Paths().ImageDir + QString::fromUtf8(GetParam().Directory) + QLatin1Char('/');
   QDir().mkpath(place);
   for (const int id : {1, 2})
-    test::WriteFile(place + OutputBench::Image(id), OutputBench::Image(id).toUtf8());
+    test::WriteFile(place + OutputFixture::Image(id), OutputFixture::Image(id).toUtf8());
   test::WriteFile(Desk.Path("other.png"), "3.jpg");
-  QFile::link(Desk.Path("other.png"), place + OutputBench::Image(3));
-  Bench.Catalogue.Paths().ImageDir = place;
+  QFile::link(Desk.Path("other.png"), place + OutputFixture::Image(3));
+  Fixture.Catalogue.Paths().ImageDir = place;
   // The copies of an earlier message.
-  const QString earlier = Bench.Catalogue.Paths().TempDir + QStringLiteral("mail-old");
+  const QString earlier = Fixture.Catalogue.Paths().TempDir + QStringLiteral("mail-old");
   QDir().mkdir(earlier);
   std::filesystem::last_write_time(earlier.toStdString(),
                                    std::filesystem::file_time_type::clock::now() - std::chrono::hours(72));
-  Bench.Select({3, 1, 2});
+  Fixture.Select({3, 1, 2});
   Desk.SetMailer(GetParam().Mailer);
   Send();
   const Message message = Received();
@@ -299,7 +300,7 @@ TEST_F(MailTest, AMailProgramThatStaysAtWorkLeavesTheWindowFree) {
   test::WriteFile(Desk.Path("stay"), {});
   bool alive = false;
   bool busy = false;
-  QTimer::singleShot(500, &Bench.Window, [&] {
+  QTimer::singleShot(500, &Fixture.Window, [&] {
     alive = true;
     busy = QGuiApplication::overrideCursor() != nullptr;
   });
@@ -307,7 +308,7 @@ TEST_F(MailTest, AMailProgramThatStaysAtWorkLeavesTheWindowFree) {
   EXPECT_TRUE(alive && busy);
   EXPECT_TRUE(IsOpen());
   EXPECT_TRUE(QFile::exists(Desk.Path("stay")));
-  Bench.ExpectAsBefore();
+  Fixture.ExpectAsBefore();
   QFile::remove(Desk.Path("stay"));
 }
 

@@ -83,8 +83,8 @@ class PagesTest : public testing::Test {
   void Select(std::vector<int> photos) { Data1.SelBookmarks.Replace(std::move(photos)); }
   /// The last photo, then the others in order.
   void SelectLastFirst(int count) {
-    std::vector<int> photos(static_cast<size_t>(count));
-    for (int i = 0; i < count; ++i) photos[static_cast<size_t>(i)] = i == 0 ? count : i;
+    std::vector<int> photos(count);
+    for (int i = 0; i < count; ++i) photos[i] = i == 0 ? count : i;
     Select(photos);
   }
   void MakeWebDirs() {

@@ -130,8 +130,7 @@ class PageCounts : public WebPagesTest, public testing::WithParamInterface<Count
     const QByteArray prefix = "href=\".\\" + PagePrefix(gallery).toLatin1();
     for (int page = 1; page <= static_cast<int>(shown.size()); ++page) {
       const QByteArray text = ReadFile(directory + PageName(gallery, page));
-      EXPECT_EQ(text.count("<a href=") - text.count(prefix), shown[static_cast<size_t>(page - 1)])
-          << what.toStdString() << page;
+      EXPECT_EQ(text.count("<a href=") - text.count(prefix), shown[page - 1]) << what.toStdString() << page;
       EXPECT_EQ(text.count("<td"), text.count("</td>"));
       EXPECT_EQ(text.count("<tr>"), text.count("</tr>"));
       EXPECT_EQ(text.count("<table"), text.count("</table>"));

@@ -15,11 +15,11 @@ class AudioDialogTest : public testing::Test {
   AudioDialogTest() {
     for (const char* name : {"b.mp3", "new.AIFF", "notes.txt", "song.wav"})
       test::WriteFile(Source.filePath(QLatin1String(name)), name);
-    Open(Bench.Catalogue.Paths().MusicDir);
+    Open(Fixture.Catalogue.Paths().MusicDir);
   }
 
   void Open(const QString& musicDir) {
-    Dialog = std::make_unique<frmAudio>(Bench.Data1, Bench.MusicList, musicDir, nullptr, Source.path());
+    Dialog = std::make_unique<frmAudio>(Fixture.Data1, Fixture.MusicList, musicDir, nullptr, Source.path());
     Dialog->show();
   }
   controls::FileListBox& List(const char* name) {
@@ -33,7 +33,7 @@ class AudioDialogTest : public testing::Test {
   }
 
   QTemporaryDir Source;
-  ShowBench Bench{0, {QStringLiteral("a.wav"), QStringLiteral("b.mp3")}};
+  ShowFixture Fixture{0, {QStringLiteral("a.wav"), QStringLiteral("b.mp3")}};
   std::unique_ptr<frmAudio> Dialog;
 };
 
@@ -45,36 +45,36 @@ TEST_F(AudioDialogTest, AddsAndRemovesFiles) {
   List("FileToSel").selectAll();
   Click("AddBttn");
   EXPECT_EQ(Names(List("FileToPlay")), QStringLiteral("a.wav b.mp3 new.AIFF song.wav"));
-  EXPECT_EQ(test::ReadFile(Bench.Catalogue.Paths().MusicDir + QStringLiteral("b.mp3")), "b.mp3");
+  EXPECT_EQ(test::ReadFile(Fixture.Catalogue.Paths().MusicDir + QStringLiteral("b.mp3")), "b.mp3");
   // The show goes on with the old list until the dialog has gone.
-  EXPECT_EQ(Bench.MusicList.ListCount(), 2);
+  EXPECT_EQ(Fixture.MusicList.ListCount(), 2);
   List("FileToPlay").item(0)->setSelected(true);
   List("FileToPlay").item(3)->setSelected(true);
-  QFile::remove(Bench.Catalogue.Paths().MusicDir + QStringLiteral("a.wav"));
+  QFile::remove(Fixture.Catalogue.Paths().MusicDir + QStringLiteral("a.wav"));
   Click("RmvBttn");
   EXPECT_EQ(Names(List("FileToPlay")), QStringLiteral("b.mp3 new.AIFF"));
-  Bench.Settings.MusicIndex = 7;
+  Fixture.Settings.MusicIndex = 7;
   Click("CloseBttn");
   EXPECT_FALSE(Dialog->isVisible());
   Dialog.reset();
-  EXPECT_EQ(Names(Bench.MusicList), QStringLiteral("b.mp3 new.AIFF"));
-  EXPECT_EQ(Bench.Settings.MusicIndex, 7);
+  EXPECT_EQ(Names(Fixture.MusicList), QStringLiteral("b.mp3 new.AIFF"));
+  EXPECT_EQ(Fixture.Settings.MusicIndex, 7);
 }
 
 TEST_F(AudioDialogTest, ListsTheDirectoryThatIsChosen) {
   auto& chooser = *Dialog->findChild<controls::DirectoryChooser*>();
-  chooser.SetPath(QDir(Bench.Catalogue.Paths().MusicDir).absolutePath());
+  chooser.SetPath(QDir(Fixture.Catalogue.Paths().MusicDir).absolutePath());
   EXPECT_EQ(Names(List("FileToSel")), QStringLiteral("a.wav b.mp3"));
   // A file can't be copied onto itself, and isn't harmed by the attempt.
   List("FileToSel").selectAll();
   EXPECT_THROW(Click("AddBttn"), base::RuntimeError);
-  EXPECT_EQ(test::ReadFile(Bench.Catalogue.Paths().MusicDir + QStringLiteral("a.wav")), "sound");
+  EXPECT_EQ(test::ReadFile(Fixture.Catalogue.Paths().MusicDir + QStringLiteral("a.wav")), "sound");
   // While a routine walks the list of records, the files stay as they are.
-  Bench.Data1.SuppressReposition = true;
+  Fixture.Data1.SuppressReposition = true;
   chooser.SetPath(Source.path());
   EXPECT_EQ(Names(List("FileToSel")), QStringLiteral("a.wav b.mp3"));
   // So they do while a drive that can't be opened gives way to the one before.
-  Bench.Data1.SuppressReposition = false;
+  Fixture.Data1.SuppressReposition = false;
   Q_EMIT chooser.Restore(true);
   Q_EMIT chooser.Change();
   EXPECT_EQ(Names(List("FileToSel")), QStringLiteral("a.wav b.mp3"));
@@ -91,7 +91,7 @@ TEST_F(AudioDialogTest, WithoutAMusicDirectory) {
   List("FileToSel").selectAll();
   EXPECT_THROW(Click("AddBttn"), base::RuntimeError);
   Dialog.reset();
-  EXPECT_EQ(Bench.MusicList.ListCount(), 0);
+  EXPECT_EQ(Fixture.MusicList.ListCount(), 0);
 }
 
 }  // namespace

@@ -99,11 +99,11 @@ inline std::vector<std::pair<QString, QString>> StepsOf(const char* text) {
 }
 
 /// Photos 1, 2, ..., the tracks a.wav, b.wav and c.wav, and a show of them.
-class ShowBench {
+class ShowFixture {
  public:
-  explicit ShowBench(int photos,
-                     const QStringList& tracks = {QStringLiteral("a.wav"), QStringLiteral("b.wav"),
-                                                  QStringLiteral("c.wav")})
+  explicit ShowFixture(int photos,
+                       const QStringList& tracks = {QStringLiteral("a.wav"), QStringLiteral("b.wav"),
+                                                    QStringLiteral("c.wav")})
       : Data1(Catalogue.Engine()) {
     for (int id = 1; id <= photos; ++id) Catalogue.AddPhoto(id, QString(), {});
     Data1.DatabaseName = Catalogue.Paths().WorkFile;

@@ -27,26 +27,26 @@ struct Piece {
 class MusicJourney : public testing::TestWithParam<Piece> {};
 
 TEST_P(MusicJourney, FollowsTheShow) {
-  ShowBench bench(9, GetParam().Tracks);
+  ShowFixture fixture(9, GetParam().Tracks);
   for (const auto& [action, state] : StepsOf(GetParam().Steps)) {
-    bench.Player.Opened.clear();
+    fixture.Player.Opened.clear();
     if (action == QLatin1String("end")) {
-      bench.Player.EndTrack();
+      fixture.Player.EndTrack();
     } else if (action == QLatin1String("break")) {
-      bench.Player.Break();
+      fixture.Player.Break();
     } else if (action == QLatin1String("beyond")) {
-      bench.Settings.MusicIndex = 9;
+      fixture.Settings.MusicIndex = 9;
     } else if (action.startsWith(QLatin1String("dialog"))) {
-      const int before = bench.Show.Suspend();
-      EXPECT_NE(bench.Player.PlayState(), MediaPlaying);
-      EXPECT_FALSE(bench.Timer.Enabled);
-      if (action == QLatin1String("dialog:end")) bench.Player.EndTrack();
-      bench.Show.Resume(before);
-      EXPECT_EQ(bench.Timer.Enabled, bench.Settings.ShowState == PlayForward);
+      const int before = fixture.Show.Suspend();
+      EXPECT_NE(fixture.Player.PlayState(), MediaPlaying);
+      EXPECT_FALSE(fixture.Timer.Enabled);
+      if (action == QLatin1String("dialog:end")) fixture.Player.EndTrack();
+      fixture.Show.Resume(before);
+      EXPECT_EQ(fixture.Timer.Enabled, fixture.Settings.ShowState == PlayForward);
     } else {
-      bench.Press(action);
+      fixture.Press(action);
     }
-    EXPECT_EQ(QString::number(bench.Player.State) + bench.Player.Opened.join(QString()), state)
+    EXPECT_EQ(QString::number(fixture.Player.State) + fixture.Player.Opened.join(QString()), state)
         << "after " << action.toStdString();
   }
 }
@@ -79,21 +79,21 @@ INSTANTIATE_TEST_SUITE_P(
 
 TEST(Music, TheMusicDialogHoldsTheShow) {
   for (const ShowWindow window : {ShowWindow::Main, ShowWindow::FullScreen}) {
-    ShowBench bench(3);
-    PictureShow show(bench.Parts, bench.Surface, bench.Timer, window);
-    bench.Surface.AudioDialog = [&] {
-      EXPECT_FALSE(bench.Timer.Enabled);
-      EXPECT_NE(bench.Player.State, MediaPlaying);
+    ShowFixture fixture(3);
+    PictureShow show(fixture.Parts, fixture.Surface, fixture.Timer, window);
+    fixture.Surface.AudioDialog = [&] {
+      EXPECT_FALSE(fixture.Timer.Enabled);
+      EXPECT_NE(fixture.Player.State, MediaPlaying);
     };
     show.tbarShow_ButtonClick(PlayForward);
     show.tbarShow_ButtonClick(SetupMusic);
-    EXPECT_TRUE(bench.Timer.Enabled);
-    EXPECT_EQ(bench.Player.State, MediaPlaying);
+    EXPECT_TRUE(fixture.Timer.Enabled);
+    EXPECT_EQ(fixture.Player.State, MediaPlaying);
     // The main window asks how it was before the dialog, the whole screen how it is after it.
     show.tbarShow_ButtonClick(PausePlay);
     show.tbarShow_ButtonClick(SetupMusic);
-    EXPECT_EQ(bench.Player.State, window == ShowWindow::Main ? MediaPaused : MediaPlaying);
-    EXPECT_FALSE(bench.Timer.Enabled);
+    EXPECT_EQ(fixture.Player.State, window == ShowWindow::Main ? MediaPaused : MediaPlaying);
+    EXPECT_FALSE(fixture.Timer.Enabled);
   }
 }
 

@@ -12,29 +12,29 @@ namespace {
 struct Journey {
   const char* Name;
   int Photos;
-  const char* Steps;  ///< actions, each with the state after it, as ShowBench::State tells it
+  const char* Steps;  ///< actions, each with the state after it, as ShowFixture::State tells it
 };
 
 class ShowJourney : public testing::TestWithParam<Journey> {};
 
 TEST_P(ShowJourney, GoesStepByStep) {
-  ShowBench bench(GetParam().Photos);
+  ShowFixture fixture(GetParam().Photos);
   for (const auto& [action, state] : StepsOf(GetParam().Steps)) {
     if (action == QLatin1String("tick")) {
-      ASSERT_TRUE(bench.Timer.Enabled) << state.toStdString();
-      bench.Tick();
+      ASSERT_TRUE(fixture.Timer.Enabled) << state.toStdString();
+      fixture.Tick();
     } else if (action == QLatin1String("delete2")) {
-      bench.Catalogue.Execute({QStringLiteral("DELETE FROM tblPhotos WHERE PhotoID = 2")});
+      fixture.Catalogue.Execute({QStringLiteral("DELETE FROM tblPhotos WHERE PhotoID = 2")});
     } else if (action == QLatin1String("spoil2")) {
-      bench.Surface.Broken = {2};
+      fixture.Surface.Broken = {2};
     } else if (action.startsWith(QLatin1String("drag"))) {
-      bench.Show.Slider1_MouseDown();
-      EXPECT_FALSE(bench.Timer.Enabled && bench.Data1.RecordCount() > 0);
-      bench.Show.Slider1_MouseUp(action.mid(4).toInt());
+      fixture.Show.Slider1_MouseDown();
+      EXPECT_FALSE(fixture.Timer.Enabled && fixture.Data1.RecordCount() > 0);
+      fixture.Show.Slider1_MouseUp(action.mid(4).toInt());
     } else {
-      bench.Press(action);
+      fixture.Press(action);
     }
-    EXPECT_EQ(bench.State(), state) << "after " << action.toStdString();
+    EXPECT_EQ(fixture.State(), state) << "after " << action.toStdString();
   }
 }
 
@@ -68,31 +68,31 @@ INSTANTIATE_TEST_SUITE_P(
     test::CaseName);
 
 TEST(PictureShow, PreparesThePictureOfTheNextTick) {
-  ShowBench bench(3);
-  bench.Settings.ShowRepeat = true;
+  ShowFixture fixture(3);
+  fixture.Settings.ShowRepeat = true;
   for (const auto& [action, prepared] :
        StepsOf("play 2 tick 3 tick 1 pause 1 before 1 back 1 tick 3 stop 0 play 1")) {
-    bench.Press(action);
-    EXPECT_EQ(QString::number(bench.Surface.Prepared), prepared) << action.toStdString();
+    fixture.Press(action);
+    EXPECT_EQ(QString::number(fixture.Surface.Prepared), prepared) << action.toStdString();
   }
-  bench.Data1.RecordSource += QStringLiteral(" WHERE PhotoID > 1");
-  bench.Data1.Refresh();
-  bench.Show.ListChanged();
-  EXPECT_EQ(bench.Surface.Prepared, 2);
+  fixture.Data1.RecordSource += QStringLiteral(" WHERE PhotoID > 1");
+  fixture.Data1.Refresh();
+  fixture.Show.ListChanged();
+  EXPECT_EQ(fixture.Surface.Prepared, 2);
 }
 
 // The end of a show that isn't repeated leaves the guard up.
 TEST(PictureShow, GuardsItsMoves) {
-  ShowBench bench(2);
+  ShowFixture fixture(2);
   bool guarded = true;
-  QObject::connect(&bench.Data1, &catalogue::RecordList::Reposition, &bench.Data1,
-                   [&] { guarded = guarded && bench.Data1.SuppressReposition; });
-  bench.Press(QStringLiteral("play"));
-  EXPECT_FALSE(bench.Data1.SuppressReposition);
-  bench.Show.Slider1_MouseUp(1);
-  EXPECT_FALSE(bench.Data1.SuppressReposition);
-  bench.Tick();
-  EXPECT_TRUE(bench.Data1.SuppressReposition);
+  QObject::connect(&fixture.Data1, &catalogue::RecordList::Reposition, &fixture.Data1,
+                   [&] { guarded = guarded && fixture.Data1.SuppressReposition; });
+  fixture.Press(QStringLiteral("play"));
+  EXPECT_FALSE(fixture.Data1.SuppressReposition);
+  fixture.Show.Slider1_MouseUp(1);
+  EXPECT_FALSE(fixture.Data1.SuppressReposition);
+  fixture.Tick();
+  EXPECT_TRUE(fixture.Data1.SuppressReposition);
   EXPECT_TRUE(guarded);
 }
 
@@ -107,24 +107,24 @@ struct Handover {
 class ShowHandover : public testing::TestWithParam<Handover> {};
 
 TEST_P(ShowHandover, GoesOnInTheOtherWindow) {
-  ShowBench bench(9);
-  PlainSurface whole(bench.Settings);
+  ShowFixture fixture(9);
+  PlainSurface whole(fixture.Settings);
   HandTimer timer;
-  PictureShow wholeShow(bench.Parts, whole, timer, ShowWindow::FullScreen);
-  bench.Show.Slider1_MouseUp(4);
+  PictureShow wholeShow(fixture.Parts, whole, timer, ShowWindow::FullScreen);
+  fixture.Show.Slider1_MouseUp(4);
   for (const QString& action : QString::fromLatin1(GetParam().Before).split(QLatin1Char(' ')))
-    bench.Press(action);
-  bench.Surface.OtherWindow = [&] {
-    EXPECT_FALSE(bench.Timer.Enabled);
+    fixture.Press(action);
+  fixture.Surface.OtherWindow = [&] {
+    EXPECT_FALSE(fixture.Timer.Enabled);
     wholeShow.TakeUp();
-    EXPECT_EQ(QStringLiteral("%1@%2").arg(whole.Shown).arg(bench.Data1.AbsolutePosition() + 1),
+    EXPECT_EQ(QStringLiteral("%1@%2").arg(whole.Shown).arg(fixture.Data1.AbsolutePosition() + 1),
               QLatin1String(GetParam().There));
-    wholeShow.tbarShow_ButtonClick(ShowBench::ButtonOf(QLatin1String(GetParam().Then)));
-    bench.Surface.HidePictures();
-    bench.Show.TakeUp();
+    wholeShow.tbarShow_ButtonClick(ShowFixture::ButtonOf(QLatin1String(GetParam().Then)));
+    fixture.Surface.HidePictures();
+    fixture.Show.TakeUp();
   };
-  bench.Press(QStringLiteral("window"));
-  EXPECT_EQ(bench.State(), QLatin1String(GetParam().Back));
+  fixture.Press(QStringLiteral("window"));
+  EXPECT_EQ(fixture.State(), QLatin1String(GetParam().Back));
 }
 
 INSTANTIATE_TEST_SUITE_P(

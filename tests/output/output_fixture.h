@@ -5,15 +5,15 @@
 
 #include <QGuiApplication>
 
-#include "output/record_choice.h"
+#include "support/silent_views.h"
 #include "support/test_support.h"
 
 namespace veldrin::test {
 
-class OutputBench : public output::OutputViews {
+class OutputFixture : public SilentViews {
  public:
   /// Photos 1, 2, ..., the second of them the current one.
-  explicit OutputBench(int photos) : Data1(Catalogue.Engine()) {
+  explicit OutputFixture(int photos) : Data1(Catalogue.Engine()) {
     for (int id = 1; id <= photos; ++id) {
       Catalogue.AddPhoto(id, {}, {});
       WriteFile(Catalogue.Paths().ImageDir + Image(id), Image(id).toUtf8());
@@ -26,7 +26,6 @@ class OutputBench : public output::OutputViews {
   /// Each stored image has its own name for its bytes.
   static QString Image(int id) { return QStringLiteral("%1.jpg").arg(id); }
 
-  bool FormViewIsShown() const override { return FormView; }
   void Select(const std::vector<int>& ids) { Data1.SelBookmarks.Replace(ids); }
 
   /// That no command left anything behind.
@@ -39,7 +38,6 @@ class OutputBench : public output::OutputViews {
   TestCatalogue Catalogue;
   catalogue::RecordList Data1;
   QWidget Window;
-  bool FormView = false;
 };
 
 }  // namespace veldrin::test
