@@ -52,7 +52,7 @@ int RecordModel::columnCount(const QModelIndex& parent) const {
   return parent.isValid() ? 0 : static_cast<int>(GridColumns().size());
 }
 
-// The fields of a photo stand in the order of the columns. A row that has gone shows empty.
+// A row that has gone shows empty.
 const engine::Value& RecordModel::Field(int row, int column) const {
   static const engine::Value null;
   if (row < FirstRow || row >= FirstRow + std::ssize(Rows)) {
@@ -61,10 +61,14 @@ const engine::Value& RecordModel::Field(int row, int column) const {
     // for them cell by cell would wait for each.
     const int count = std::min(RowsPerPage, Data1.RecordCount() - FirstRow);
     Rows.assign(count, {});
-    ReadFailed = !base::ResumeNext([&] { Rows = Data1.Recordset().ReadRows(FirstRow, count); });
+    ReadFailed = !base::ResumeNext([&] {
+      Rows = Data1.Recordset().ReadRows(FirstRow, count);
+      Names = Data1.Recordset().FieldNames();
+    });
   }
   const int at = row - FirstRow;
-  return at < std::ssize(Rows) && !Rows[at].empty() ? Rows[at][column] : null;
+  if (at >= std::ssize(Rows) || Rows[at].empty()) return null;
+  return Rows[at].at(Names.indexOf(QLatin1String(GridColumns()[column].DataField)));
 }
 
 QVariant RecordModel::TextOf(const QModelIndex& index) const {

@@ -36,6 +36,7 @@ class RecordModel : public QAbstractTableModel {
   mutable int FirstRow = 0;
   mutable bool ReadFailed = false;
   mutable std::vector<std::vector<engine::Value>> Rows;
+  mutable QStringList Names;  ///< of the rows' fields
 };
 
 }  // namespace veldrin::browse

@@ -112,10 +112,14 @@ void ThumbnailPage::BeginMissing(int start, ThumbnailMaker& maker) const {
   if (start < 0) return;
   const int count = std::min(CellCount, Data1.RecordCount() - start);
   if (count <= 1) return;
+  const QStringList names = Data1.Recordset().FieldNames();
+  const auto photoIdAt = names.indexOf(PhotoIDField);
+  const auto imageTypeAt = names.indexOf(ImageTypeField);
   for (const auto& row : Data1.Recordset().ReadRows(start, count)) {
     if (row.empty()) continue;
-    const int photoId = row[0].toInt();
-    if (!QFileInfo::exists(ThumbFileName(ThePaths, photoId))) maker.Begin(photoId, row[1].toString());
+    const int photoId = row.at(photoIdAt).toInt();
+    if (!QFileInfo::exists(ThumbFileName(ThePaths, photoId)))
+      maker.Begin(photoId, row.at(imageTypeAt).toString());
   }
 }
 

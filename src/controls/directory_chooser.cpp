@@ -4,13 +4,14 @@
 
 #include "base/failure.h"
 #include "controls/msg_box.h"
+#include "controls/named.h"
 
 namespace veldrin::controls {
 
 DirectoryChooser::DirectoryChooser(QWidget* parent, DriveListBox::VolumeSource volumes)
-    : QWidget(parent), TheDrive(new DriveListBox(this, std::move(volumes))), TheDir(new DirListBox(this)) {
-  TheDrive->setObjectName(QStringLiteral("Drive1"));
-  TheDir->setObjectName(QStringLiteral("Dir1"));
+    : QWidget(parent),
+      TheDrive(Named(new DriveListBox(this, std::move(volumes)), "Drive1")),
+      TheDir(Named(new DirListBox(this), "Dir1")) {
   // A volume's long label must not widen the whole chooser.
   TheDrive->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
   auto* layout = new QVBoxLayout(this);

@@ -1,12 +1,13 @@
 #include "controls/drive_list.h"
 
+#include <gio/gunixmounts.h>
+
 #include <QDir>
 #include <QFileInfo>
 #include <QIcon>
-#include <QSet>
 #include <QSignalBlocker>
 #include <QStorageInfo>
-#include <algorithm>
+#include <set>
 
 #include "base/runtime_error.h"
 #include "controls/display_name.h"
@@ -14,16 +15,6 @@
 namespace veldrin::controls {
 
 namespace {
-
-// File systems that the system keeps for itself, and the read-only images that programs are packed in.
-bool IsSystemsOwn(const QByteArray& type) {
-  static const QSet<QByteArray> own{"autofs",          "binfmt_misc", "bpf",     "cgroup",    "cgroup2",
-                                    "configfs",        "debugfs",     "devpts",  "devtmpfs",  "efivarfs",
-                                    "fuse.gvfsd-fuse", "fuse.portal", "fusectl", "hugetlbfs", "mqueue",
-                                    "overlay",         "proc",        "pstore",  "ramfs",     "rpc_pipefs",
-                                    "securityfs",      "squashfs",    "sysfs",   "tmpfs",     "tracefs"};
-  return own.contains(type);
-}
 
 [[noreturn]] void RaiseUnavailable(const QString& path) {
   throw base::RuntimeError(base::errDeviceUnavailable, QStringLiteral("Device unavailable: %1").arg(path));
@@ -35,23 +26,44 @@ QString WithSeparator(const QString& directory) {
   return directory.endsWith(QLatin1Char('/')) ? directory : directory + QLatin1Char('/');
 }
 
+bool IsBelow(const QString& path, const QString& directory) {
+  return WithSeparator(path).startsWith(WithSeparator(directory));
+}
+
+// What the system mounts for itself and for the session, and the images that programs are packed in.
+bool IsSystemsOwn(GUnixMountEntry* mount, const QString& root) {
+  const char* type = g_unix_mount_get_fs_type(mount);
+  if (g_unix_is_system_fs_type(type) != FALSE || qstrcmp(type, "squashfs") == 0) return true;
+  const auto isBelow = [&](const char* place) { return IsBelow(root, QLatin1String(place)); };
+  // Disks of the user's are mounted below /run on some systems.
+  return isBelow("/dev") || isBelow("/proc") || isBelow("/sys") ||
+         (isBelow("/run") && !isBelow("/run/media"));
+}
+
+// What holds the user's own directory always is a volume. A single file can be mounted too and is none.
+bool HoldsFilesOfPeople(GUnixMountEntry* mount, const QString& root) {
+  return IsBelow(QDir::homePath(), root) || (!IsSystemsOwn(mount, root) && QFileInfo(root).isDir());
+}
+
+// Its label.
+QString NameOf(const QString& root) {
+  const QString name = QStorageInfo(root).name();
+  return name == root ? QString() : name;
+}
+
 }  // namespace
 
 std::vector<Volume> MountedVolumes() {
-  std::vector<Volume> volumes;
-  QSet<QString> seen;
-  for (const QStorageInfo& info : QStorageInfo::mountedVolumes()) {
-    const QString root = info.rootPath();
-    // The root is always one; a single file can be mounted too and is none.
-    const bool real =
-        root == QLatin1String("/") || (!IsSystemsOwn(info.fileSystemType()) && QFileInfo(root).isDir());
-    if (!real || seen.contains(root)) continue;
-    seen.insert(root);
-    const QString name = info.name();
-    volumes.push_back({root, name == root ? QString() : name});
+  std::set<QString> roots{QStringLiteral("/")};
+  GList* mounts = g_unix_mounts_get(nullptr);
+  for (const GList* entry = mounts; entry != nullptr; entry = entry->next) {
+    auto* mount = static_cast<GUnixMountEntry*>(entry->data);
+    const QString root = QFile::decodeName(g_unix_mount_get_mount_path(mount));
+    if (HoldsFilesOfPeople(mount, root)) roots.insert(root);
   }
-  if (!seen.contains(QStringLiteral("/"))) volumes.push_back({QStringLiteral("/"), {}});
-  std::sort(volumes.begin(), volumes.end(), [](const Volume& a, const Volume& b) { return a.Root < b.Root; });
+  g_list_free_full(mounts, reinterpret_cast<GDestroyNotify>(g_unix_mount_free));
+  std::vector<Volume> volumes;
+  for (const QString& root : roots) volumes.push_back({root, NameOf(root)});
   return volumes;
 }
 

@@ -4,7 +4,10 @@
 #include <QFocusEvent>
 #include <QKeyEvent>
 #include <QTextCursor>
+#include <algorithm>
 #include <functional>
+
+#include "base/text_length.h"
 
 namespace veldrin::controls {
 
@@ -53,33 +56,88 @@ class EntryManners : public FocusSelection {
   QWidget& Field;
 };
 
-// The last characters of what came in go, so that the text around it stays.
-class TextLimit : public QObject {
+// The text without so many of the last characters in front of `end`, where what came in ends, that the limit
+// holds: the text around it stays. `end` becomes the place of the cut.
+QString TextThatFits(const QString& text, qsizetype& end, int maxLength) {
+  const qsizetype place = base::PlaceBefore(text, end, base::TextLength(text) - maxLength);
+  const QString rest = text.mid(end);
+  end = place;
+  return base::CutText(text.left(place) + rest, maxLength);
+}
+
+// What has to be replaced in one text to make it another.
+struct TextChange {
+  TextChange(const QString& before, const QString& after) {
+    const auto shorter = std::min(before.size(), after.size());
+    const auto begin = std::mismatch(before.begin(), before.begin() + shorter, after.begin()).first;
+    Begin = static_cast<int>(begin - before.begin());
+    const auto end = std::mismatch(before.rbegin(), before.rbegin() + shorter - Begin, after.rbegin()).first;
+    const auto tail = end - before.rbegin();
+    Removed = static_cast<int>(before.size() - tail) - Begin;
+    Inserted = after.mid(Begin, after.size() - tail - Begin);
+  }
+
+  int Begin;
+  int Removed;
+  QString Inserted;
+};
+
+// A change that makes the text too long is taken back and made anew as far as there is room: cut off
+// afterwards, it would come again with each undo.
+class LineLimit : public QObject {
  public:
-  TextLimit(QPlainTextEdit& field, int maxLength) : QObject(&field), Field(field), MaxLength(maxLength) {
+  LineLimit(QLineEdit& field, int maxLength) : QObject(&field), Field(field), MaxLength(maxLength) {
+    connect(&field, &QLineEdit::textChanged, this, &LineLimit::Cut);
+  }
+
+ private:
+  void Cut(const QString& text) {
+    if (base::TextLength(text) <= MaxLength) return;
+    qsizetype place = Field.cursorPosition();
+    const QString fitting = TextThatFits(text, place, MaxLength);
+    if (!Field.isUndoAvailable()) return Field.setText(fitting);
+    Field.undo();
+    if (const QString before = Field.text(); before != fitting) {
+      const TextChange change(before, fitting);
+      Field.setSelection(change.Begin, change.Removed);
+      Field.insert(change.Inserted);
+    }
+    Field.setCursorPosition(static_cast<int>(place));
+  }
+
+  QLineEdit& Field;
+  int MaxLength;
+};
+
+class LinesLimit : public QObject {
+ public:
+  LinesLimit(QPlainTextEdit& field, int maxLength) : QObject(&field), Field(field), MaxLength(maxLength) {
     connect(field.document(), &QTextDocument::contentsChange, this,
             [this](int at, int, int added) { End = at + added; });
-    connect(&field, &QPlainTextEdit::textChanged, this, &TextLimit::Cut);
+    connect(&field, &QPlainTextEdit::textChanged, this, &LinesLimit::Cut);
   }
 
  private:
   void Cut() {
-    const QString text = Field.toPlainText();
-    qsizetype excess = text.size() - MaxLength;
-    if (excess <= 0) return;
+    const QString text = ExactText(Field);
+    if (base::TextLength(text) <= MaxLength) return;
     // The end that is reported may count the document's closing mark.
-    const qsizetype end = std::min<qsizetype>(End, text.size());
-    if (excess < end && text.at(end - excess).isLowSurrogate()) ++excess;
+    qsizetype place = std::min<qsizetype>(End, text.size());
+    const QString fitting = TextThatFits(text, place, MaxLength);
+    if (Field.document()->isUndoAvailable()) Field.undo();
     QTextCursor cursor(Field.document());
-    cursor.setPosition(static_cast<int>(std::max<qsizetype>(end - excess, 0)));
-    cursor.setPosition(static_cast<int>(end), QTextCursor::KeepAnchor);
-    cursor.joinPreviousEditBlock();
-    cursor.removeSelectedText();
-    cursor.endEditBlock();
+    if (const QString before = ExactText(Field); before != fitting) {
+      const TextChange change(before, fitting);
+      cursor.setPosition(change.Begin);
+      cursor.setPosition(change.Begin + change.Removed, QTextCursor::KeepAnchor);
+      cursor.insertText(change.Inserted);
+    }
+    cursor.setPosition(static_cast<int>(place));
+    Field.setTextCursor(cursor);
   }
 
   QPlainTextEdit& Field;
-  qsizetype MaxLength;
+  int MaxLength;
   int End = 0;
 };
 
@@ -102,6 +160,8 @@ QString ExactText(const QPlainTextEdit& field) {
   return field.document()->toRawText().replace(QChar::ParagraphSeparator, QLatin1Char('\n'));
 }
 
-void LimitText(QPlainTextEdit& field, int maxLength) { new TextLimit(field, maxLength); }
+void LimitText(QLineEdit& field, int maxLength) { new LineLimit(field, maxLength); }
+
+void LimitText(QPlainTextEdit& field, int maxLength) { new LinesLimit(field, maxLength); }
 
 }  // namespace veldrin::controls

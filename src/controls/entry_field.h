@@ -17,7 +17,9 @@ void InstallEntryManners(QPlainTextEdit& field);
 /// The text of a field of several lines as it was given to it; toPlainText makes blanks of fixed blanks.
 QString ExactText(const QPlainTextEdit& field);
 
-/// Cuts from what is typed or pasted into a field of several lines as much as it has no room for.
+/// Cuts from what is typed or pasted into a field as much as it has no room for. The length is counted in
+/// whole characters, as the catalogue counts it, and none of them is cut in two.
+void LimitText(QLineEdit& field, int maxLength);
 void LimitText(QPlainTextEdit& field, int maxLength);
 
 }  // namespace veldrin::controls

@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "base/runtime_error.h"
+#include "controls/entry_field.h"
 
 namespace veldrin::controls {
 
@@ -98,7 +99,7 @@ void TreeView::Remove(Node* node) {
 void TreeView::Forget(Node* node) {
   for (int i = 0; i < node->Children(); ++i) Forget(static_cast<Node*>(node->child(i)));
   Q_EMIT NodeRemoved(node);
-  Nodes[static_cast<size_t>(node->Index() - 1)] = nullptr;
+  Nodes[node->Index() - 1] = nullptr;
 }
 
 void TreeView::Renumber() {
@@ -110,7 +111,7 @@ Node* TreeView::NodeAt(int index) const {
   if (index < 1 || index > Count()) {
     throw base::RuntimeError(base::errSubscriptOutOfRange, QStringLiteral("Index out of bounds."));
   }
-  return Nodes[static_cast<size_t>(index - 1)];
+  return Nodes[index - 1];
 }
 
 void TreeView::Select(Node* node) {
@@ -138,8 +139,7 @@ QWidget* TreeView::MakeEditor(QWidget* parent) {
     EndLabelEdit(keep);
     if (!keep) Q_EMIT LabelEditCancelled();
   });
-  // A name of fewer characters than that may be longer as it is stored in memory.
-  Editor->setMaxLength(std::max(MaxLabelLength, static_cast<int>(SelectedItem()->Text().size())));
+  LimitText(*Editor, MaxLabelLength);
   return Editor;
 }
 

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <utility>
 
+#include "base/text_length.h"
 #include "catalogue/schema.h"
 #include "controls/busy_pointer.h"
 #include "controls/msg_box.h"
@@ -169,7 +170,7 @@ Node& FolderCommands::PasteNodes(Database& database, const Node& source, bool is
   Node& pasted = CopyFolderNodes(Tree, target, source);
   QString own;
   if (IsDuplicateFolder(pasted, own) && isCopy)
-    pasted.SetText((QStringLiteral("Copy of ") + pasted.Text()).left(controls::MaxLabelLength));
+    pasted.SetText(base::CutText(QStringLiteral("Copy of ") + pasted.Text(), controls::MaxLabelLength));
   FolderWriter writer(database);
   pasted.SetTag(writer.AddFolderRecord(GetNodeLevel(pasted), pasted.Text(), target.Tag()));
   AssignFolderKeys(writer, pasted);

@@ -11,15 +11,18 @@
 
 #include "base/failure.h"
 #include "controls/msg_box.h"
+#include "controls/named.h"
 
 namespace veldrin::output {
+
+using controls::Named;
 
 frmGet::frmGet(QString imageDir, QString& lastGetDir, QWidget* parent, CopyFunction copy)
     : QDialog(parent),
       ImageDir(std::move(imageDir)),
       LastGetDir(lastGetDir),
       Copy(std::move(copy)),
-      TheList(new QListWidget(this)),
+      TheList(Named(new QListWidget(this), "List1")),
       Chooser(new controls::DirectoryChooser(this)) {
   setObjectName(QStringLiteral("frmGet"));
   setWindowTitle(QStringLiteral("Copy Photo(s) to Disk"));
@@ -28,17 +31,14 @@ frmGet::frmGet(QString imageDir, QString& lastGetDir, QWidget* parent, CopyFunct
 }
 
 void frmGet::Arrange() {
-  TheList->setObjectName(QStringLiteral("List1"));
   TheList->setUniformItemSizes(true);
   auto* panels = new QHBoxLayout;
   panels->setSpacing(16);
   panels->addWidget(MakePanel("Label2", "Selected File(s):", TheList, TheList), 2);
   panels->addWidget(MakePanel("Label3", "Selected Directory:", Chooser, &Chooser->Dir1()), 3);
-  auto* ok = new QPushButton(QStringLiteral("&OK"), this);
-  ok->setObjectName(QStringLiteral("OkBttn"));
+  auto* ok = Named(new QPushButton(QStringLiteral("&OK"), this), "OkBttn");
   ok->setDefault(true);
-  auto* cancel = new QPushButton(QStringLiteral("&Cancel"), this);
-  cancel->setObjectName(QStringLiteral("CancelBttn"));
+  auto* cancel = Named(new QPushButton(QStringLiteral("&Cancel"), this), "CancelBttn");
   connect(ok, &QPushButton::clicked, this, &frmGet::OkBttn_Click);
   connect(cancel, &QPushButton::clicked, this, &frmGet::CancelBttn_Click);
   auto* buttons = new QHBoxLayout;
@@ -55,8 +55,7 @@ void frmGet::Arrange() {
 
 QWidget* frmGet::MakePanel(const char* labelName, const char* caption, QWidget* content, QWidget* buddy) {
   auto* panel = new QWidget(this);
-  auto* label = new QLabel(QLatin1String(caption), panel);
-  label->setObjectName(QLatin1String(labelName));
+  auto* label = Named(new QLabel(QLatin1String(caption), panel), labelName);
   label->setBuddy(buddy);
   auto* column = new QVBoxLayout(panel);
   column->setContentsMargins(0, 0, 0, 0);

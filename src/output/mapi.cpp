@@ -15,7 +15,7 @@ void MapiSession::Action(SessionAction action) {
 
 MapiAttachment& MapiMessages::Attachment() {
   if (AttachmentIndex == AttachmentCount()) Attachments.emplace_back();
-  return Attachments.at(static_cast<size_t>(AttachmentIndex));
+  return Attachments.at(AttachmentIndex);
 }
 
 void MapiMessages::Action(MessageAction action) {

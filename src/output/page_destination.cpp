@@ -38,14 +38,12 @@ PhotoRow PhotoReader::At(int position) {
     throw RuntimeError(base::errNoCurrentRecord, QStringLiteral("No current record."));
   if (position < First || position >= First + static_cast<int>(Rows.size())) {
     Rows = Data1.Recordset().ReadRows(position, std::min(RowsAtOnce, count - position));
+    Names = Data1.Recordset().FieldNames();
     First = position;
   }
-  const auto& row = Rows[static_cast<size_t>(position - First)];
+  const auto& row = Rows[position - First];
   if (row.empty()) throw RuntimeError(base::errRecordDeleted, QStringLiteral("Record is deleted."));
-  const QStringList names = Data1.Recordset().FieldNames();
-  const auto field = [&](const char* name) {
-    return PrintedText(row[static_cast<size_t>(names.indexOf(QLatin1String(name)))]);
-  };
+  const auto field = [&](const char* name) { return PrintedText(row[Names.indexOf(QLatin1String(name))]); };
   return {field("PhotoID").toInt(), field("ImageType"), field("Title"),
           field("CreateDate"),      field("MadeBy"),    field("Description")};
 }

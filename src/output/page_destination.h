@@ -24,6 +24,7 @@ class PhotoReader {
   int RowsAtOnce;
   int First = 0;
   std::vector<std::vector<engine::Value>> Rows;
+  QStringList Names;  ///< of their fields
 };
 
 class PageDestination {

@@ -10,21 +10,24 @@
 #include <utility>
 
 #include "base/units.h"
+#include "controls/named.h"
 
 namespace veldrin::output {
 
+using controls::Named;
+
 frmProg::frmProg(WebPages& pages, QWidget* parent)
-    : QDialog(parent), Pages(pages), ProgressBar1(new QProgressBar(this)), lblPercent(new QLabel(this)) {
+    : QDialog(parent),
+      Pages(pages),
+      ProgressBar1(Named(new QProgressBar(this), "ProgressBar1")),
+      lblPercent(Named(new QLabel(this), "lblPercent")) {
   setObjectName(QStringLiteral("frmProg"));
   setWindowTitle(QStringLiteral("Generating Report...."));
   setModal(true);
-  ProgressBar1->setObjectName(QStringLiteral("ProgressBar1"));
   ProgressBar1->setRange(0, 100);
   ProgressBar1->setTextVisible(false);
-  lblPercent->setObjectName(QStringLiteral("lblPercent"));
   lblPercent->setAlignment(Qt::AlignCenter);
-  auto* stop = new QPushButton(QStringLiteral("&Stop"), this);
-  stop->setObjectName(QStringLiteral("bttnStop"));
+  auto* stop = Named(new QPushButton(QStringLiteral("&Stop"), this), "bttnStop");
   connect(stop, &QPushButton::clicked, this, &frmProg::bttnStop_Click);
   auto* column = new QVBoxLayout(this);
   column->setContentsMargins(20, 16, 20, 16);

@@ -11,11 +11,13 @@
 #include "base/failure.h"
 #include "controls/entry_field.h"
 #include "controls/msg_box.h"
+#include "controls/named.h"
 #include "output/web_directory.h"
 
 namespace veldrin::output {
 
 using base::ResumeNext;
+using controls::Named;
 
 frmWeb::frmWeb(const catalogue::Paths& paths, QWidget* parent) : QDialog(parent), ThePaths(paths) {
   setObjectName(QStringLiteral("frmWeb"));
@@ -57,8 +59,10 @@ void frmWeb::Arrange() {
   auto* grid = new QGridLayout(this);
   grid->setContentsMargins(16, 14, 16, 16);
   grid->setVerticalSpacing(8);
-  txtWebTitle = MakeField("txtWebTitle");
-  txtWebName = MakeField("txtWebName");
+  txtWebTitle = Named(new QLineEdit(this), "txtWebTitle");
+  txtWebName = Named(new QLineEdit(this), "txtWebName");
+  controls::SelectOnFocus(*txtWebTitle);
+  controls::SelectOnFocus(*txtWebName);
   grid->addWidget(MakeLabel("Label2", "Web Title :", txtWebTitle), 0, 0);
   grid->addWidget(txtWebTitle, 0, 1, 1, 2);
   grid->addWidget(MakeLabel("Label1", "Web Name :", txtWebName), 1, 0);
@@ -81,16 +85,8 @@ void frmWeb::Arrange() {
   resize(460, 480);
 }
 
-QLineEdit* frmWeb::MakeField(const char* name) {
-  auto* field = new QLineEdit(this);
-  field->setObjectName(QLatin1String(name));
-  controls::SelectOnFocus(*field);
-  return field;
-}
-
 QLabel* frmWeb::MakeLabel(const char* name, const char* text, QWidget* buddy) {
-  auto* label = new QLabel(QLatin1String(text), this);
-  label->setObjectName(QLatin1String(name));
+  auto* label = Named(new QLabel(QLatin1String(text), this), name);
   label->setBuddy(buddy);
   return label;
 }
@@ -106,8 +102,7 @@ QRadioButton* frmWeb::MakeOption(int index, const char* text) {
 }
 
 QPushButton* frmWeb::MakeButton(const char* name, const char* text, void (frmWeb::*handler)()) {
-  auto* button = new QPushButton(QLatin1String(text), this);
-  button->setObjectName(QLatin1String(name));
+  auto* button = Named(new QPushButton(QLatin1String(text), this), name);
   connect(button, &QPushButton::clicked, this, handler);
   return button;
 }

@@ -27,7 +27,6 @@ class frmWeb : public QDialog, public WebSettings {
  private:
   void Form_Load();
   void Arrange();
-  QLineEdit* MakeField(const char* name);
   QLabel* MakeLabel(const char* name, const char* text, QWidget* buddy);
   QRadioButton* MakeOption(int index, const char* text);
   QPushButton* MakeButton(const char* name, const char* text, void (frmWeb::*handler)());

@@ -87,7 +87,7 @@ void AddView::FileType_Click(int listIndex) {
   if (listIndex < 0 || listIndex >= static_cast<int>(PictureTypes.size())) {
     throw base::RuntimeError(base::errSubscriptOutOfRange, QStringLiteral("Subscript out of range"));
   }
-  FileToSel->SetPattern(QLatin1String(PictureTypes[static_cast<size_t>(listIndex)].Pattern));
+  FileToSel->SetPattern(QLatin1String(PictureTypes[listIndex].Pattern));
 }
 
 void AddView::Dir1_Change() {

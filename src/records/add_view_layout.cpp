@@ -18,6 +18,7 @@
 #include "controls/directory_chooser.h"
 #include "controls/entry_field.h"
 #include "controls/file_list.h"
+#include "controls/named.h"
 #include "controls/panel_size.h"
 #include "records/add_view.h"
 #include "records/control_drag.h"
@@ -25,6 +26,8 @@
 #include "records/new_image_box.h"
 
 namespace veldrin::records {
+
+using controls::Named;
 
 namespace {
 
@@ -61,14 +64,8 @@ class DottedComboBox : public QComboBox {
   }
 };
 
-QLabel* MakeLabel(QWidget* parent, const char* name, const char* text) {
-  auto* label = new QLabel(QLatin1String(text), parent);
-  label->setObjectName(QLatin1String(name));
-  return label;
-}
-
 QLabel* MakeHeading(QWidget* parent, const char* name, const char* text) {
-  QLabel* label = MakeLabel(parent, name, text);
+  auto* label = Named(new QLabel(QLatin1String(text), parent), name);
   QFont font = label->font();
   font.setBold(true);
   label->setFont(font);
@@ -80,7 +77,8 @@ QPixmap ThemePixmap(const QWidget& widget, const QString& name, int size) {
   return QIcon::fromTheme(name).pixmap(QSize(size, size), widget.devicePixelRatioF());
 }
 
-void AddField(QGridLayout& grid, int row, QLabel* caption, QWidget* field) {
+void AddField(QGridLayout& grid, int row, const char* name, const char* text, QWidget* field) {
+  auto* caption = Named(new QLabel(QLatin1String(text), field->parentWidget()), name);
   caption->setBuddy(field);
   grid.addWidget(caption, row, 0, Qt::AlignRight | (row == 1 ? Qt::AlignTop : Qt::AlignVCenter));
   grid.addWidget(field, row, 1);
@@ -90,13 +88,10 @@ void AddField(QGridLayout& grid, int row, QLabel* caption, QWidget* field) {
 
 void AddView::BuildChoosers() {
   Choosers = new controls::DirectoryChooser(this);
-  FileToSel = new controls::FileListBox(this);
-  FileToSel->setObjectName(QStringLiteral("FileToSel"));
-  FileType = new DottedComboBox(this);
-  FileType->setObjectName(QStringLiteral("FileType"));
+  FileToSel = Named(new controls::FileListBox(this), "FileToSel");
+  FileType = Named(new DottedComboBox(this), "FileType");
   FileType->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-  ChkRemove = new QCheckBox(QStringLiteral("Remove File(s) After Stored"), this);
-  ChkRemove->setObjectName(QStringLiteral("chkRemove"));
+  ChkRemove = Named(new QCheckBox(QStringLiteral("Remove File(s) After Stored"), this), "chkRemove");
 }
 
 void AddView::BuildDragArea() {
@@ -106,41 +101,37 @@ void AddView::BuildDragArea() {
   Arrow = new QLabel(this);
   Arrow->setPixmap(ThemePixmap(*this, QStringLiteral("arrow-right"), ArrowPixels));
   LblDropFldr = MakeHeading(this, "lblDropFldr", "DROP TO FOLDER");
-  ImgFolder = new DropTarget(this);
-  ImgFolder->setObjectName(QStringLiteral("ImgFolder"));
+  ImgFolder = Named(new DropTarget(this), "ImgFolder");
   ImgFolder->setPixmap(ThemePixmap(*this, QStringLiteral("folder-pictures"), FolderPixels));
   ImgFolder->setMinimumSize(FolderPixels + 8, FolderPixels + 8);
-  Label22 = MakeLabel(this, "Label22",
-                      "To store the photo(s), drag the picture(s) and drop it/them over the folder.");
+  Label22 =
+      Named(new QLabel(QStringLiteral("To store the photo(s), drag the picture(s) and drop it/them over "
+                                      "the folder."),
+                       this),
+            "Label22");
   Label22->setWordWrap(true);
 }
 
 void AddView::BuildDataPanel() {
-  DataPanel = new QFrame(this);
-  DataPanel->setObjectName(QStringLiteral("DataPanel"));
+  DataPanel = Named(new QFrame(this), "DataPanel");
   DataPanel->setFrameShape(QFrame::StyledPanel);
-  NTitle = new QLineEdit(DataPanel);
-  NTitle->setObjectName(QStringLiteral("nTitle"));
-  NTitle->setMaxLength(TitleLength);
-  NDescription = new QPlainTextEdit(DataPanel);
-  NDescription->setObjectName(QStringLiteral("nDescription"));
+  NTitle = Named(new QLineEdit(DataPanel), "nTitle");
+  NDescription = Named(new QPlainTextEdit(DataPanel), "nDescription");
   NDescription->setFixedHeight(DescriptionHeight);
+  NMadeBy = Named(new QLineEdit(DataPanel), "nMadeBy");
+  controls::LimitText(*NTitle, TitleLength);
   controls::LimitText(*NDescription, DescriptionLength);
-  NMadeBy = new QLineEdit(DataPanel);
-  NMadeBy->setObjectName(QStringLiteral("nMadeBy"));
-  NMadeBy->setMaxLength(MadeByLength);
+  controls::LimitText(*NMadeBy, MadeByLength);
   controls::InstallEntryManners(*NTitle);
   controls::InstallEntryManners(*NDescription);
   controls::InstallEntryManners(*NMadeBy);
-  NewSaveBttn = new QPushButton(QStringLiteral("&Save"), DataPanel);
-  NewSaveBttn->setObjectName(QStringLiteral("newSaveBttn"));
-  NewCancelBttn = new QPushButton(QStringLiteral("&Cancel"), DataPanel);
-  NewCancelBttn->setObjectName(QStringLiteral("newCancelBttn"));
+  NewSaveBttn = Named(new QPushButton(QStringLiteral("&Save"), DataPanel), "newSaveBttn");
+  NewCancelBttn = Named(new QPushButton(QStringLiteral("&Cancel"), DataPanel), "newCancelBttn");
 
   auto* grid = new QGridLayout(DataPanel);
-  AddField(*grid, 0, MakeLabel(DataPanel, "Label25", "Title:   "), NTitle);
-  AddField(*grid, 1, MakeLabel(DataPanel, "Label24", "Description:   "), NDescription);
-  AddField(*grid, 2, MakeLabel(DataPanel, "Label23", "Made By:   "), NMadeBy);
+  AddField(*grid, 0, "Label25", "Title:   ", NTitle);
+  AddField(*grid, 1, "Label24", "Description:   ", NDescription);
+  AddField(*grid, 2, "Label23", "Made By:   ", NMadeBy);
   auto* buttons = new QHBoxLayout;
   buttons->addStretch();
   buttons->addWidget(NewSaveBttn);

@@ -24,8 +24,6 @@ class DropTarget : public QLabel {
  public:
   explicit DropTarget(QWidget* parent = nullptr);
 
-  bool IsHovered() const { return Hovered; }
-
  Q_SIGNALS:
   void DragDrop(const QString& source);
 

@@ -52,7 +52,7 @@ std::vector<int> DeletePhotos::AffectedPhotos() const {
   const int count = Data1.SelBookmarks.Count();
   if (count == 0 || Views.FormViewIsShown()) return {Data1.Bookmark()};
   std::vector<int> photos;
-  photos.reserve(static_cast<size_t>(count));
+  photos.reserve(count);
   for (int i = 0; i < count; ++i) photos.push_back(Data1.SelBookmarks[i]);
   return photos;
 }
@@ -81,9 +81,10 @@ void DeletePhotos::DeleteGroup(engine::Database& database, Group group) const {
       database.OpenRecordset(QStringLiteral("SELECT PhotoID, ImageType FROM tblPhotos WHERE PhotoID IN (%1)")
                                  .arg(numbers.join(QLatin1Char(','))),
                              engine::dbOpenSnapshot);
-  for (const auto& row : rows->ReadRows(0, rows->RecordCount())) {
-    files << catalogue::ThumbFileName(ThePaths, row[0].toInt())
-          << catalogue::ImageFileName(ThePaths, row[0].toInt(), row[1].toString());
+  for (; !rows->AtEOF(); rows->MoveNext()) {
+    const int photoId = rows->Field(QStringLiteral("PhotoID")).toInt();
+    files << catalogue::ThumbFileName(ThePaths, photoId)
+          << catalogue::ImageFileName(ThePaths, photoId, rows->Field(QStringLiteral("ImageType")).toString());
   }
   for (const int photoId : group) DeletePhoto(database, photoId);
   transaction.Commit();

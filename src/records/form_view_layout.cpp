@@ -103,9 +103,9 @@ void FormView::MakeImage() {
 
 void FormView::MakeFields() {
   eTitle = MakeField<QLineEdit>("eTitle", "lblTitle", "TITLE", 600, FirstRow, 5535, FieldHeight);
-  eTitle->setMaxLength(TitleLength);
+  controls::LimitText(*eTitle, TitleLength);
   eMadeBy = MakeField<QLineEdit>("eMadeBy", "lblMadeBy", "MADE BY", 6120, FirstRow, 1695, FieldHeight);
-  eMadeBy->setMaxLength(MadeByLength);
+  controls::LimitText(*eMadeBy, MadeByLength);
   eDate = MakeValue("eDate", "lblDate", "DATE", 7800, FirstRow, 1935);
   ePhotoID = MakeValue("ePhotoID", "lblPhotoID", "PHOTO ID", 600, SecondRow, 1095);
   eImageType = MakeValue("eImageType", "lblImage", "IMAGE", 1680, SecondRow, 975);

@@ -5,12 +5,14 @@
 #include <QMouseEvent>
 #include <QPainter>
 
+#include "controls/named.h"
 #include "controls/twips.h"
 #include "records/control_drag.h"
 
 namespace veldrin::records {
 
 using base::ToTwips;
+using controls::Named;
 using pictures::TwipSize;
 
 namespace {
@@ -21,9 +23,8 @@ constexpr int CrossPixels = 64;
 constexpr int DragPixels = 112;
 constexpr double DragOpacity = 0.7;  // The folder must show through.
 
-QLabel* MakeMark(QWidget* parent, const QString& name, const QString& icon, int size) {
+QLabel* MakeMark(QWidget* parent, const QString& icon, int size) {
   auto* mark = new QLabel(parent);
-  mark->setObjectName(name);
   mark->setPixmap(QIcon::fromTheme(icon).pixmap(QSize(size, size), parent->devicePixelRatioF()));
   mark->setAlignment(Qt::AlignCenter);
   mark->hide();
@@ -32,17 +33,16 @@ QLabel* MakeMark(QWidget* parent, const QString& name, const QString& icon, int 
 
 }  // namespace
 
-NewImageBox::NewImageBox(QWidget* parent) : QFrame(parent), ImgNew(new QLabel(this)) {
+NewImageBox::NewImageBox(QWidget* parent) : QFrame(parent), ImgNew(Named(new QLabel(this), "ImgNew")) {
   setObjectName(QStringLiteral("picNew"));
   QPalette dark = palette();
   dark.setColor(QPalette::Window, Qt::black);
   setPalette(dark);
   setAutoFillBackground(true);
-  ImgNew->setObjectName(QStringLiteral("ImgNew"));
   ImgNew->setScaledContents(true);
   ImgNew->hide();
-  ImageNew = MakeMark(this, QStringLiteral("ImageNew"), QStringLiteral("document-multiple"), MarkPixels);
-  ImageCross = MakeMark(this, QStringLiteral("imageCross"), QStringLiteral("dialog-error"), CrossPixels);
+  ImageNew = Named(MakeMark(this, QStringLiteral("document-multiple"), MarkPixels), "ImageNew");
+  ImageCross = Named(MakeMark(this, QStringLiteral("dialog-error"), CrossPixels), "imageCross");
   // Icons of one colour need a ground of the theme's, not the black one that the mark would take over.
   dark.setColor(QPalette::Window, QApplication::palette().color(QPalette::Window));
   ImageNew->setPalette(dark);

@@ -37,9 +37,9 @@ bool IsSameDirectory(const QString& a, const QString& b) {
          statusA.st_ino == statusB.st_ino;
 }
 
-class Storing {
+class BatchWriter {
  public:
-  Storing(const catalogue::Paths& paths, engine::DBEngine& engine, const PhotoBatch& batch, int first);
+  BatchWriter(const catalogue::Paths& paths, engine::DBEngine& engine, const PhotoBatch& batch, int first);
   void Run();
 
  private:
@@ -68,7 +68,8 @@ class Storing {
   QThreadPool Pool;  // Last: its end waits for the threads that use the other members.
 };
 
-Storing::Storing(const catalogue::Paths& paths, engine::DBEngine& engine, const PhotoBatch& batch, int first)
+BatchWriter::BatchWriter(const catalogue::Paths& paths, engine::DBEngine& engine, const PhotoBatch& batch,
+                         int first)
     : ThePaths(paths),
       Batch(batch),
       MayRemove(batch.RemoveSources && !IsSameDirectory(batch.Directory, paths.ImageDir)) {
@@ -79,38 +80,38 @@ Storing::Storing(const catalogue::Paths& paths, engine::DBEngine& engine, const 
   const int places = 2 * batch.GroupSize;
   for (int i = 0; i < places; ++i) QFile::remove(TemporaryName(paths, i));  // What a crash left.
   const qint64 room = qint64{std::numeric_limits<int>::max()} - first + 1;
-  Files.resize(static_cast<size_t>(std::min<qint64>(batch.Names.size(), room)));
-  for (size_t i = 0; i < Files.size(); ++i) {
-    const QString& name = batch.Names[static_cast<qsizetype>(i)];
-    Files[i].PhotoID = first + static_cast<int>(i);
+  Files.resize(std::min<qint64>(batch.Names.size(), room));
+  for (int i = 0; i < std::ssize(Files); ++i) {
+    const QString& name = batch.Names[i];
+    Files[i].PhotoID = first + i;
     Files[i].Source = batch.Directory + QLatin1Char('/') + name;
     Files[i].ImageType = catalogue::GetFileExtension(name);
-    Files[i].Temporary = TemporaryName(paths, static_cast<int>(i) % places);
+    Files[i].Temporary = TemporaryName(paths, i % places);
   }
   // Threads wait for the disk as well as they compute.
   Pool.setMaxThreadCount(std::clamp(QThread::idealThreadCount(), 2, 4));
 }
 
-Group Storing::GroupAt(size_t number) {
-  const auto size = static_cast<size_t>(Batch.GroupSize);
+Group BatchWriter::GroupAt(size_t number) {
+  const size_t size = Batch.GroupSize;
   const size_t begin = std::min(number * size, Files.size());
   return Group(Files).subspan(begin, std::min(size, Files.size() - begin));
 }
 
-QFuture<void> Storing::ReadFiles(Group group) {
+QFuture<void> BatchWriter::ReadFiles(Group group) {
   return QtConcurrent::map(&Pool, group.begin(), group.end(), [](NewPhoto& photo) { photo.Read(); });
 }
 
-void Storing::Run() {
-  QFuture<void> reading = ReadFiles(GroupAt(0));
+void BatchWriter::Run() {
+  QFuture<void> files = ReadFiles(GroupAt(0));
   for (size_t number = 0; !GroupAt(number).empty(); ++number) {
-    reading.waitForFinished();
-    reading = ReadFiles(GroupAt(number + 1));
+    files.waitForFinished();
+    files = ReadFiles(GroupAt(number + 1));
     WriteGroup(GroupAt(number));
   }
 }
 
-void Storing::WriteGroup(Group group) {
+void BatchWriter::WriteGroup(Group group) {
   Locked = false;
   for (NewPhoto& photo : group) photo.Flush();
   if (!WriteRows(group)) {
@@ -125,7 +126,7 @@ void Storing::WriteGroup(Group group) {
 }
 
 template <class Write>
-bool Storing::InTransaction(Write&& write) {
+bool BatchWriter::InTransaction(Write&& write) {
   try {
     engine::Transaction transaction(*TheDatabase);
     write();
@@ -140,7 +141,7 @@ bool Storing::InTransaction(Write&& write) {
 // The transaction keeps other machines out from the look at the numbers to the end, so that two that were
 // given the same number don't write the same file. The names are on the disk before the rows that speak of
 // them.
-bool Storing::WriteRows(Group group) {
+bool BatchWriter::WriteRows(Group group) {
   QSet<int> taken;
   const bool written = InTransaction([&] {
     taken = TakenNumbers(group);
@@ -160,8 +161,8 @@ bool Storing::WriteRows(Group group) {
 }
 
 // Of a group that failed the files go back under their temporary names, unless their rows are there in spite
-// of the error. Where even that is not to be known they stay; the next photo of that number puts them aside.
-void Storing::TakeBack(Group group) {
+// of the error. Where the catalogue can't be asked they stay; the next photo of that number puts them aside.
+void BatchWriter::TakeBack(Group group) {
   const auto isInPlace = [](const NewPhoto& photo) { return photo.InPlace; };
   if (std::none_of(group.begin(), group.end(), isInPlace)) return;
   ResumeNext([&] {
@@ -174,7 +175,7 @@ void Storing::TakeBack(Group group) {
   });
 }
 
-QSet<int> Storing::TakenNumbers(Group group) {
+QSet<int> BatchWriter::TakenNumbers(Group group) {
   const auto rows = TheDatabase->OpenRecordset(
       QStringLiteral("SELECT PhotoID FROM tblPhotos WHERE PhotoID >= %1 AND PhotoID <= %2")
           .arg(group.front().PhotoID)
@@ -185,7 +186,7 @@ QSet<int> Storing::TakenNumbers(Group group) {
   return numbers;
 }
 
-void Storing::AddRow(const NewPhoto& photo) {
+void BatchWriter::AddRow(const NewPhoto& photo) {
   Photos->AddNew();
   Photos->SetField(QStringLiteral("PhotoID"), photo.PhotoID);
   // A type too long for its field leaves the field unset.
@@ -200,17 +201,17 @@ void Storing::AddRow(const NewPhoto& photo) {
   Photos->Update();
 }
 
-void Storing::SetTextField(const char* name, const QString& text) {
+void BatchWriter::SetTextField(const char* name, const QString& text) {
   if (!text.isEmpty()) ResumeNext([&] { Photos->SetField(QLatin1String(name), text); });
 }
 
-void Storing::RemoveSources(Group group) {
+void BatchWriter::RemoveSources(Group group) {
   for (const NewPhoto& photo : group) {
     if (photo.HasRow && photo.Copied) QFile::remove(photo.Source);
   }
 }
 
-bool Storing::WriteLinks(Group group) {
+bool BatchWriter::WriteLinks(Group group) {
   const auto hasRow = [](const NewPhoto& photo) { return photo.HasRow; };
   if (std::none_of(group.begin(), group.end(), hasRow)) return true;
   return InTransaction([&] {
@@ -241,7 +242,7 @@ int StorePhotos(const catalogue::Paths& paths, engine::DBEngine& engine, const P
   int first = 0;
   ResumeNext([&] {
     first = GetNextPhotoID(engine, paths);
-    Storing(paths, engine, batch, first).Run();
+    BatchWriter(paths, engine, batch, first).Run();
   });
   return first;
 }

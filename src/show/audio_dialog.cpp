@@ -9,6 +9,7 @@
 
 #include "base/failure.h"
 #include "controls/busy_pointer.h"
+#include "controls/named.h"
 #include "desktop/file_copy.h"
 #include "show/music.h"
 
@@ -16,6 +17,7 @@ namespace veldrin::show {
 
 using base::ResumeNext;
 using controls::FileListBox;
+using controls::Named;
 
 namespace {
 
@@ -73,10 +75,8 @@ void frmAudio::Arrange() {
 QWidget* frmAudio::MakeList(const char* listName, const char* labelName, const char* caption,
                             FileListBox*& list) {
   auto* panel = new QWidget(this);
-  auto* label = new QLabel(QLatin1String(caption), panel);
-  label->setObjectName(QLatin1String(labelName));
-  list = new FileListBox(panel);
-  list->setObjectName(QLatin1String(listName));
+  auto* label = Named(new QLabel(QLatin1String(caption), panel), labelName);
+  list = Named(new FileListBox(panel), listName);
   label->setBuddy(list);
   auto* column = new QVBoxLayout(panel);
   column->setContentsMargins(0, 0, 0, 0);
@@ -86,8 +86,7 @@ QWidget* frmAudio::MakeList(const char* listName, const char* labelName, const c
 }
 
 QPushButton* frmAudio::MakeButton(const char* name, const char* caption, void (frmAudio::*handler)()) {
-  auto* button = new QPushButton(QLatin1String(caption), this);
-  button->setObjectName(QLatin1String(name));
+  auto* button = Named(new QPushButton(QLatin1String(caption), this), name);
   button->setAutoDefault(false);
   connect(button, &QPushButton::clicked, this, handler);
   return button;

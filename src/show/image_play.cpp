@@ -3,6 +3,7 @@
 #include <QMouseEvent>
 #include <algorithm>
 
+#include "controls/named.h"
 #include "controls/panel_size.h"
 #include "controls/twips.h"
 #include "show/full_screen_show.h"
@@ -10,6 +11,7 @@
 namespace veldrin::show {
 
 using controls::MoveTwips;
+using controls::Named;
 
 namespace {
 
@@ -27,9 +29,9 @@ constexpr int LeastScreenHeight = 1500;
 ImagePlay::ImagePlay(const ShowParts& parts, QWidget* parent)
     : QWidget(parent),
       Parts(parts),
-      lblShow(new QLabel(QStringLiteral("Photo Image Show"), this)),
-      picScreen(new QWidget(this)),
-      Slider(new QSlider(Qt::Horizontal, this)),
+      lblShow(Named(new QLabel(QStringLiteral("Photo Image Show"), this), "lblShow")),
+      picScreen(Named(new QWidget(this), "picScreen")),
+      Slider(Named(new QSlider(Qt::Horizontal, this), "Slider1")),
       Stage(new ShowStage(parts, ShowWindow::Main, Loader, *Slider, *picScreen, *this)) {
   MakeControls();
   PlaceControls();
@@ -41,12 +43,9 @@ ImagePlay::ImagePlay(const ShowParts& parts, QWidget* parent)
 
 void ImagePlay::MakeControls() {
   setObjectName(QStringLiteral("TabPannel(3)"));
-  lblShow->setObjectName(QStringLiteral("lblShow"));
   lblShow->setAlignment(Qt::AlignCenter);
-  picScreen->setObjectName(QStringLiteral("picScreen"));
   picScreen->setAutoFillBackground(true);
   picScreen->setPalette(QPalette(Qt::black));
-  Slider->setObjectName(QStringLiteral("Slider1"));
 }
 
 void ImagePlay::PlaceControls() {

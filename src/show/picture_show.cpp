@@ -145,7 +145,7 @@ bool PictureShow::TurnAround() {
   const bool toLast = atEnd != repeat;
   ResumeNext([&] { toLast ? Parts.Data1.MoveLast() : Parts.Data1.MoveFirst(); });
   Surface.SetSlider(toLast ? Parts.Data1.RecordCount() : 0);
-  if (!repeat) tbarShow_ButtonClick(StopPlay);
+  if (!repeat) StopShow();
   return repeat;
 }
 
@@ -218,7 +218,7 @@ QString PictureShow::FileAt(int position) const {
   const auto row = records.ReadRows(position, 1).front();
   if (row.empty()) return {};
   const QStringList names = records.FieldNames();
-  const auto field = [&](const QString& name) { return row.at(static_cast<size_t>(names.indexOf(name))); };
+  const auto field = [&](const QString& name) { return row.at(names.indexOf(name)); };
   return catalogue::ImageFileName(Parts.ThePaths, field(QStringLiteral("PhotoID")).toInt(),
                                   field(QStringLiteral("ImageType")).toString());
 }

@@ -2,11 +2,12 @@
 
 #include <utility>
 
+#include "controls/named.h"
+
 namespace veldrin::show {
 
 PictureTimer::PictureTimer(int interval, std::function<bool()> isReady, QObject* parent)
-    : QObject(parent), IsReady(std::move(isReady)), Clock(new QTimer(this)) {
-  Clock->setObjectName(QStringLiteral("Timer1"));
+    : QObject(parent), IsReady(std::move(isReady)), Clock(controls::Named(new QTimer(this), "Timer1")) {
   Clock->setInterval(interval);
   Clock->setSingleShot(true);
   Clock->setTimerType(Qt::PreciseTimer);

@@ -3,6 +3,8 @@
 #include <QIcon>
 #include <algorithm>
 
+#include "controls/named.h"
+
 namespace veldrin::show {
 
 namespace {
@@ -64,7 +66,7 @@ void ShowToolbar::MakeButtons(ShowWindow window) {
 }
 
 QAction& ShowToolbar::Button(int number) const {
-  return *findChild<QAction*>(QStringLiteral("tbarShow(%1)").arg(number));
+  return controls::Get<QAction>(*this, QStringLiteral("tbarShow(%1)").arg(number));
 }
 
 void ShowToolbar::SetShowButtons(const ShowSettings& settings) {

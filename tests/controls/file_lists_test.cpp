@@ -80,6 +80,18 @@ TEST_F(Lists, DirectoriesOpenByMouseAndKey) {
   EXPECT_FALSE(entries().contains(Path("gone"))) << "the list shows that it went";
 }
 
+TEST(Volumes, AreDirectoriesOfPeople) {
+  QStringList roots;
+  for (const Volume& volume : MountedVolumes()) roots << volume.Root;
+  EXPECT_EQ(roots.value(0), "/");
+  for (const QString& root : roots) {
+    EXPECT_TRUE(QFileInfo(root).isDir()) << root.toStdString();
+    EXPECT_EQ(roots.count(root), 1) << root.toStdString();
+    for (const char* own : {"/proc", "/sys", "/dev"})
+      EXPECT_FALSE(root.startsWith(own)) << root.toStdString();
+  }
+}
+
 struct Choosing : Lists {
   Choosing() {
     MakeDirectories({"disk/photos", "stick/deep", "disk2"});

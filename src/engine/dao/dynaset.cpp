@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "base/runtime_error.h"
+#include "base/text_length.h"
 #include "engine/sql_dialect.h"
 
 namespace veldrin::engine {
@@ -107,9 +108,7 @@ void Dynaset::SetField(const QString& name, const Value& value) {
     throw RuntimeError(3020, QStringLiteral("Update or CancelUpdate without AddNew or Edit."));
   const qsizetype column = ColumnOf(name);
   const int size = Columns().Sizes[column];
-  const QString text = size > 0 ? value.toString() : QString();
-  // A character beyond the first 65,536 counts twice in the text itself.
-  if (text.size() > size && text.toUcs4().size() > size) {
+  if (size > 0 && base::TextLength(value.toString()) > size) {
     throw RuntimeError(
         base::errFieldTooSmall,
         QStringLiteral("The field is too small to accept the amount of data you attempted to add."));
