@@ -2,6 +2,7 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <memory>
 
 #include "base/failure.h"
 #include "catalogue/image_store.h"

@@ -9,6 +9,8 @@
 #include <QStyledItemDelegate>
 #include <algorithm>
 #include <numeric>
+#include <utility>
+#include <vector>
 
 namespace veldrin::browse {
 

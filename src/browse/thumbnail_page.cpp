@@ -3,6 +3,7 @@
 #include <QFileInfo>
 #include <QMouseEvent>
 #include <algorithm>
+#include <utility>
 
 #include "base/failure.h"
 #include "browse/external_viewer.h"

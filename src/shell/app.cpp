@@ -9,6 +9,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <utility>
 
 #include "base/runtime_error.h"
 #include "desktop/own_directory.h"

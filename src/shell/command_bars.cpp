@@ -1,6 +1,7 @@
 #include "shell/command_bars.h"
 
 #include <QIcon>
+#include <vector>
 
 #include "controls/named.h"
 

@@ -1,3 +1,5 @@
+#include <memory>
+
 #include "shell/application.h"
 #include "shell/main_window.h"
 

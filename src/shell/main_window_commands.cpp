@@ -1,5 +1,7 @@
 // Which command of the main window calls what.
 #include <QShortcut>
+#include <functional>
+#include <vector>
 
 #include "shell/main_window.h"
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <functional>
+#include <utility>
 
 #include "output/get_photos.h"
 #include "output/mail.h"
