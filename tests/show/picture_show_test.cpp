@@ -103,6 +103,7 @@ TEST(PictureShow, GoesStepByStep) {
       {"pause takes the move back", 3,
        "play 6:1@2/1+ pause 9:1@1/1 play 6:1@2/1+ tick 6:2@3/2+ back 4:3@2/3+ pause 9:3@3/3 stop 5:0@3/3"},
       {"pause at the ends", 1, "play 6:1@2/1+ pause 9:1@1/1 back 4:1@0/1+ pause 9:1@1/1"},
+      {"a stopped show is paused, too", 2, "pause 9:0@1/0"},
       {"steps stay within the list", 2,
        "play 6:1@2/1+ pause 9:1@1/1 on 9:2@2/2 on 9:2@2/2 before 9:1@1/1 before 9:1@1/1"},
       {"the slider of a playing show", 5, "play 6:1@2/1+ drag3 6:4@5/4+ drag0 6:1@2/1+ drag5 5:0@5/5"},
