@@ -4,6 +4,8 @@
 #pragma once
 
 #include <QString>
+#include <new>
+#include <source_location>
 #include <utility>
 
 #include "base/runtime_error.h"
@@ -13,23 +15,32 @@ namespace veldrin::base {
 /// "Error Code: <number> <message>".
 QString ErrorCodeText(const RuntimeError& error);
 
-/// Runs one statement of bulk work or layout and passes over its error, so that the next statement runs.
-/// Returns whether the statement succeeded.
+/// Says in the logging category "veldrin.passed_over" what was passed over and where. The category is off:
+/// QT_LOGGING_RULES="veldrin.passed_over=true" switches it on.
+void LogPassedOver(const char* what, const std::source_location& where);
+
+/// Runs one statement of bulk work or layout and passes over its error, so that the next statement runs: the
+/// program's errors, into which the libraries' are turned where they are called, and a lack of memory, as for
+/// a picture. Any other exception is a mistake in the program and goes on. Returns whether the statement
+/// succeeded.
 template <class Statement>
-bool ResumeNext(Statement&& statement) {
+bool ResumeNext(Statement&& statement, const std::source_location& where = std::source_location::current()) {
   try {
     std::forward<Statement>(statement)();
     return true;
-  } catch (const std::exception&) {
-    return false;  // Also what a library raises, such as a picture that memory has no room for.
+  } catch (const RuntimeError& error) {
+    LogPassedOver(error.what(), where);
+  } catch (const std::bad_alloc& error) {
+    LogPassedOver(error.what(), where);
   }
+  return false;
 }
 
 /// Runs a picture routine or page generator, which ends at its first failure and says nothing.
-/// Returns whether it came to its end.
+/// Returns whether it came to its end. Passes over what ResumeNext passes over.
 template <class Routine>
-bool EndSilently(Routine&& routine) {
-  return ResumeNext(std::forward<Routine>(routine));
+bool EndSilently(Routine&& routine, const std::source_location& where = std::source_location::current()) {
+  return ResumeNext(std::forward<Routine>(routine), where);
 }
 
 }  // namespace veldrin::base

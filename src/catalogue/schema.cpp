@@ -120,7 +120,7 @@ bool CreateWorkFile(Paths& paths, engine::DBEngine& engine, const QString& progr
     desktop::RequireOwnDirectory(paths.TempDir);
     engine.Forget();
     CopyOver(programPath + QStringLiteral("/Database/") + TemplateName(), paths.TempDir + TemplateName());
-  } catch (const std::exception&) {
+  } catch (const RuntimeError&) {
     return false;
   }
   paths.WorkFile = paths.TempDir + TemplateName();
@@ -130,7 +130,7 @@ bool CreateWorkFile(Paths& paths, engine::DBEngine& engine, const QString& progr
 bool OpenCatalogue(const Paths& paths, engine::DBEngine& engine) {
   try {
     FillWorkFile(paths, engine);
-  } catch (const std::exception&) {
+  } catch (const RuntimeError&) {
     return false;
   }
   return true;

@@ -144,7 +144,9 @@ Picture ReadWithMagick(const QString& path) {
     decoded.write(0, 0, decoded.columns(), decoded.rows(), "BGRA", Magick::CharPixel, image.bits());
     const QSize natural = image.size();
     return {std::move(image), natural};
-  } catch (const std::exception&) {
+  } catch (const Magick::Exception&) {
+    RaiseInvalidPicture(path);
+  } catch (const std::bad_alloc&) {
     RaiseInvalidPicture(path);
   }
 }

@@ -8,6 +8,7 @@
 
 #include "catalogue/paths.h"
 #include "catalogue/record_source.h"
+#include "controls/tree_view.h"
 
 namespace veldrin::records {
 

@@ -50,6 +50,11 @@ bool IsOlder(const QString& help, const QString& other) {
 
 }  // namespace
 
+// The project's version, from the build.
+const int App::Major = VELDRIN_MAJOR;
+const int App::Minor = VELDRIN_MINOR;
+const int App::Revision = VELDRIN_REVISION;
+
 App::App() : TheTempDir(QDir::tempPath() + QStringLiteral("/veldrin-%1").arg(::getuid())) {
   const QString own = QCoreApplication::applicationDirPath();
   if (QFileInfo(own + QStringLiteral("/Database")).isDir()) {

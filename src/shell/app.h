@@ -1,4 +1,4 @@
-// The application as the platform knows it: where it lies, what it is called, whether it runs already.
+// The application as the desktop knows it: where it lies, what it is called, whether it runs already.
 #pragma once
 
 #include <QLockFile>
@@ -9,9 +9,9 @@ namespace veldrin::shell {
 
 class App {
  public:
-  static constexpr int Major = 3;
-  static constexpr int Minor = 0;
-  static constexpr int Revision = 0;
+  static const int Major;
+  static const int Minor;
+  static const int Revision;
 
   /// Finds the program directory: the directory of the executable where `Database/` lies in it, otherwise
   /// `Veldrin` in the user's pictures directory.
@@ -21,7 +21,7 @@ class App {
   ~App();
 
   static QString Title() { return QStringLiteral("Veldrin"); }
-  /// "Version 3.0.0".
+  /// "Version " and the three numbers.
   static QString VersionText();
 
   /// The program directory, with no trailing separator.

@@ -150,7 +150,7 @@ void Dynaset::Delete() {
 
 // What another command or another machine deleted can't be written any more.
 void Dynaset::WriteRow(const QString& sql, std::vector<Value> values) {
-  values.push_back(Bookmark());
+  values.emplace_back(Bookmark());
   if (TheSession().Execute(sql, values) == 0)
     throw RuntimeError(base::errRecordDeleted, QStringLiteral("Record is deleted."));
 }
