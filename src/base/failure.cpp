@@ -14,8 +14,8 @@ QString ErrorCodeText(const RuntimeError& error) {
   return QStringLiteral("Error Code: %1 %2").arg(error.Number()).arg(error.Description());
 }
 
-void LogPassedOver(const char* what, const std::source_location& where) {
-  qCWarning(PassedOver, "%s:%u, %s: %s", where.file_name(), where.line(), where.function_name(), what);
+void LogPassedOver(const char* what, CallPlace where) {
+  qCWarning(PassedOver, "%s:%d: %s", where.File, where.Line, what);
 }
 
 }  // namespace veldrin::base
