@@ -63,6 +63,7 @@ std::vector<Volume> MountedVolumes() {
   }
   g_list_free_full(mounts, reinterpret_cast<GDestroyNotify>(g_unix_mount_free));
   std::vector<Volume> volumes;
+  volumes.reserve(roots.size());
   for (const QString& root : roots) volumes.push_back({root, NameOf(root)});
   return volumes;
 }

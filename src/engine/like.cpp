@@ -134,31 +134,9 @@ LikePattern::LikePattern(std::string_view pattern) {
       AddLiteral(c);
     }
   }
-  Containment = Items.size() == 3 && Items[0].Is == Kind::Star && Items[1].Is == Kind::Literal &&
-                Items[2].Is == Kind::Star;
-  if (Containment) SetPart();
-}
-
-void LikePattern::SetPart() {
-  const std::string& part = Items[1].Text;
-  Skip.fill(part.size());
-  for (size_t i = 0; i + 1 < part.size(); ++i) {
-    const size_t distance = part.size() - 1 - i;
-    Skip[ByteAt(part, i)] = distance;
-    if (part[i] >= 'a' && part[i] <= 'z') Skip[ByteAt(part, i) - 0x20U] = distance;
-  }
-}
-
-// The text is folded, or all ASCII: those letters count the same here.
-bool LikePattern::ContainsPart(std::string_view text) const {
-  const std::string& part = Items[1].Text;
-  const size_t last = part.size() - 1;
-  for (size_t at = last; at < text.size(); at += Skip[ByteAt(text, at)]) {
-    size_t left = part.size();
-    while (left > 0 && LowerAscii(text[at - last + left - 1]) == part[left - 1]) --left;
-    if (left == 0) return true;
-  }
-  return false;
+  const bool containment = Items.size() == 3 && Items[0].Is == Kind::Star && Items[1].Is == Kind::Literal &&
+                           Items[2].Is == Kind::Star;
+  if (containment) Part.emplace(Items[1].Text.begin(), Items[1].Text.end());
 }
 
 void LikePattern::AddLiteral(char32_t c) {
@@ -234,11 +212,10 @@ bool LikePattern::MatchesItems(std::string_view text) const {
 }
 
 bool LikePattern::Matches(std::string_view text) const {
-  if (Containment && IsAsciiText(text)) return ContainsPart(text);
   // Kept, so that a scan over many rows asks for memory once.
   thread_local std::string folded;
   FoldCase(text, folded);
-  return Containment ? ContainsPart(folded) : MatchesItems(folded);
+  return Part ? std::search(folded.begin(), folded.end(), *Part) != folded.end() : MatchesItems(folded);
 }
 
 }  // namespace veldrin::engine

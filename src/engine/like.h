@@ -3,7 +3,8 @@
 #pragma once
 
 #include <QString>
-#include <array>
+#include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -23,6 +24,9 @@ class LikePattern {
  public:
   explicit LikePattern(std::string_view pattern);
 
+  LikePattern(const LikePattern&) = delete;
+  LikePattern& operator=(const LikePattern&) = delete;
+
   bool Matches(std::string_view text) const;
 
  private:
@@ -40,17 +44,13 @@ class LikePattern {
 
   void AddLiteral(char32_t c);
   size_t AddSet(const QList<uint>& pattern, size_t at);
-  void SetPart();
-  bool ContainsPart(std::string_view text) const;
   bool MatchesItems(std::string_view text) const;
   size_t NextStart(size_t item, std::string_view folded, size_t at) const;
   static size_t MatchItem(const Item& item, std::string_view text);
 
   std::vector<Item> Items;
-  /// The pattern is `*literal*`, as nearly all are. By the last byte of a place in the text: how far the next
-  /// place is at which the literal can stand.
-  bool Containment = false;
-  std::array<size_t, 256> Skip{};
+  /// Finds the literal of a pattern `*literal*`, as nearly all are.
+  std::optional<std::boyer_moore_horspool_searcher<std::string::const_iterator>> Part;
 };
 
 }  // namespace veldrin::engine
