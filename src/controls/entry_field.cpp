@@ -125,6 +125,7 @@ class LinesLimit : public QObject {
     qsizetype place = std::min<qsizetype>(End, text.size());
     const QString fitting = TextThatFits(text, place, MaxLength);
     if (Field.document()->isUndoAvailable()) Field.undo();
+    Field.document()->clearUndoRedoStacks(QTextDocument::RedoStack);
     QTextCursor cursor(Field.document());
     if (const QString before = ExactText(Field); before != fitting) {
       const TextChange change(before, fitting);

@@ -53,11 +53,11 @@ TEST_F(FindRecordTest, FindsByEachKindOfFieldAndGoesOnFromTheCurrentRecord) {
   EXPECT_EQ(Search("CreateDate", "7/4/2001", "NextBttn", 1), "Information|Record not fund!@3");
   EXPECT_EQ(Search("CreateDate", "7/4/2001"), "@1");
   EXPECT_EQ(Search("Title", "\"; DROP TABLE tblPhotos", "FindBttn", 1), "Information|Record not fund!@1");
-  EXPECT_EQ(Views.Shown, 10);
+  EXPECT_EQ(Views.Log.size(), 10);
   Source.Query.QryTitle = "nowhere";
   Show();
   Searching.SearchBttn_Click();  // On an empty list no dialog opens: it would wait for an answer.
-  EXPECT_EQ(Views.Shown, 10);
+  EXPECT_EQ(Views.Log.size(), 10);
 }
 
 TEST_F(FindRecordTest, WhatIsNoValueOfItsFieldIsTheTrappedError) {
@@ -76,7 +76,7 @@ TEST_F(FindRecordTest, WhatIsNoValueOfItsFieldIsTheTrappedError) {
   EXPECT_THAT(Search("Title", QString(QChar::Null), "FindBttn", 1), testing::HasSubstr("Code: 3075 "));
   EXPECT_EQ(Search("Gone", "1", "FindBttn", 1),
             "Error|Error Code: 3265 Item not found in this collection: Gone@11");
-  EXPECT_EQ(Views.Shown, 0);
+  EXPECT_EQ(Views.Log.size(), 0);
   EXPECT_EQ(Catalogue.RowsText("SELECT Count(*) FROM tblPhotos"), "4");
 }
 

@@ -119,18 +119,18 @@ TEST_F(QueryTest, ATitleHoldsUntilItIsNotTypedAgain) {
   QTimer::singleShot(0, qApp, [] { QApplication::activeModalWidget()->close(); });
   Querying.QueryBttn_Click();
   EXPECT_EQ(Ids(), "1");
-  EXPECT_EQ(Views.Shown, 1);
+  EXPECT_EQ(Views.Log.size(), 1);
   Ask("qMadeBy", {});
   EXPECT_EQ(Ids(), "1 2");
   EXPECT_THROW(Ask("qImage", "' OR 1=1) OR (1='1"), base::RuntimeError);
-  EXPECT_EQ(Views.Shown, 3);
+  EXPECT_EQ(Views.Log.size(), 3);
   Source.ClearQuery();
   Show();
   Ask("qTitle", "nowhere", &Query::RecordQuery_Click);
   EXPECT_TRUE(WasHeld);
   EXPECT_EQ(Ids(), "");
   Querying.RecordQuery_Click();  // No dialog: it would wait for an answer.
-  EXPECT_EQ(Views.Shown, 4);
+  EXPECT_EQ(Views.Log.size(), 4);
 }
 
 // --- the results ------------------------------------------------------------------------------------------

@@ -1,32 +1,14 @@
-// The folders of a catalogue of a test's own in the tree of a window. What they ask of the views is noted.
+// The folders of a catalogue of a test's own in the tree of a window.
 #pragma once
-
-#include <utility>
 
 #include "folders/folder_keys.h"
 #include "folders/folder_navigation.h"
 #include "folders/folder_nodes.h"
 #include "folders/folder_tree.h"
+#include "support/silent_views.h"
 #include "support/test_support.h"
 
 namespace veldrin::folders {
-
-class FakeViews : public FolderViews, public catalogue::RecordViews {
- public:
-  void ShowFolderRecords() override { Log << "show"; }
-  void SetFolderMenus() override {}
-  void SetRecordMenus() override {}
-  void ShowFolderUndoCut(bool) override {}
-  void EnableFolderPaste(bool) override {}
-  void PopupFolderMenu() override { Log << "popup"; }
-  bool PreviewIsOn() const override { return false; }
-  void SetPreview(bool) override {}
-  void SetSliderMax(int) override {}
-  void InitThumbScroll() override {}
-
-  QString Take() { return std::exchange(Log, {}).join(' '); }
-  QStringList Log;
-};
 
 struct FoldersTest : testing::Test {
   FoldersTest() {
@@ -68,7 +50,7 @@ struct FoldersTest : testing::Test {
   controls::TreeView Tree{&Window};
   QLineEdit Search{&Window};
   catalogue::RecordList Data1{Catalogue.Engine()};
-  FakeViews Views;
+  test::SilentViews Views;
   catalogue::RecordSource Source{Data1, [this] { return SelectedFolderKey(Tree); }, Catalogue.Engine(),
                                  Catalogue.Paths(), Views};
   FolderNavigation Navigation{Tree, Search, Source, Views};

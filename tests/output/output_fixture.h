@@ -5,9 +5,9 @@
 
 #include "catalogue/image_store.h"
 #include "engine/sql_tokens.h"
-#include "output/record_choice.h"
 #include "output/web_pages.h"
 #include "support/environment.h"
+#include "support/silent_views.h"
 #include "support/test_support.h"
 
 namespace veldrin::test {
@@ -47,7 +47,7 @@ class FakeForm : public output::ProgressForm {
   float Value = 0;
 };
 
-class OutputTest : public testing::Test, public output::OutputViews {
+class OutputTest : public testing::Test, public SilentViews {
  protected:
   OutputTest() {
     Data1.DatabaseName = Catalogue.Paths().WorkFile;
@@ -56,7 +56,6 @@ class OutputTest : public testing::Test, public output::OutputViews {
     Tree.Select(Tree.Add(root, "Tåg & <Nacht>"));
     Web.WebDir = Catalogue.ProgramPath() + "/Web";
   }
-  bool FormViewIsShown() const override { return FormView; }
 
   static QString TypeOf(int id) { return id % 4 == 0 ? "bmp" : "jpg"; }
   QString ImageOf(int id) { return catalogue::ImageFileName(Catalogue.Paths(), id, TypeOf(id)); }
@@ -105,7 +104,6 @@ class OutputTest : public testing::Test, public output::OutputViews {
   catalogue::RecordList Data1{Catalogue.Engine()};
   output::WebSettings Web;
   QWidget Window;
-  bool FormView = false;
   output::WebPages Pages{Data1, Tree, Catalogue.Paths(), Web, Window};
 };
 

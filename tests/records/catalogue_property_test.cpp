@@ -109,7 +109,7 @@ class CatalogueProperty : public test::CommandsTest {
     Data1.SetAbsolutePosition(Pick(Data1.RecordCount()));
     Views.FormView = Seldom();
     if (photos.empty() || Views.FormView) photos = {Data1.Bookmark()};
-    if (!IsSure([this, click] { (Deleting.*click)(); })) return;
+    if (!IsSure([this, click] { (Deletion.*click)(); })) return;
     for (const int photo : photos) (Model.*takeAway)(photo);
   }
   // As many as there were.
@@ -179,10 +179,10 @@ class CatalogueProperty : public test::CommandsTest {
     std::vector<Command> allowed;
     for (const Command& command : Commands()) {
       Runs.try_emplace(command.Name);
-      if (command.Allowed) allowed.insert(allowed.end(), static_cast<size_t>(command.Weight), command);
+      if (command.Allowed) allowed.insert(allowed.end(), command.Weight, command);
     }
     if (allowed.empty()) return;
-    const Command& command = allowed[static_cast<size_t>(Pick(std::ssize(allowed)))];
+    const Command& command = allowed[Pick(std::ssize(allowed))];
     Log << QLatin1String(command.Name);
     ++Runs[command.Name];
     command.Run();

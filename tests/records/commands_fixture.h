@@ -3,34 +3,12 @@
 
 #include <gtest/gtest.h>
 
-#include "folders/folder_navigation.h"
 #include "folders/folder_nodes.h"
 #include "folders/folder_tree.h"
-#include "records/delete_photos.h"
-#include "records/record_clipboard.h"
+#include "support/silent_views.h"
 #include "support/test_support.h"
 
 namespace veldrin::test {
-
-class SilentViews : public folders::FolderViews,
-                    public records::ClipboardViews,
-                    public records::DeleteViews,
-                    public SilentRecordViews {
- public:
-  bool FormViewIsShown() const override { return FormView; }
-  void ShowFolderRecords() override {}
-  void SetFolderMenus() override {}
-  void SetRecordMenus() override {}
-  void ShowFolderUndoCut(bool) override {}
-  void EnableFolderPaste(bool) override {}
-  void PopupFolderMenu() override {}
-  void SetSelectionGrey(bool grey) override { Grey = grey; }
-  void EnableRecordPaste(bool) override {}
-  void ShowRecordUndoCut(bool) override {}
-
-  bool FormView = false;
-  bool Grey = false;
-};
 
 class CommandsTest : public testing::Test {
  protected:
@@ -51,7 +29,7 @@ class CommandsTest : public testing::Test {
   catalogue::RecordSource Source{Data1, [this] { return folders::SelectedFolderKey(Tree); },
                                  Catalogue.Engine(), Catalogue.Paths(), Views};
   records::RecordClipboard Clipboard{Data1, Tree, Source, Catalogue.Engine(), Catalogue.Paths(), Views};
-  records::DeletePhotos Deleting{Source, Data1, Tree, Catalogue.Engine(), Catalogue.Paths(), Views, Tree};
+  records::DeletePhotos Deletion{Source, Data1, Tree, Catalogue.Engine(), Catalogue.Paths(), Views, Tree};
 };
 
 }  // namespace veldrin::test

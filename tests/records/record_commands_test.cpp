@@ -27,7 +27,7 @@ class RecordCommands : public test::CommandsTest {
     Source.SetRecordSource();
   }
   std::string Answer(QMessageBox::StandardButton answer, void (DeletePhotos::*asks)()) {
-    return test::AnswerBoxes([&] { (Deleting.*asks)(); }, {answer}).join(u' ').toStdString();
+    return test::AnswerBoxes([&] { (Deletion.*asks)(); }, {answer}).join(u' ').toStdString();
   }
   std::string Photos() { return Catalogue.RowsText("SELECT PhotoID FROM tblPhotos ORDER BY PhotoID"); }
   std::string Files() {
@@ -69,7 +69,7 @@ TEST_F(RecordCommands, ASelectionOfManyGoesAsAWholeAndItsFilesWithIt) {
   EXPECT_EQ(Photos() + "|" + Files(), "1|1.jpg 1t.bmp");
   Answer(QMessageBox::Yes, Delete);
   EXPECT_EQ(Photos() + Files(), "");
-  test::AnswerBoxes([&] { Deleting.RecordDel_Click(); }, {});  // Without records nothing is asked.
+  test::AnswerBoxes([&] { Deletion.RecordDel_Click(); }, {});  // Without records nothing is asked.
 }
 
 TEST_F(RecordCommands, APasteThatFailsLeavesEveryPlace) {

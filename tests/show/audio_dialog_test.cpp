@@ -16,7 +16,7 @@ class AudioDialogTest : public testing::Test, public test::Controls {
   }
 
   void Open(const QString& musicDir) {
-    Dialog = std::make_unique<frmAudio>(Bench.Data1, Bench.MusicList, musicDir, nullptr, Source.path());
+    Dialog = std::make_unique<frmAudio>(Fixture.Data1, Fixture.MusicList, musicDir, nullptr, Source.path());
     Root = Dialog.get();
     Dialog->show();
   }
@@ -28,8 +28,8 @@ class AudioDialogTest : public testing::Test, public test::Controls {
   }
 
   QTemporaryDir Source;
-  ShowBench Bench{0, {"a.wav", "b.mp3"}};
-  const QString MusicDir = Bench.Catalogue.Paths().MusicDir;
+  ShowFixture Fixture{0, {"a.wav", "b.mp3"}};
+  const QString MusicDir = Fixture.Catalogue.Paths().MusicDir;
   std::unique_ptr<frmAudio> Dialog;
 };
 
@@ -40,23 +40,24 @@ TEST_F(AudioDialogTest, AddsAndRemovesFiles) {
   Click("AddBttn");
   EXPECT_EQ(Names(List("FileToPlay")), "a.wav b.mp3 new.AIFF song.wav");
   EXPECT_EQ(test::ReadFile(MusicDir + "b.mp3"), "b.mp3");
-  EXPECT_EQ(Bench.MusicList.ListCount(), 2) << "the show goes on with the old list until the dialog has gone";
+  EXPECT_EQ(Fixture.MusicList.ListCount(), 2)
+      << "the show goes on with the old list until the dialog has gone";
   for (const int row : {0, 3}) List("FileToPlay").item(row)->setSelected(true);
   QFile::remove(MusicDir + "a.wav");
   Click("RmvBttn");
   EXPECT_EQ(Names(List("FileToPlay")), "b.mp3 new.AIFF");
-  Bench.Settings.MusicIndex = 7;
+  Fixture.Settings.MusicIndex = 7;
   Click("CloseBttn");
   EXPECT_FALSE(Dialog->isVisible());
   Dialog.reset();
-  EXPECT_EQ(Names(Bench.MusicList), "b.mp3 new.AIFF");
-  EXPECT_EQ(Bench.Settings.MusicIndex, 7);
+  EXPECT_EQ(Names(Fixture.MusicList), "b.mp3 new.AIFF");
+  EXPECT_EQ(Fixture.Settings.MusicIndex, 7);
   Open(Source.filePath("none/"));
   Click("RmvBttn");
   List("FileToSel").selectAll();
   EXPECT_THROW(Click("AddBttn"), base::RuntimeError);
   Dialog.reset();
-  EXPECT_EQ(Bench.MusicList.ListCount(), 0) << "without a music directory";
+  EXPECT_EQ(Fixture.MusicList.ListCount(), 0) << "without a music directory";
 }
 
 TEST_F(AudioDialogTest, ListsTheDirectoryThatIsChosen) {
@@ -69,10 +70,10 @@ TEST_F(AudioDialogTest, ListsTheDirectoryThatIsChosen) {
   EXPECT_EQ(test::ReadFile(MusicDir + "a.wav"), "sound") << "copied onto itself";
   // While a routine walks the list of records, the files stay as they are; so they do while a drive that
   // can't be opened gives way to the one before.
-  Bench.Data1.SuppressReposition = true;
+  Fixture.Data1.SuppressReposition = true;
   chooser.SetPath(Source.path());
   EXPECT_EQ(listed(), "a.wav b.mp3");
-  Bench.Data1.SuppressReposition = false;
+  Fixture.Data1.SuppressReposition = false;
   for (const bool restoring : {true, false}) {
     Q_EMIT chooser.Restore(restoring);
     Q_EMIT chooser.Change();

@@ -88,9 +88,9 @@ class PlainSurface : public ShowSurface {
 };
 
 /// Photos 1, 2, ..., tracks, and a show of them, with another one on the whole screen.
-class ShowBench {
+class ShowFixture {
  public:
-  explicit ShowBench(int photos, const QStringList& tracks = {"a.wav", "b.wav", "c.wav"}) {
+  explicit ShowFixture(int photos, const QStringList& tracks = {"a.wav", "b.wav", "c.wav"}) {
     for (int id = 1; id <= photos; ++id) Catalogue.AddPhoto(id, QString(), {});
     Data1.DatabaseName = Catalogue.Paths().WorkFile;
     Data1.RecordSource = "SELECT tblPhotos.* FROM tblPhotos";

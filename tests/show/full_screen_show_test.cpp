@@ -17,9 +17,9 @@ namespace {
 /// Image Play on five photos, each of its own width.
 class FullScreenTest : public testing::Test {
  protected:
-  FullScreenTest() : Play(Bench.Parts, nullptr) {
-    for (int id = 1; id <= 5; ++id) Bench.Catalogue.AddPhoto(id, QString(), {}, QSize(60 + id, 40));
-    Bench.Data1.Refresh();
+  FullScreenTest() : Play(Fixture.Parts, nullptr) {
+    for (int id = 1; id <= 5; ++id) Fixture.Catalogue.AddPhoto(id, QString(), {}, QSize(60 + id, 40));
+    Fixture.Data1.Refresh();
     Play.Slider1().setMaximum(5);
     Play.resize(829, 654);
     Play.show();
@@ -54,14 +54,14 @@ class FullScreenTest : public testing::Test {
   }
   std::string State() {
     return QStringLiteral("%1: %2 @ %3/%4")
-        .arg(Bench.Settings.ShowState)
+        .arg(Fixture.Settings.ShowState)
         .arg(PhotoShown(Play))
-        .arg(Bench.Data1.AbsolutePosition() + 1)
+        .arg(Fixture.Data1.AbsolutePosition() + 1)
         .arg(Play.Slider1().value())
         .toStdString();
   }
 
-  ShowBench Bench{0};
+  ShowFixture Fixture{0};
   ImagePlay Play;
 };
 
@@ -140,13 +140,13 @@ TEST_F(FullScreenTest, LeadsBackToTheWindow) {
       EXPECT_FALSE(IsRunning(window));
     });
     EXPECT_EQ(State(), state);
-    EXPECT_EQ(IsRunning(Play), Bench.Settings.ShowState == PlayForward);
+    EXPECT_EQ(IsRunning(Play), Fixture.Settings.ShowState == PlayForward);
   }
 }
 
 TEST_F(FullScreenTest, HasNoMusicButtonWithoutASoundCard) {
   for (const bool soundCard : {true, false}) {
-    Bench.Player.SoundCard = soundCard;
+    Fixture.Player.SoundCard = soundCard;
     OnWholeScreen([&](QWidget& window) {
       EXPECT_EQ(window.findChild<QAction*>("tbarShow(17)")->isEnabled(), soundCard);
     });

@@ -7,10 +7,10 @@ namespace {
 
 // Actions, each with the state after it: of the show as "state:photo shown@current record/slider", with "+"
 // for a running timer, where an end of the list counts as a record; or of the player, with the track opened.
-class Journey : public ShowBench {
+class Journey : public ShowFixture {
  public:
   Journey(int photos, const QStringList& tracks, const char* steps)
-      : ShowBench(photos, tracks), Words(QString(steps).split(' ')) {
+      : ShowFixture(photos, tracks), Words(QString(steps).split(' ')) {
     Surface.OtherWindow = [this] {
       EXPECT_FALSE(Timer.Enabled);
       WholeShow.TakeUp();
@@ -154,54 +154,54 @@ TEST(PictureShow, GoesStepByStep) {
 }
 
 TEST(PictureShow, PreparesThePictureOfTheNextTick) {
-  ShowBench bench(3);
-  bench.Settings.ShowRepeat = true;
+  ShowFixture fixture(3);
+  fixture.Settings.ShowRepeat = true;
   const std::pair<int, int> steps[] = {
       {PlayForward, 2},  {0, 3}, {0, 1},        {PausePlay, 1},  {StepBackward, 1},
       {PlayBackward, 1}, {0, 3}, {StopPlay, 0}, {PlayForward, 1}};
   for (const auto& [button, prepared] : steps) {
-    button == 0 ? bench.Tick() : bench.Show.tbarShow_ButtonClick(button);
-    EXPECT_EQ(bench.Surface.Prepared, prepared) << button;
+    button == 0 ? fixture.Tick() : fixture.Show.tbarShow_ButtonClick(button);
+    EXPECT_EQ(fixture.Surface.Prepared, prepared) << button;
   }
-  bench.Data1.RecordSource += " WHERE PhotoID > 1";
-  bench.Data1.Refresh();
-  bench.Show.ListChanged();
-  EXPECT_EQ(bench.Surface.Prepared, 2);
+  fixture.Data1.RecordSource += " WHERE PhotoID > 1";
+  fixture.Data1.Refresh();
+  fixture.Show.ListChanged();
+  EXPECT_EQ(fixture.Surface.Prepared, 2);
 }
 
 // The end of a show that isn't repeated leaves the guard up.
 TEST(PictureShow, GuardsItsMoves) {
-  ShowBench bench(2);
+  ShowFixture fixture(2);
   bool guarded = true;
-  QObject::connect(&bench.Data1, &catalogue::RecordList::Reposition, &bench.Data1,
-                   [&] { guarded = guarded && bench.Data1.SuppressReposition; });
-  bench.Show.tbarShow_ButtonClick(PlayForward);
-  EXPECT_FALSE(bench.Data1.SuppressReposition);
-  bench.Show.Slider1_MouseUp(1);
-  EXPECT_FALSE(bench.Data1.SuppressReposition);
-  bench.Tick();
-  EXPECT_TRUE(bench.Data1.SuppressReposition);
+  QObject::connect(&fixture.Data1, &catalogue::RecordList::Reposition, &fixture.Data1,
+                   [&] { guarded = guarded && fixture.Data1.SuppressReposition; });
+  fixture.Show.tbarShow_ButtonClick(PlayForward);
+  EXPECT_FALSE(fixture.Data1.SuppressReposition);
+  fixture.Show.Slider1_MouseUp(1);
+  EXPECT_FALSE(fixture.Data1.SuppressReposition);
+  fixture.Tick();
+  EXPECT_TRUE(fixture.Data1.SuppressReposition);
   EXPECT_TRUE(guarded);
 }
 
 TEST(PictureShow, TheMusicDialogHoldsIt) {
-  ShowBench bench(3);
+  ShowFixture fixture(3);
   const std::tuple<PictureShow&, PlainSurface&, HandTimer&> windows[] = {
-      {bench.Show, bench.Surface, bench.Timer}, {bench.WholeShow, bench.Whole, bench.WholeTimer}};
+      {fixture.Show, fixture.Surface, fixture.Timer}, {fixture.WholeShow, fixture.Whole, fixture.WholeTimer}};
   for (const auto& [show, surface, timer] : windows) {
     surface.SetShowButtons();
-    surface.AudioDialog = [&bench, &timer = timer] {
+    surface.AudioDialog = [&fixture, &timer = timer] {
       EXPECT_FALSE(timer.Enabled);
-      EXPECT_NE(bench.Player.State, MediaPlaying);
+      EXPECT_NE(fixture.Player.State, MediaPlaying);
     };
     show.tbarShow_ButtonClick(PlayForward);
     show.tbarShow_ButtonClick(SetupMusic);
     EXPECT_TRUE(timer.Enabled);
-    EXPECT_EQ(bench.Player.State, MediaPlaying);
+    EXPECT_EQ(fixture.Player.State, MediaPlaying);
     // The main window asks how it was before the dialog, the whole screen how it is after it.
     show.tbarShow_ButtonClick(PausePlay);
     show.tbarShow_ButtonClick(SetupMusic);
-    EXPECT_EQ(bench.Player.State, &show == &bench.Show ? MediaPaused : MediaPlaying);
+    EXPECT_EQ(fixture.Player.State, &show == &fixture.Show ? MediaPaused : MediaPlaying);
     EXPECT_FALSE(timer.Enabled);
   }
 }

@@ -3,24 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include "find/find_views.h"
 #include "folders/folder_nodes.h"
+#include "support/silent_views.h"
 #include "support/test_support.h"
 
 namespace veldrin::test {
-
-class FindingViews : public find::FindViews, public SilentRecordViews {
- public:
-  void ShowFolderRecords() override { ++Shown; }
-  void HoldShow(const std::function<void()>& dialog) override {
-    ShowIsHeld = true;
-    dialog();
-    ShowIsHeld = false;
-  }
-
-  int Shown = 0;
-  bool ShowIsHeld = false;
-};
 
 class FindingTest : public testing::Test, public Controls {
  protected:
@@ -45,7 +32,7 @@ class FindingTest : public testing::Test, public Controls {
   TestCatalogue Catalogue;
   controls::TreeView Tree;
   catalogue::RecordList Data1{Catalogue.Engine()};
-  FindingViews Views;
+  SilentViews Views;
   catalogue::RecordSource Source{Data1, [this] { return folders::SelectedFolderKey(Tree); },
                                  Catalogue.Engine(), Catalogue.Paths(), Views};
   QWidget Window;

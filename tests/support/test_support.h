@@ -60,15 +60,6 @@ class Controls {
   QWidget* Root = nullptr;
 };
 
-/// Views that depend on the list and show nothing.
-class SilentRecordViews : public catalogue::RecordViews {
- public:
-  bool PreviewIsOn() const override { return false; }
-  void SetPreview(bool) override {}
-  void SetSliderMax(int) override {}
-  void InitThumbScroll() override {}
-};
-
 /// A program directory with the ready-made files, in a temporary directory, opened through its working copy.
 class TestCatalogue {
  public:
