@@ -8,6 +8,7 @@ namespace {
 
 // In keys of four bytes each: the whole catalogue and its largest folders for most people, 12 MB at the most.
 constexpr size_t Room = 3'000'000;
+constexpr size_t MostLists = 16;
 
 }  // namespace
 
@@ -28,6 +29,7 @@ void KeyCache::Keep(const QString& name, quint64 version, const KeyList& keys) {
   DropOthers(version);
   if (keys->size() > Room) return;
   Entries.push_front({name, keys});
+  if (Entries.size() > MostLists) Entries.pop_back();
   size_t kept = 0;
   for (auto entry = Entries.begin(); entry != Entries.end();) {
     kept += entry->Keys->size();

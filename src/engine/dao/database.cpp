@@ -43,6 +43,7 @@ void Database::Execute(const QString& sql, ExecuteOption option) {
 void Database::Insert(const QString& table, const QStringList& columns, std::span<const Value> values,
                       ExecuteOption option) {
   Session& session = *TheSession();
+  if (session.ColumnsOf(table).Names.isEmpty()) RaiseNoSuchTable(table);
   Affected = session.Execute(
       InsertSql(session.Sql(), table, columns, option == dbResumeNext ? Clashes::LeaveOut : Clashes::Fail),
       values);
