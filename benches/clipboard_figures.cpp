@@ -82,7 +82,7 @@ class SqliteClipboard {
  public:
   explicit SqliteClipboard(const QString& program) : Opened(program), File(Opened.Paths().WorkFile) {
     File.Run("ATTACH '" + Opened.Paths().DatabaseFile.toStdString() + "' AS linked");
-    File.Run("PRAGMA main.synchronous=OFF; PRAGMA main.journal_mode=MEMORY; PRAGMA linked.synchronous=EXTRA");
+    File.Run("PRAGMA main.synchronous=OFF; PRAGMA main.journal_mode=MEMORY; PRAGMA linked.synchronous=FULL");
   }
 
   double Stage() {

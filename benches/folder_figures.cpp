@@ -139,7 +139,7 @@ double PasteFolders(const QString& data) {
 // The rows of the copy, one by one, in one flushed transaction: so the program stores a paste.
 double PasteBySqlite(const QString& data) {
   SqliteFile file(DatabaseOf(CopyCatalogue(MakeSource(data), data + QStringLiteral("/folder-sqlite"))));
-  file.Run("PRAGMA synchronous = EXTRA");
+  file.Run("PRAGMA synchronous = FULL");
   const double time = Milliseconds([&] {
     file.Run("BEGIN IMMEDIATE");
     InsertSubtree(file, CopyKey, "Copy of Journey");
@@ -171,7 +171,7 @@ double DeleteBySqlite(const QString& data) {
   const OpenedCatalogue opened(CopyCatalogue(MakeSource(data), data + QStringLiteral("/folder-sqlite")));
   SqliteFile file(opened.Paths().WorkFile);
   file.Run("ATTACH '" + opened.Paths().DatabaseFile.toStdString() + "' AS linked");
-  file.Run("PRAGMA main.synchronous=OFF; PRAGMA main.journal_mode=MEMORY; PRAGMA linked.synchronous=EXTRA");
+  file.Run("PRAGMA main.synchronous=OFF; PRAGMA main.journal_mode=MEMORY; PRAGMA linked.synchronous=FULL");
   const std::string unfiled(40, '0');
   const double time = Milliseconds([&] {
     file.Run("BEGIN IMMEDIATE; DELETE FROM ActPhotoLinks");

@@ -156,7 +156,7 @@ double DeleteSelected(const QString& program) {
 double DeleteBySqlite(const QString& program) {
   const OpenedCatalogue opened(program);
   SqliteFile file(opened.Paths().DatabaseFile);
-  file.Run("PRAGMA synchronous = EXTRA");
+  file.Run("PRAGMA synchronous = FULL");
   const double time = Milliseconds([&] {
     auto links = file.Prepare("DELETE FROM tblPhotoLinks WHERE PhotoID = ?");
     auto photos = file.Prepare("DELETE FROM tblPhotos WHERE PhotoID = ?");

@@ -68,7 +68,7 @@ const engine::Value& RecordModel::Field(int row, int column) const {
   }
   const int at = row - FirstRow;
   if (at >= std::ssize(Rows) || Rows[at].empty()) return null;
-  return Rows[at].at(Names.indexOf(QLatin1String(GridColumns()[column].DataField)));
+  return Rows[at].at(engine::ColumnAt(Names, QLatin1String(GridColumns()[column].DataField)));
 }
 
 QVariant RecordModel::TextOf(const QModelIndex& index) const {

@@ -114,8 +114,8 @@ void ThumbnailPage::BeginMissing(int start, ThumbnailMaker& maker) const {
   const int count = std::min(CellCount, Data1.RecordCount() - start);
   if (count <= 1) return;
   const QStringList names = Data1.Recordset().FieldNames();
-  const auto photoIdAt = names.indexOf(PhotoIDField);
-  const auto imageTypeAt = names.indexOf(ImageTypeField);
+  const auto photoIdAt = engine::ColumnAt(names, PhotoIDField);
+  const auto imageTypeAt = engine::ColumnAt(names, ImageTypeField);
   for (const auto& row : Data1.Recordset().ReadRows(start, count)) {
     if (row.empty()) continue;
     const int photoId = row.at(photoIdAt).toInt();

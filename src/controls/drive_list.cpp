@@ -33,6 +33,8 @@ bool IsBelow(const QString& path, const QString& directory) {
 // What the system mounts for itself and for the session, and the images that programs are packed in.
 bool IsSystemsOwn(GUnixMountEntry* mount, const QString& root) {
   const char* type = g_unix_mount_get_fs_type(mount);
+  // An encrypted directory is somebody's own.
+  if (qstrcmp(type, "ecryptfs") == 0) return false;
   if (g_unix_is_system_fs_type(type) != FALSE || qstrcmp(type, "squashfs") == 0) return true;
   const auto isBelow = [&](const char* place) { return IsBelow(root, QLatin1String(place)); };
   // Disks of the user's are mounted below /run on some systems.

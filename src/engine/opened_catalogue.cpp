@@ -120,7 +120,7 @@ KeySource OpenedCatalogue::LinkedKeys(const QueryDef& query, const QString& cond
   const QString from = match ? query.Links : query.Parameter + QStringLiteral(" CROSS JOIN ") + query.Links;
   const QString linked = QStringLiteral("SELECT %1.%2 FROM %3 WHERE ").arg(query.Links, query.Key, from) +
                          (match ? *match : TranslateCondition(query.Match, Current->Sql()));
-  KeySource source{query.RowsOf, query.Key, linked, condition.isEmpty()};
+  KeySource source{query.RowsOf, query.Key, linked, condition.isEmpty(), match.has_value()};
   // The links stand in a query of their own, so that a criterion's field names mean the table's alone.
   if (!condition.isEmpty()) {
     source.KeySql = SelectKeys(query.RowsOf, query.Key) +
@@ -144,7 +144,7 @@ KeyList OpenedCatalogue::ReadKeys(const KeySource& source) {
 
 // The version is one of the linked tables; short lists of the machine's own need none.
 KeyList OpenedCatalogue::FindKeys(const KeySource& source) {
-  if (!IsLinked(source.Table)) return ReadAnew(source);
+  if (!source.MayBeKept || !IsLinked(source.Table)) return ReadAnew(source);
   const std::optional<quint64> version = Current->Version();
   if (!version) return ReadAnew(source);
   if (KeyList kept = Kept.Find(source.KeySql, *version)) return kept;

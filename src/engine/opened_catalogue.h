@@ -19,6 +19,7 @@ struct KeySource {
   QString Key;     ///< its numeric primary key; empty when it has none, and rows can only be added then
   QString KeySql;  ///< the session's SQL: gives the keys, in any order and perhaps several times
   bool MayLackRows = false;  ///< the keys come from another table and may lack a row in Table
+  bool MayBeKept = true;     ///< the keys depend on the linked tables alone
 };
 
 class OpenedCatalogue {

@@ -52,10 +52,16 @@ void FolderCommands::FolderAdd_Click() {
   AddUnorganizedNode(Tree);
   AddFolderNode(Tree);
   Node& added = *Tree.SelectedItem();
-  InOneGroup([&added](Database& database) {
-    added.SetTag(
-        FolderWriter(database).AddFolderRecord(GetNodeLevel(added), added.Text(), added.Parent()->Tag()));
-  });
+  try {
+    InOneGroup([&added](Database& database) {
+      added.SetTag(
+          FolderWriter(database).AddFolderRecord(GetNodeLevel(added), added.Text(), added.Parent()->Tag()));
+    });
+  } catch (...) {
+    // Without a key it would pass for the whole catalogue.
+    Tree.Remove(&added);
+    throw;
+  }
   AddedNode = &added;
   EditFolderName();
 }

@@ -46,44 +46,49 @@ int Dynaset::PositionOf(int bookmark) const {
 
 // Rows whose keys lie close together are looked through in one go: in the whole catalogue that is one scan.
 // In a folder whose photos are far apart they are looked up some at a time, at first a few, since the match
-// may be near. A row that came after the list was read has a key, but no place in the list.
+// may be near. A row that came after the list was read, or stands in another folder, has a key but no place
+// in the list.
 int Dynaset::FindPosition(const QString& criteria, int from) const {
   constexpr qint64 near = 8;  // A row that is passed over costs so much less than one that is sought.
   constexpr int shortRun = 64;
   constexpr int mostAtOnce = 4096;
   const Dialect& dialect = TheSession().Sql();
   const QString select = QStringLiteral("SELECT %1.%2 FROM %1 WHERE ").arg(Source.Table, Source.Key);
-  const QString rest = QStringLiteral(" AND %1 ORDER BY %2.%3 LIMIT 1")
+  const QString rest = QStringLiteral(" AND %1 ORDER BY %2.%3 LIMIT 256")
                            .arg(TranslateCondition(criteria, dialect), Source.Table, Source.Key);
   const QString between =
       select + QStringLiteral("%1.%2 BETWEEN ? AND ?").arg(Source.Table, Source.Key) + rest;
   const QString among = select + dialect.IsOneOf(Source.Table + QLatin1Char('.') + Source.Key) + rest;
   const std::vector<int>& keys = Keys();
   const int count = RecordCount();
-  int atOnce = shortRun;
-  for (int first = std::min(from, count); first < count;) {
-    int last = first + 1;
-    while (last < count && qint64(keys[last]) - keys[last - 1] <= near) ++last;
-    if (last - first < shortRun) {
-      last = std::min(first + atOnce, count);
-      const QString list = dialect.ListOf(std::span(keys.data() + first, last - first));
-      const std::vector<int> found = TheSession().Keys(among, std::array<Value, 1>{list});
-      if (!found.empty()) return PositionOf(found.front());
-      atOnce = std::min(2 * atOnce, mostAtOnce);
-      first = last;
-      continue;
+  int position = -1;
+  // The first of the keys that has a place in the list.
+  const auto place = [&](const std::vector<int>& found) {
+    for (size_t i = 0; i < found.size() && position < 0; ++i) position = PositionOf(found[i]);
+    return position >= 0;
+  };
+  TheSession().ReadTogether([&] {
+    int atOnce = shortRun;
+    for (int first = std::min(from, count); first < count;) {
+      int last = first + 1;
+      while (last < count && qint64(keys[last]) - keys[last - 1] <= near) ++last;
+      if (last - first < shortRun) {
+        last = std::min(first + atOnce, count);
+        const QString list = dialect.ListOf(std::span(keys.data() + first, last - first));
+        if (place(TheSession().Keys(among, std::array<Value, 1>{list}))) return;
+        atOnce = std::min(2 * atOnce, mostAtOnce);
+        first = last;
+        continue;
+      }
+      const std::vector<int> found =
+          TheSession().Keys(between, std::array<Value, 2>{keys[first], keys[last - 1]});
+      if (place(found)) return;
+      first = found.empty()
+                  ? last
+                  : static_cast<int>(std::upper_bound(keys.begin(), keys.end(), found.back()) - keys.begin());
     }
-    const std::vector<int> found =
-        TheSession().Keys(between, std::array<Value, 2>{keys[first], keys[last - 1]});
-    if (found.empty()) {
-      first = last;
-    } else if (const int position = PositionOf(found.front()); position >= 0) {
-      return position;
-    } else {
-      first = static_cast<int>(std::upper_bound(keys.begin(), keys.end(), found.front()) - keys.begin());
-    }
-  }
-  return -1;
+  });
+  return position;
 }
 
 FieldType Dynaset::TypeOf(const QString& name) const {

@@ -1,7 +1,9 @@
 #include "engine/sqlite/session.h"
 
+#include <fcntl.h>
 #include <sqlite3.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <QDir>
 #include <QFile>
@@ -138,9 +140,10 @@ void SqliteSession::Attach(const QString& file) {
   attach.bind(1, UriOf(file));
   attach.executeStep();
   CheckFormat(alias, file);
-  // The linked file is the permanent one, perhaps on a network: a rollback journal, and every write flushed,
-  // the end of its journal too. Otherwise a machine that goes down might take back what was told as stored.
-  Db.exec("PRAGMA " + alias + ".synchronous=EXTRA; PRAGMA " + alias + ".journal_mode=DELETE");
+  // The linked file is the permanent one, perhaps on a network: a rollback journal, and every write flushed.
+  Db.exec("PRAGMA " + alias + ".synchronous=FULL; PRAGMA " + alias + ".journal_mode=DELETE");
+  // A kept BEGIN IMMEDIATE would lock the files that were there when it was prepared.
+  Statements.clear();
   Files.insert(file, {alias, IdentityOf(file)});
 }
 
@@ -216,10 +219,25 @@ int SqliteSession::Execute(const QString& sql, std::span<const Value> parameters
 void SqliteSession::Begin(Writes writes) {
   Execute(writes == Writes::Catalogue ? QStringLiteral("BEGIN IMMEDIATE") : QStringLiteral("BEGIN"), {});
   Writing = true;
+  WritesCatalogue = writes == Writes::Catalogue;
+}
+
+// The end of the journal is on the disk before anybody is told that the group is stored: a machine that goes
+// down must not take it back. Some network file systems can't flush a directory and need not.
+void SqliteSession::FlushDirectories() const {
+  for (auto file = Files.begin(); file != Files.end(); ++file) {
+    if (file->Alias == "main") continue;
+    const int directory =
+        ::open(QFile::encodeName(QFileInfo(file.key()).path()).constData(), O_RDONLY | O_CLOEXEC);
+    if (directory < 0) continue;
+    ::fsync(directory);
+    ::close(directory);
+  }
 }
 
 void SqliteSession::Commit() {
   Execute(QStringLiteral("COMMIT"), {});
+  if (WritesCatalogue) FlushDirectories();
   Writing = false;
 }
 

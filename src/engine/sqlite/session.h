@@ -57,12 +57,14 @@ class SqliteSession : public Session {
 
   void CheckFormat(const std::string& alias, const QString& file);
   void Attach(const QString& file);
+  void FlushDirectories() const;
   TableColumns ReadColumns(const QString& table);
   std::shared_ptr<sqlite3_stmt> Prepare(const QString& sql);
 
   const SqliteDialect TheDialect;
   SQLite::Database Db;
-  bool Writing = false;                    ///< within a group of writes
+  bool Writing = false;  ///< within a group of writes
+  bool WritesCatalogue = false;
   QMap<QString, OpenedFile> Files;         ///< by path
   std::map<QString, TableColumns> Tables;  ///< by name in small letters
   QCache<QString, std::shared_ptr<sqlite3_stmt>> Statements;
