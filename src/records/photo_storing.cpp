@@ -206,6 +206,7 @@ void BatchWriter::SetTextField(const char* name, const QString& text) {
 }
 
 void BatchWriter::RemoveSources(Group group) {
+  TheDatabase->Settle();
   for (const NewPhoto& photo : group) {
     if (photo.HasRow && photo.Copied) QFile::remove(photo.Source);
   }

@@ -43,10 +43,12 @@ void Database::Execute(const QString& sql, ExecuteOption option) {
 void Database::Insert(const QString& table, const QStringList& columns, std::span<const Value> values,
                       ExecuteOption option) {
   Session& session = *TheSession();
-  if (session.ColumnsOf(table).Names.isEmpty()) RaiseNoSuchTable(table);
-  Affected = session.Execute(
-      InsertSql(session.Sql(), table, columns, option == dbResumeNext ? Clashes::LeaveOut : Clashes::Fail),
-      values);
+  if (LastInsert.Table != table || LastInsert.Columns != columns || LastInsert.Option != option) {
+    if (session.ColumnsOf(table).Names.isEmpty()) RaiseNoSuchTable(table);
+    const Clashes clashes = option == dbResumeNext ? Clashes::LeaveOut : Clashes::Fail;
+    LastInsert = {table, columns, option, InsertSql(session.Sql(), table, columns, clashes)};
+  }
+  Affected = session.Execute(LastInsert.Sql, values);
 }
 
 std::unique_ptr<Recordset> Database::OpenRecordset(const QString& sql, RecordsetType type) {

@@ -41,6 +41,9 @@ class Database {
 
   std::unique_ptr<Recordset> OpenRecordset(const QString& sql, RecordsetType type = dbOpenDynaset);
 
+  /// Afterwards a machine that goes down can't take back what was committed.
+  void Settle() { TheSession()->Settle(); }
+
   /// Ends the use. Recordsets opened by it stay, and a group of somebody else goes on. The destructor does
   /// the same.
   void Close() { Catalogue.reset(); }
@@ -54,6 +57,14 @@ class Database {
 
   std::shared_ptr<OpenedCatalogue> Catalogue;
   int Affected = 0;
+
+  // One row after the other is added with the same columns.
+  struct {
+    QString Table;
+    QStringList Columns;
+    ExecuteOption Option = dbResumeNext;
+    QString Sql;
+  } LastInsert;
 };
 
 }  // namespace veldrin::engine

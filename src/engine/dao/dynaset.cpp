@@ -27,14 +27,17 @@ const std::vector<int>& Dynaset::Keys() const {
 std::vector<std::vector<Value>> Dynaset::ReadRows(int first, int count) const {
   const std::vector<int>& keys = Keys();
   const std::span wanted(keys.data() + first, count);
-  const QString sql =
-      QStringLiteral("SELECT * FROM %1 WHERE ").arg(Source.Table) + TheSession().Sql().IsOneOf(Source.Key);
-  const auto read = TheSession().Rows(sql, std::array<Value, 1>{TheSession().Sql().ListOf(wanted)});
+  const Dialect& dialect = TheSession().Sql();
+  const bool one = count == 1;
+  const QString sql = QStringLiteral("SELECT * FROM %1 WHERE ").arg(Source.Table) +
+                      (one ? Source.Key + QStringLiteral(" = ?") : dialect.IsOneOf(Source.Key));
+  auto read =
+      TheSession().Rows(sql, std::array<Value, 1>{one ? Value(wanted[0]) : Value(dialect.ListOf(wanted))});
   const qsizetype key = ColumnAt(read.Names, Source.Key);
   std::vector<std::vector<Value>> rows(count);
-  for (const auto& row : read.Rows) {
+  for (auto& row : read.Rows) {
     const auto at = std::lower_bound(wanted.begin(), wanted.end(), row[key].toInt());
-    rows[at - wanted.begin()] = row;
+    rows[at - wanted.begin()] = std::move(row);
   }
   return rows;
 }

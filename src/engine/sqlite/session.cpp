@@ -170,9 +170,9 @@ void SqliteSession::SetLockTimeout(int milliseconds) { Db.setBusyTimeout(millise
 
 // What the program hands on is known to be a statement of tables that are there: what SQLite can't prepare of
 // it names a column that isn't.
-std::shared_ptr<sqlite3_stmt> SqliteSession::Prepare(const QString& sql) {
+std::shared_ptr<PreparedStatement> SqliteSession::Prepare(const QString& sql) {
   const auto* kept = Statements.object(sql);
-  if (kept != nullptr && sqlite3_stmt_busy(kept->get()) == 0) return *kept;
+  if (kept != nullptr && sqlite3_stmt_busy((*kept)->Statement) == 0) return *kept;
   sqlite3_stmt* raw = nullptr;
   const QByteArray text = sql.toUtf8();
   const int result = sqlite3_prepare_v3(Db.getHandle(), text.constData(), static_cast<int>(text.size()),
@@ -180,8 +180,8 @@ std::shared_ptr<sqlite3_stmt> SqliteSession::Prepare(const QString& sql) {
   if (result == SQLITE_ERROR)
     throw RuntimeError(base::errTooFewParameters, QString::fromUtf8(sqlite3_errmsg(Db.getHandle())));
   if (result != SQLITE_OK) throw FromSqlite(SQLite::Exception(Db.getHandle(), result));
-  std::shared_ptr<sqlite3_stmt> statement(raw, sqlite3_finalize);
-  Statements.insert(sql, new std::shared_ptr<sqlite3_stmt>(statement));
+  auto statement = std::make_shared<PreparedStatement>(raw);
+  Statements.insert(sql, new std::shared_ptr(statement));
   return statement;
 }
 
@@ -194,17 +194,12 @@ std::vector<int> SqliteSession::Keys(const QString& sql, std::span<const Value> 
 
 RowSet SqliteSession::Rows(const QString& sql, std::span<const Value> parameters) {
   StatementUse statement(Prepare(sql), parameters);
-  RowSet set;
-  const int columns = statement.Columns();
-  std::vector<bool> isDate;
-  for (int i = 0; i < columns; ++i) {
-    set.Names << statement.Name(i);
-    isDate.push_back(statement.IsDate(i));
-  }
+  const PreparedStatement& columns = statement.Columns();
+  RowSet set{columns.Names, {}};
   while (statement.Step()) {
     auto& row = set.Rows.emplace_back();
-    row.reserve(columns);
-    for (int i = 0; i < columns; ++i) row.push_back(statement.Read(i, isDate[i]));
+    row.reserve(columns.Names.size());
+    for (int i = 0; i < columns.Names.size(); ++i) row.push_back(statement.Read(i, columns.IsDate[i]));
   }
   return set;
 }
@@ -219,12 +214,10 @@ int SqliteSession::Execute(const QString& sql, std::span<const Value> parameters
 void SqliteSession::Begin(Writes writes) {
   Execute(writes == Writes::Catalogue ? QStringLiteral("BEGIN IMMEDIATE") : QStringLiteral("BEGIN"), {});
   Writing = true;
-  WritesCatalogue = writes == Writes::Catalogue;
 }
 
-// The end of the journal is on the disk before anybody is told that the group is stored: a machine that goes
-// down must not take it back. Some network file systems can't flush a directory and need not.
-void SqliteSession::FlushDirectories() const {
+// The end of the journal is gone from its directory. Some network file systems can't flush one and need not.
+void SqliteSession::Settle() {
   for (auto file = Files.begin(); file != Files.end(); ++file) {
     if (file->Alias == "main") continue;
     const int directory =
@@ -237,7 +230,6 @@ void SqliteSession::FlushDirectories() const {
 
 void SqliteSession::Commit() {
   Execute(QStringLiteral("COMMIT"), {});
-  if (WritesCatalogue) FlushDirectories();
   Writing = false;
 }
 

@@ -9,8 +9,7 @@
 
 #include "engine/session.h"
 #include "engine/sqlite/dialect.h"
-
-struct sqlite3_stmt;
+#include "engine/sqlite/statement.h"
 
 namespace veldrin::engine {
 
@@ -28,6 +27,7 @@ class SqliteSession : public Session {
   void Begin(Writes writes) override;
   void Commit() override;
   void Rollback() noexcept override;
+  void Settle() override;
   void ReadTogether(const std::function<void()>& reads) override;
   void Create(const TableDef& table) override;
   void Link(const TableDef& table) override;
@@ -57,17 +57,15 @@ class SqliteSession : public Session {
 
   void CheckFormat(const std::string& alias, const QString& file);
   void Attach(const QString& file);
-  void FlushDirectories() const;
   TableColumns ReadColumns(const QString& table);
-  std::shared_ptr<sqlite3_stmt> Prepare(const QString& sql);
+  std::shared_ptr<PreparedStatement> Prepare(const QString& sql);
 
   const SqliteDialect TheDialect;
   SQLite::Database Db;
-  bool Writing = false;  ///< within a group of writes
-  bool WritesCatalogue = false;
+  bool Writing = false;                    ///< within a group of writes
   QMap<QString, OpenedFile> Files;         ///< by path
   std::map<QString, TableColumns> Tables;  ///< by name in small letters
-  QCache<QString, std::shared_ptr<sqlite3_stmt>> Statements;
+  QCache<QString, std::shared_ptr<PreparedStatement>> Statements;
 };
 
 }  // namespace veldrin::engine
