@@ -141,6 +141,7 @@ Picture ReadWithMagick(const QString& path) {
     if (photoCd) decoded.subImage(PhotoCdBase);
     decoded.read(blob);
     QImage image(static_cast<int>(decoded.columns()), static_cast<int>(decoded.rows()), QImage::Format_RGB32);
+    if (image.isNull()) RaiseInvalidPicture(path);  // Memory has no room for it.
     decoded.write(0, 0, decoded.columns(), decoded.rows(), "BGRA", Magick::CharPixel, image.bits());
     const QSize natural = image.size();
     return {std::move(image), natural};
