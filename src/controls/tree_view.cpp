@@ -48,6 +48,13 @@ QString Node::FullPath() const {
   return Parent() == nullptr ? Text() : Parent()->FullPath() + QLatin1Char('\\') + Text();
 }
 
+bool Node::IsBelow(const Node& node) const {
+  for (const Node* above = Parent(); above != nullptr; above = above->Parent()) {
+    if (above == &node) return true;
+  }
+  return false;
+}
+
 void Node::SetGrey(bool grey) {
   Grey = grey;
   setForeground(0, grey ? QBrush(QColor::fromRgb(GreyNodeColor)) : QBrush());
@@ -63,6 +70,13 @@ TreeView::TreeView(QWidget* parent) : QTreeWidget(parent) {
   setIconSize(QSize(18, 18));
   setIndentation(16);  // "!UNORGANIZED" fits below a top-level folder in the pane as designed.
   setItemDelegate(new LabelDelegate(this, [this](QWidget* viewport) { return MakeEditor(viewport); }));
+  // The selected node is always seen.
+  connect(this, &QTreeWidget::itemCollapsed, this, [this](QTreeWidgetItem* item) {
+    auto* node = static_cast<Node*>(item);
+    if (SelectedItem() == nullptr || !SelectedItem()->IsBelow(*node)) return;
+    Select(node);
+    Q_EMIT NodeClick(node);
+  });
 }
 
 // Before the base class hides the tree: an editor that loses the focus then would find it half gone.
@@ -86,10 +100,8 @@ Node* TreeView::Add(Node* relative, const QString& text) {
 void TreeView::Remove(Node* node) {
   EndLabelEdit(false);
   Node* parent = node->Parent();
-  bool selectionGoes = false;
-  for (const Node* selected = SelectedItem(); selected != nullptr; selected = selected->Parent()) {
-    selectionGoes |= selected == node;
-  }
+  const Node* selected = SelectedItem();
+  const bool selectionGoes = selected != nullptr && (selected == node || selected->IsBelow(*node));
   if (selectionGoes && parent != nullptr) Select(parent);
   Forget(node);
   delete node;
@@ -189,17 +201,8 @@ void TreeView::mouseMoveEvent(QMouseEvent* event) {
 
 void TreeView::keyPressEvent(QKeyEvent* event) {
   const Node* before = SelectedItem();
-  Q_EMIT KeyDown();
   QTreeWidget::keyPressEvent(event);
-  if (SelectedItem() == nullptr || SelectedItem() == before) return;
-  Q_EMIT NodeClick(SelectedItem());
-  // A view that took the focus gets the release.
-  if (!hasFocus()) Q_EMIT KeyUp();
-}
-
-void TreeView::keyReleaseEvent(QKeyEvent* event) {
-  QTreeWidget::keyReleaseEvent(event);
-  if (!event->isAutoRepeat()) Q_EMIT KeyUp();
+  if (SelectedItem() != nullptr && SelectedItem() != before) Q_EMIT NodeClick(SelectedItem());
 }
 
 }  // namespace veldrin::controls

@@ -39,6 +39,7 @@ class Node : public QTreeWidgetItem {
 
   /// The texts from the root down to the node, joined by backslashes.
   QString FullPath() const;
+  bool IsBelow(const Node& node) const;
 
   bool IsGrey() const { return Grey; }
   void SetGrey(bool grey);
@@ -91,12 +92,9 @@ class TreeView : public QTreeWidget {
  Q_SIGNALS:
   /// A mouse button went down; the selection is still the one before.
   void MouseDown(Qt::MouseButton button, const QPoint& point);
-  /// A key went down; the selection is still the one before.
-  void KeyDown();
-  /// The user selected a node by mouse or keyboard, or clicked the one that was selected.
+  /// The user selected a node by mouse or keyboard, clicked the one that was selected, or collapsed a branch
+  /// over it, whose top is selected then.
   void NodeClick(veldrin::controls::Node* node);
-  /// A key was released, the selection is at rest.
-  void KeyUp();
   /// An edit of the selected node's label was kept. The label becomes NewString unless Cancel is set.
   void AfterLabelEdit(bool& Cancel, QString& NewString);
   /// The user took an edit of the selected node's label back.
@@ -108,7 +106,6 @@ class TreeView : public QTreeWidget {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
-  void keyReleaseEvent(QKeyEvent* event) override;
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
  private:

@@ -64,7 +64,8 @@ AddView::AddView(catalogue::RecordList& data1, controls::TreeView& tvTreeView, c
 void AddView::Connect() {
   using controls::FileListBox;
   connect(FileType, &QComboBox::currentIndexChanged, this, &AddView::FileType_Click);
-  connect(Choosers, &controls::DirectoryChooser::Change, this, &AddView::Dir1_Change);
+  connect(Choosers, &controls::DirectoryChooser::Change, this,
+          [this] { FileToSel->SetPath(Choosers->Path()); });
   connect(FileToSel, &FileListBox::PathChange, PicNew, &NewImageBox::HideImage);
   connect(FileToSel, &FileListBox::PatternChange, PicNew, &NewImageBox::HideImage);
   connect(FileToSel, &FileListBox::Click, this, &AddView::FileToSel_Click);
@@ -88,11 +89,6 @@ void AddView::FileType_Click(int listIndex) {
     throw base::RuntimeError(base::errSubscriptOutOfRange, QStringLiteral("Subscript out of range"));
   }
   FileToSel->SetPattern(QLatin1String(PictureTypes[listIndex].Pattern));
-}
-
-void AddView::Dir1_Change() {
-  if (Data1.SuppressReposition) return;
-  FileToSel->SetPath(Choosers->Path());
 }
 
 void AddView::FileToSel_Click() { ShowNewImage(IsMultiSelect()); }
@@ -158,8 +154,10 @@ int AddView::StoreSelectedFiles() {
 void AddView::newSaveBttn_Click() {
   const controls::BusyPointer busy;
   const int first = StoreSelectedFiles();
-  ResumeNext([&] { Data1.Refresh(); });
-  ResumeNext([&] { Data1.FindFirst(QStringLiteral("PhotoID = %1").arg(first)); });
+  ResumeNext([&] {
+    Data1.Refresh();
+    if (const int position = Data1.PositionOf(first); position >= 0) Data1.SetAbsolutePosition(position);
+  });
   DataPanel->setVisible(false);
   SetFileChoosers(true);
   FileToSel->setFocus();

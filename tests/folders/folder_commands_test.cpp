@@ -56,7 +56,7 @@ class FolderCommandsTest : public FoldersTest {
     for (int i = 2; i <= Tree.Count(); ++i) nodes << Tree.NodeAt(i)->Tag() + '|' + Tree.NodeAt(i)->Text();
     EXPECT_THAT(nodes, testing::UnorderedElementsAreArray(Rows()));
   }
-  FolderCommands Commands{Tree, Navigation, Views, Catalogue.Engine(), Catalogue.Paths()};
+  FolderCommands Commands{Tree, Navigation, Catalogue.Engine(), Catalogue.Paths()};
 };
 
 TEST_F(FolderCommandsTest, StoresTheNameThatWasTyped) {
@@ -70,7 +70,7 @@ TEST_F(FolderCommandsTest, StoresTheNameThatWasTyped) {
     Tree.Select(Tree.NodeAt(3));
     Commands.FolderRen_Click();
     Type(typed);
-    EXPECT_EQ(Views.Take(), "show");
+    EXPECT_EQ(Take(), "show");
     ExpectTree("Photos(! " + stored + " Taken)");
   }
   On("", &FolderCommands::FolderRen_Click);
@@ -78,7 +78,7 @@ TEST_F(FolderCommandsTest, StoresTheNameThatWasTyped) {
   // A new folder's own list is shown, also when its name is given up.
   On("Taken", &FolderCommands::FolderAdd_Click);
   Type("Never", Qt::Key_Escape);
-  EXPECT_EQ(Views.Take(), "show");
+  EXPECT_EQ(Take(), "show");
   ExpectTree("Photos(! " + longest + " Taken(! New Folder))");
 }
 
@@ -89,7 +89,7 @@ TEST_F(FolderCommandsTest, ATakenNameLeadsBackToTheEdit) {
     EXPECT_EQ(test::AnswerBoxes(action, {QMessageBox::Ok}), QStringList("Error|Duplicate Folder Name!"));
     EXPECT_TRUE(IsEditing());
     EXPECT_EQ(Selected(), "Mine");
-    EXPECT_EQ(Views.Take(), "");
+    EXPECT_EQ(Take(), "");
   };
   refuses([this] { Type(UnorganizedName()); });
   refuses([this] { Type("Taken", Qt::Key_Tab); });
@@ -100,7 +100,7 @@ TEST_F(FolderCommandsTest, ATakenNameLeadsBackToTheEdit) {
   Click("Taken");
   ExpectTree("Photos(! Free Taken)");
   EXPECT_EQ(Selected(), "Taken");
-  EXPECT_EQ(Views.Take(), "show show");
+  EXPECT_EQ(Take(), "show show");
 }
 
 TEST_F(FolderCommandsTest, AMoveOntoATakenNameLeadsToTheEdit) {
