@@ -49,6 +49,7 @@ void FolderCommands::Refresh(const Node& node) {
 // --- add, rename, delete ----------------------------------------------------------------------------------
 
 void FolderCommands::FolderAdd_Click() {
+  const bool isFirst = Tree.SelectedItem()->Children() == 0;
   AddUnorganizedNode(Tree);
   AddFolderNode(Tree);
   Node& added = *Tree.SelectedItem();
@@ -58,8 +59,7 @@ void FolderCommands::FolderAdd_Click() {
           FolderWriter(database).AddFolderRecord(GetNodeLevel(added), added.Text(), added.Parent()->Tag()));
     });
   } catch (...) {
-    // Without a key it would pass for the whole catalogue.
-    Tree.Remove(&added);
+    TakeBackNode(Tree, added, isFirst);
     throw;
   }
   AddedNode = &added;
@@ -151,35 +151,37 @@ void FolderCommands::TakeBackCut() {
 
 void FolderCommands::FolderPaste_Click() {
   if (!HasPending()) return;
-  Node* pasted = nullptr;
   const bool isCut = FolderCutNode != nullptr;
-  InOneGroup([&](Database& database) {
-    Node& source = isCut ? *FolderCutNode : *FolderCopyNode;
-    pasted = &PasteNodes(database, source, !isCut);
-    if (isCut) RemoveFolder(database, source);
-  });
+  Node& source = isCut ? *FolderCutNode : *FolderCopyNode;
+  RequireOutside(*Tree.SelectedItem(), source);
+  const bool isFirst = Tree.SelectedItem()->Children() == 0;
+  Node& pasted = PasteNodes(source, !isCut);
+  try {
+    InOneGroup([&](Database& database) {
+      StoreFolders(database, pasted);
+      if (isCut) RemoveFolder(database, source);
+    });
+  } catch (...) {
+    TakeBackNode(Tree, pasted, isFirst);
+    throw;
+  }
   if (isCut) Views.EnableFolderPaste(false);
   FolderCutNode = nullptr;
   FolderCopyNode = nullptr;
-  Tree.Select(pasted);
+  Tree.Select(&pasted);
   // Compared now that the source has gone: a folder cut and pasted in the same place keeps its name.
   QString own;
-  if (isCut && IsDuplicateFolder(*pasted, own)) Tree.StartLabelEdit();
+  if (isCut && IsDuplicateFolder(pasted, own)) Tree.StartLabelEdit();
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-  Refresh(*pasted);
+  Refresh(pasted);
 }
 
-Node& FolderCommands::PasteNodes(Database& database, const Node& source, bool isCopy) {
-  Node& target = *Tree.SelectedItem();
-  RequireOutside(target, source);
+Node& FolderCommands::PasteNodes(const Node& source, bool isCopy) {
   AddUnorganizedNode(Tree);
-  Node& pasted = CopyFolderNodes(Tree, target, source);
+  Node& pasted = *Tree.AddCopy(Tree.SelectedItem(), source);
   QString own;
   if (IsDuplicateFolder(pasted, own) && isCopy)
     pasted.SetText(base::CutText(QStringLiteral("Copy of ") + pasted.Text(), controls::MaxLabelLength));
-  FolderWriter writer(database);
-  pasted.SetTag(writer.AddFolderRecord(GetNodeLevel(pasted), pasted.Text(), target.Tag()));
-  AssignFolderKeys(writer, pasted);
   return pasted;
 }
 

@@ -40,7 +40,7 @@ class FolderCommands : public QObject {
  private:
   template <class Work>
   void InOneGroup(Work&& work);
-  controls::Node& PasteNodes(engine::Database& database, const controls::Node& source, bool isCopy);
+  controls::Node& PasteNodes(const controls::Node& source, bool isCopy);
   void RemoveFolder(engine::Database& database, controls::Node& node);
   void TakeBackCut();
   void Refresh(const controls::Node& node);
