@@ -24,6 +24,20 @@ QIcon FolderIcon() {
 
 }  // namespace
 
+Node::Node(const QString& text, int index) : QTreeWidgetItem(QStringList(text)), TheIndex(index) {
+  setFlags(flags() | Qt::ItemIsEditable);
+}
+
+QVariant Node::data(int column, int role) const {
+  static const QVariant icon = FolderIcon();
+  return role == Qt::DecorationRole ? icon : QTreeWidgetItem::data(column, role);
+}
+
+void Node::Append(Node* child) {
+  child->Row = Children();
+  addChild(child);
+}
+
 // Qt asks for writable items where it only compares them.
 Node* Node::Sibling(int offset) const {
   const Node* parent = Parent();
@@ -82,19 +96,35 @@ TreeView::TreeView(QWidget* parent) : QTreeWidget(parent) {
 // Before the base class hides the tree: an editor that loses the focus then would find it half gone.
 TreeView::~TreeView() { EndLabelEdit(false); }
 
-Node* TreeView::Add(Node* relative, const QString& text) {
-  static const QIcon icon = FolderIcon();
+Node* TreeView::Make(const QString& text) {
   auto* node = new Node(text, Count() + 1);
-  node->setIcon(0, icon);
-  node->setFlags(node->flags() | Qt::ItemIsEditable);
   Nodes.push_back(node);
+  return node;
+}
+
+Node* TreeView::Add(Node* relative, const QString& text) {
+  Node* node = Make(text);
   if (relative == nullptr) {
     addTopLevelItem(node);
   } else {
-    node->Row = relative->Children();
-    relative->addChild(node);
+    relative->Append(node);
   }
   return node;
+}
+
+Node* TreeView::MakeCopy(const Node& source) {
+  Node* copy = Make(source.Text());
+  for (const Node* child = source.Child(); child != nullptr; child = child->Next()) {
+    copy->Append(MakeCopy(*child));
+  }
+  return copy;
+}
+
+// The view hears of the whole subtree at once.
+Node* TreeView::AddCopy(Node* relative, const Node& source) {
+  Node* copy = MakeCopy(source);
+  relative->Append(copy);
+  return copy;
 }
 
 void TreeView::Remove(Node* node) {

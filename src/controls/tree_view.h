@@ -46,7 +46,10 @@ class Node : public QTreeWidgetItem {
 
  private:
   friend class TreeView;
-  Node(const QString& text, int index) : QTreeWidgetItem(QStringList(text)), TheIndex(index) {}
+  Node(const QString& text, int index);
+  // All nodes have the one icon; a value of its own in each would cost as much as all else of a node.
+  QVariant data(int column, int role) const override;
+  void Append(Node* child);
   Node* Sibling(int offset) const;
 
   int TheIndex;
@@ -65,6 +68,9 @@ class TreeView : public QTreeWidget {
 
   /// Adds a last child of `relative`, or the root when it is null.
   Node* Add(Node* relative, const QString& text);
+  /// Adds a copy of a subtree, its texts only, as the last child of `relative`, which stands outside of it. A
+  /// node's copy is made before those of its children.
+  Node* AddCopy(Node* relative, const Node& source);
   /// Removes a node and its subtree and renumbers the others. When the selection goes with it, the parent of
   /// the removed node is selected. An edit that is open is taken back.
   void Remove(Node* node);
@@ -110,6 +116,8 @@ class TreeView : public QTreeWidget {
 
  private:
   QWidget* MakeEditor(QWidget* parent);
+  Node* Make(const QString& text);
+  Node* MakeCopy(const Node& source);
   void Renumber();
   void Forget(Node* node);
 

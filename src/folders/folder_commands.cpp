@@ -170,14 +170,11 @@ void FolderCommands::FolderPaste_Click() {
   RequireOutside(target, source);
   const bool isFirst = target.Children() == 0;
   Node& pasted = CopyNodes(target);
-  const auto takeBack = [&] {
-    Tree.Remove(&pasted);
-    if (isFirst) Tree.Remove(target.Child());
-  };
+  const auto takeBack = [&] { TakeBackNode(Tree, pasted, isFirst); };
   try {
     const bool written = InOneGroup([&](Database& database) {
       if (!RowIsAsShown(database, target) || (isCut && !SubtreeIsAsShown(database, source))) return false;
-      WritePasted(database, pasted);
+      StoreFolders(database, pasted);
       if (isCut) DeleteRows(database, source);
       return true;
     });
@@ -198,17 +195,11 @@ void FolderCommands::FolderPaste_Click() {
 
 Node& FolderCommands::CopyNodes(Node& target) {
   AddUnorganizedNode(Tree);
-  Node& pasted = CopyFolderNodes(Tree, target, *ThePending->Source);
+  Node& pasted = *Tree.AddCopy(&target, *ThePending->Source);
   QString own;
   if (IsDuplicateFolder(pasted, own) && !ThePending->IsCut)
     pasted.SetText(base::CutText(QStringLiteral("Copy of ") + pasted.Text(), controls::MaxLabelLength));
   return pasted;
-}
-
-void FolderCommands::WritePasted(Database& database, Node& pasted) const {
-  FolderWriter writer(database);
-  pasted.SetTag(writer.AddFolderRecord(GetNodeLevel(pasted), pasted.Text(), pasted.Parent()->Tag()));
-  AssignFolderKeys(writer, pasted);
 }
 
 }  // namespace veldrin::folders

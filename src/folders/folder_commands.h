@@ -56,7 +56,6 @@ class FolderCommands : public QObject {
   template <class Work>
   bool InOneGroup(Work&& work);
   controls::Node& CopyNodes(controls::Node& target);
-  void WritePasted(engine::Database& database, controls::Node& pasted) const;
   void DeleteRows(engine::Database& database, const controls::Node& node) const;
   void RemoveNodes(controls::Node& node);
   void SetPending(std::optional<Pending> pending);

@@ -74,12 +74,10 @@ void RequireOutside(const Node& target, const Node& source) {
     throw base::RuntimeError(base::errOutOfStackSpace, QStringLiteral("Out of stack space."));
 }
 
-Node& CopyFolderNodes(TreeView& tree, Node& target, const Node& source) {
-  Node& copy = *tree.Add(&target, source.Text());
-  for (const Node* child = source.Child(); child != nullptr; child = child->Next()) {
-    CopyFolderNodes(tree, copy, *child);
-  }
-  return copy;
+void TakeBackNode(TreeView& tree, Node& added, bool isFirst) {
+  Node& parent = *added.Parent();
+  tree.Remove(&added);
+  while (isFirst && parent.Children() > 0) tree.Remove(parent.Child());
 }
 
 }  // namespace veldrin::folders

@@ -36,8 +36,8 @@ void TellFolderChanged(QWidget* window);
 /// Raises 28 when `target` stands in the subtree of `source`: the copy would go on copying itself.
 void RequireOutside(const controls::Node& target, const controls::Node& source);
 
-/// Copies a subtree, its names only, as the last child of `target`, and returns the copy.
-controls::Node& CopyFolderNodes(controls::TreeView& tree, controls::Node& target,
-                                const controls::Node& source);
+/// Removes a node whose rows can't be stored, and when it was the first below its parent, the "!UNORGANIZED"
+/// that came with it: a node without a key would pass for the whole catalogue.
+void TakeBackNode(controls::TreeView& tree, controls::Node& added, bool isFirst);
 
 }  // namespace veldrin::folders

@@ -1,6 +1,7 @@
 #include "folders/folder_rows.h"
 
 #include <QHash>
+#include <vector>
 
 #include "catalogue/schema.h"
 #include "folders/folder_keys.h"
@@ -25,15 +26,29 @@ void CollectNames(const Node& node, QHash<QString, QString>& names) {
 }  // namespace
 
 void AssignFolderKeys(FolderWriter& writer, Node& node) {
+  std::vector<Node*> folders;
+  QStringList names;
   for (Node* child = node.Child(); child != nullptr; child = child->Next()) {
     if (IsUnorganized(*child)) {
       // Its row comes with the first folder beside it.
       child->SetTag(UnorganizedKey(node.Tag()));
       continue;
     }
-    child->SetTag(writer.AddFolderRecord(GetNodeLevel(*child), child->Text(), node.Tag()));
-    AssignFolderKeys(writer, *child);
+    folders.push_back(child);
+    names << child->Text();
   }
+  if (folders.empty()) return;
+  const QStringList keys = writer.AddFolderRecords(GetNodeLevel(node) + 1, names, node.Tag());
+  for (size_t i = 0; i < folders.size(); ++i) {
+    folders[i]->SetTag(keys[static_cast<qsizetype>(i)]);
+    AssignFolderKeys(writer, *folders[i]);
+  }
+}
+
+void StoreFolders(Database& database, Node& node) {
+  FolderWriter writer(database);
+  node.SetTag(writer.AddFolderRecord(GetNodeLevel(node), node.Text(), node.Parent()->Tag()));
+  AssignFolderKeys(writer, node);
 }
 
 void MoveLinksToParent(Database& database, const Node& node) {

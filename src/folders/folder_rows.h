@@ -12,6 +12,9 @@ namespace veldrin::folders {
 /// below the tenth level.
 void AssignFolderKeys(FolderWriter& writer, controls::Node& node);
 
+/// The same for a node and all below it. Its parent has its key.
+void StoreFolders(engine::Database& database, controls::Node& node);
+
 /// Files the photos of a subtree at the parent of its top: each that has no link below the parent yet, or for
 /// a top-level folder, none among the photos without a folder. Raises the errors of the engine.
 void MoveLinksToParent(engine::Database& database, const controls::Node& node);
