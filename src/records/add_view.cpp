@@ -17,6 +17,8 @@
 #include "controls/file_list.h"
 #include "controls/tree_view.h"
 #include "folders/folder_keys.h"
+#include "folders/folder_nodes.h"
+#include "folders/folder_rows.h"
 #include "records/control_drag.h"
 #include "records/new_image_box.h"
 #include "records/photo_storing.h"
@@ -150,8 +152,15 @@ int AddView::StoreSelectedFiles() {
   return StorePhotos(ThePaths, Engine, batch);
 }
 
-// The texts stay for the next batch.
+// The texts stay for the next batch. Photos for a folder that another machine has deleted would be filed
+// nowhere.
 void AddView::newSaveBttn_Click() {
+  const controls::Node* folder = Tree.SelectedItem();
+  bool isThere = true;
+  if (folder != nullptr) {
+    ResumeNext([&] { isThere = folders::RowIsAsShown(*Engine.OpenDatabase(ThePaths.WorkFile), *folder); });
+  }
+  if (!isThere) return folders::TellFolderChanged(this);
   const controls::BusyPointer busy;
   const int first = StoreSelectedFiles();
   ResumeNext([&] {

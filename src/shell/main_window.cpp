@@ -333,7 +333,7 @@ void frmMain::showEvent(QShowEvent* event) {
 // --- dialogs and help -------------------------------------------------------------------------------------
 
 void frmMain::HoldShow(const std::function<void()>& dialog) {
-  const auto onShow = [this] { return SSTab1->currentWidget() == TheImagePlay; };
+  const auto onShow = [this] { return CurrentView == ImagePlayCode; };
   if (!onShow()) return dialog();
   const int playState = TheImagePlay->TheShow().Suspend();
   dialog();
