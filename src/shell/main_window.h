@@ -54,6 +54,7 @@ class frmMain : public QMainWindow,
   /// Presses a button of the toolbar by its number; the menus press the same ones. Passes over errors.
   void tbarToolBar_ButtonClick(int number);
   int CurrentView() const { return TheCurrentView; }
+  const catalogue::RecordList& List() const { return Data1; }
 
  protected:
   void resizeEvent(QResizeEvent* event) override;
