@@ -86,9 +86,11 @@ void TypeName(Walk& walk, int a, int b) {
   QTest::keyClicks(editor, typed);
   if (open) return;
   JourneyModel renamed = walk.Model;
-  if (kept && !renamed.Rename(typed)) walk.AnswerBox("Duplicate Folder Name!", QMessageBox::Ok);
+  const bool there = renamed.Folders.contains(walk.Before.Folder);
+  if (kept && (!walk.Foreign.empty() || (there && !renamed.Rename(typed))))
+    walk.AnswerBox("Duplicate Folder Name!", QMessageBox::Ok, walk.Foreign.empty());
   walk.ExpectAt({walk.Before.Folder}, [&](JourneyModel& model) {
-    if (kept) model.Rename(typed);
+    if (kept && model.Rename(typed)) model.ClearQuery();
   });
   QTest::keyClick(editor, kept ? Qt::Key_Return : Qt::Key_Escape);
 }

@@ -46,18 +46,24 @@ void Walk::CheckStored() {
   const auto met = std::find_if(Outcomes.begin(), Outcomes.end(),
                                 [&](const JourneyModel& outcome) { return outcome.AsStored() == stored; });
   if (met != Outcomes.end()) {
+    // A key that had gone is given again here.
+    std::erase_if(Foreign, [&](const auto& foreign) {
+      return !Model.Folders.contains(foreign.first) && met->Folders.contains(foreign.first);
+    });
     JourneyModel chosen = std::move(*met);
     Model = std::move(chosen);
   } else if (Stored expected = Outcomes.front().AsStored();
-             MayAdopt && stored.Rows == expected.Rows && stored.Images == expected.Images) {
+             MayAdopt && stored.Rows == expected.Rows && stored.Images == expected.Images &&
+             LeavesForeignAlone(stored)) {
     Model.Adopt(stored);
+    Other->Write(Model);  // What two machines left of the "!UNORGANIZED" isn't the walk's affair.
   } else {
     Fail("stored", stored.DifferenceTo(expected));
   }
 }
 
 void Walk::CheckList() {
-  if (After.Folder != Before.Folder || (Before.Naming && !After.Naming)) Model.ClearQuery();
+  if (After.Folder != Before.Folder) Model.ClearQuery();
   Model.Selected = After.Folder;
   if (Refreshes > 0) {
     ListIsOld = false;
@@ -90,7 +96,7 @@ void Walk::CheckTree() {
   for (const controls::Node* above = node->Parent(); above != nullptr; above = above->Parent())
     Require(above->isExpanded(), "tree",
             QStringLiteral("the selected folder %1 is out of sight").arg(node->Text()));
-  if (!Foreign.empty()) return;
+  if (TreeIsOld) return;
   std::map<QString, QString> nodes;
   for (int i = 2; i <= tree.Count(); ++i) nodes[tree.NodeAt(i)->Tag()] = tree.NodeAt(i)->Text();
   const std::map<QString, QString> folders = Model.AsStored().Folders;

@@ -113,6 +113,12 @@ void JourneyModel::RemoveFolderElsewhere(const QString& folder) {
   Links = there.Links;
 }
 
+void JourneyModel::ReplaceFolder(const QString& folder, const QString& name) {
+  RemoveFolderElsewhere(folder);
+  Folders[folder] = name;
+  Replaced.insert(folder);
+}
+
 void JourneyModel::Adopt(const Stored& stored) {
   Folders = {{QString(), QStringLiteral("Photos")}};
   for (const auto& [key, name] : stored.Folders)

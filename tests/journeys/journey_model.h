@@ -50,9 +50,15 @@ class JourneyModel : public CatalogueModel {
   void RemoveFolder(const QString& folder) { CatalogueModel::Delete(folder); }
   /// The same by another machine: here it stays selected, and what waits for a paste goes on waiting.
   void RemoveFolderElsewhere(const QString& folder);
+  /// Puts another folder in the place of one.
+  void ReplaceFolder(const QString& folder, const QString& name);
+  bool IsReplaced(const QString& folder) const { return Replaced.contains(folder); }
   /// Takes folders and places as they are.
   void Adopt(const Stored& stored);
   Stored AsStored() const;
+
+ private:
+  std::set<QString> Replaced;
 };
 
 /// The files of a catalogue, looked at and changed as another machine does it.

@@ -98,7 +98,8 @@ std::optional<Fall> WalkThrough(const Steps& steps) {
 Steps Shrink(Steps steps, Fall& fall) {
   steps.resize(fall.Step + 1);
   int attempts = 0;
-  for (size_t piece = std::max<size_t>(1, steps.size() / 2); piece > 0; piece /= 2) {
+  for (size_t piece = std::max<size_t>(1, steps.size() / 2), before = 0; piece > 0;) {
+    before = steps.size();
     for (size_t at = 0; at < steps.size() && attempts < MostAttempts; ++attempts) {
       Steps fewer = steps;
       fewer.erase(fewer.begin() + at, fewer.begin() + std::min(at + piece, fewer.size()));
@@ -111,6 +112,7 @@ Steps Shrink(Steps steps, Fall& fall) {
         at += piece;
       }
     }
+    if (piece > 1 || before == steps.size()) piece /= 2;
   }
   return steps;
 }

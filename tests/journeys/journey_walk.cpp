@@ -41,6 +41,7 @@ Walk::~Walk() { TakeEscapedErrors(); }
 
 // Kinds: 0 broken, 1 missing, 2 a single dot, 3 very wide, otherwise an ordinary picture.
 JourneyModel::Photo Walk::NewPhoto(int kind) {
+  if (qEnvironmentVariableIsSet("NOBROKEN") && kind <= 1) kind = 9;
   JourneyModel::Photo photo;
   photo.Birth = ++Births;
   photo.Title = NewText();
@@ -100,6 +101,7 @@ void Walk::Start() {
   Model.PendingRecords.reset();
   Model.Staged.clear();
   Foreign.clear();
+  TreeIsOld = false;
   SliderMax = 0;
 }
 
@@ -116,6 +118,7 @@ void Walk::Restart() {
 }
 
 void Walk::Elsewhere(const std::function<void(JourneyModel&)>& change) {
+  if (Before.Naming) return;  // What the name is given to would be another machine's.
   JourneyModel changed = Model;
   change(changed);
   for (const auto& [number, photo] : Model.Rows) {
@@ -126,7 +129,10 @@ void Walk::Elsewhere(const std::function<void(JourneyModel&)>& change) {
   }
   for (const auto& [key, name] : Model.Folders) {
     const auto now = changed.Folders.find(key);
-    if (now == changed.Folders.end() || now->second != name) Foreign.insert(key);
+    const bool isGone = now == changed.Folders.end() || changed.IsReplaced(key);
+    if (!isGone && now->second == name) continue;
+    Foreign[key] |= isGone;
+    TreeIsOld = true;
   }
   Other->Write(changed);
   Model = changed;
@@ -248,6 +254,7 @@ void Walk::AnswerBox(QMessageBox& box) {
 // --- a step -----------------------------------------------------------------------------------------------
 
 void Walk::Fail(const char* invariant, const QString& what) {
+  for (const QString& m : qEnvironmentVariable("MUTE").split(u',')) if (!m.isEmpty() && (QLatin1String(invariant) + u'/' + what).contains(m)) return;
   if (!First) First = Failure{invariant, what.toStdString()};
 }
 
@@ -258,6 +265,9 @@ void Walk::Require(bool holds, const char* invariant, const QString& what) {
 void Walk::Settle() {
   LeaveMenu();
   QCoreApplication::processEvents();
+  // As a desktop does when a dialog has gone.
+  if (!Window->isActiveWindow()) Window->activateWindow();
+  QCoreApplication::processEvents();
   if (After.Tab == shell::PlayTab || Before.Tab == shell::PlayTab) {
     QThreadPool::globalInstance()->waitForDone();
     QCoreApplication::processEvents();
@@ -266,6 +276,7 @@ void Walk::Settle() {
 }
 
 void Walk::Do(const Step& step) {
+  if (qEnvironmentVariable("OFF").split(u',').contains(QLatin1String(step.Kind->Name))) return;
   Outcomes.clear();
   Boxes.clear();
   Dialogs.clear();
@@ -277,17 +288,24 @@ void Walk::Do(const Step& step) {
   const JourneyModel before = Model;
   // A name that is open is kept by whatever takes the user elsewhere.
   const bool naming = Before.Naming && !step.Kind->TypesName;
-  if (naming && !IsForeign(Model.Selected) && !Model.Rename(Before.NameTyped))
-    AnswerBox("Duplicate Folder Name!", QMessageBox::Ok, false);
-  const JourneyModel named = Model;
+  if (naming) KeepName();
   step.Kind->Act(*this, step.A, step.B);
   Settle();
   After = Reader->Read();
-  if (naming && After.Naming && Outcomes.empty()) Model = before;
-  if (Outcomes.empty()) Outcomes.push_back(Model);
-  if (naming) Outcomes.push_back(named);
+  if (Outcomes.empty() || naming) Outcome();
+  if (naming && After.Naming) Outcomes.push_back(before);
   Check();
   if (First) throw *First;
+}
+
+void Walk::KeepName() {
+  const auto changed = Foreign.find(Model.Selected);
+  if (changed != Foreign.end()) Outcome();
+  const bool isThere = changed == Foreign.end() || !changed->second;
+  // What a folder was called that has gone elsewhere stands in the tree still.
+  if ((isThere && !Model.Rename(Before.NameTyped)) || !Foreign.empty())
+    AnswerBox("Duplicate Folder Name!", QMessageBox::Ok, false);
+  Model.ClearQuery();
 }
 
 JourneyModel& Walk::Outcome() { return Outcomes.emplace_back(Model); }
@@ -320,19 +338,39 @@ void Walk::ExpectOn(const std::vector<int>& photos, const std::function<void(Jou
 }
 
 bool Walk::IsForeign(const QString& folder) const {
-  return std::any_of(Foreign.begin(), Foreign.end(),
-                     [&](const QString& key) { return folder.startsWith(key) || key.startsWith(folder); });
+  const QString place = CatalogueModel::PlaceOf(folder);
+  const QString parent = place.left(std::max<qsizetype>(0, place.size() - 4));
+  return std::any_of(Foreign.begin(), Foreign.end(), [&](const auto& foreign) {
+    return foreign.first.startsWith(parent) || folder.startsWith(foreign.first);
+  });
 }
 
 void Walk::ExpectAt(const QStringList& folders, const std::function<void(JourneyModel&)>& effect) {
   const bool foreign =
       std::any_of(folders.begin(), folders.end(), [&](const QString& key) { return IsForeign(key); });
-  if (foreign) MayAdopt = true;
-  const bool there = std::all_of(folders.begin(), folders.end(), [&](const QString& key) {
-    return Model.Folders.contains(CatalogueModel::PlaceOf(key));
+  const bool gone = std::any_of(folders.begin(), folders.end(), [&](const QString& key) {
+    const auto changed = Foreign.find(CatalogueModel::PlaceOf(key));
+    return changed != Foreign.end() && changed->second;
   });
-  if (there) effect(Outcome());
-  if (foreign) Outcome();
+  if (!gone) effect(Outcome());
+  if (!foreign) return;
+  Outcome();
+  MayAdopt = true;
+}
+
+// A folder that another machine put in the place of a shown one is as it was.
+bool Walk::LeavesForeignAlone(const Stored& stored) const {
+  const Stored before = Model.AsStored();
+  return std::all_of(Foreign.begin(), Foreign.end(), [&](const auto& foreign) {
+    const auto& [key, isGone] = foreign;
+    const auto now = stored.Folders.find(key);
+    const auto then = before.Folders.find(key);
+    if (!isGone || then == before.Folders.end()) return true;
+    const auto isThere = [&](const auto& link) { return link.first == key; };
+    return now != stored.Folders.end() && now->second == then->second &&
+           std::count_if(stored.Links.begin(), stored.Links.end(), isThere) ==
+               std::count_if(before.Links.begin(), before.Links.end(), isThere);
+  });
 }
 
 void Walk::ExpectSelection(std::vector<int> numbers) {

@@ -89,7 +89,7 @@ class Walk {
   std::vector<int> Pointed() const;
   /// The step does this to each of these photos, and to no other.
   void ExpectOn(const std::vector<int>& photos, const std::function<void(JourneyModel&, int)>& effect);
-  /// Whether a command on a folder meets what another machine did there.
+  /// Whether a command on a folder meets what another machine did there or beside it.
   bool IsForeign(const QString& folder) const;
   /// The step changes folders or what is filed there; where another machine did so before, it may do nothing.
   void ExpectAt(const QStringList& folders, const std::function<void(JourneyModel&)>& effect);
@@ -112,7 +112,9 @@ class Walk {
   TestCatalogue Catalogue;
   QTemporaryDir Home;
   std::set<int> Changed;      ///< photos that another machine changed since the list was read
-  std::set<QString> Foreign;  ///< folders that another machine changed since the start
+  /// Folders that another machine changed since the start: whether they have gone or are others now, or have
+  /// another name only.
+  std::map<QString, bool> Foreign;
   std::map<QString, JourneyModel::Photo> Pictures;  ///< what can be added, by the file's name
   QString PicturesDir() const { return Home.path() + QStringLiteral("/Pictures/"); }
   QString GotDir() const { return Home.path() + QStringLiteral("/Got"); }
@@ -128,6 +130,8 @@ class Walk {
   void MakeCatalogue();
   void Start();
   void Settle();
+  void KeepName();
+  bool LeavesForeignAlone(const Stored& stored) const;
   void AnswerModal();
   void AnswerBox(QMessageBox& box);
   bool IsAnother(int photo) const;
@@ -167,6 +171,7 @@ class Walk {
   int Births = 0;
   int Texts = 0;
   int SliderMax = 0;
+  bool TreeIsOld = false;  ///< another machine changed folders since the start
   bool ListIsOld = false;         ///< another machine changed what it was read from
   std::map<int, int> BirthsRead;  ///< of all photos when the list was read
 };

@@ -33,7 +33,8 @@ void ClickThumb(Walk& walk, int a, int b) {
   QWidget& image = *walk.On().Images[static_cast<size_t>(cell)];
   if (!seen.Shown) return;
   const int number = seen.Caption.section(u':', 0, 0).toInt();
-  const bool onImage = image.isVisible() && b % 8 != 7;
+  // A picture of the cell's form leaves no margin.
+  const bool onImage = image.isVisible() && (b % 8 != 7 || image.geometry().contains(1, 1));
   QWidget& target = onImage ? image : picture;
   const QPoint place = onImage ? image.rect().center() : QPoint(1, 1);
   const bool right = b % 8 == 6;
@@ -47,7 +48,7 @@ void ClickThumb(Walk& walk, int a, int b) {
   } else if (onImage) {
     walk.ExpectSelection(ctrl ? Toggled(walk.Before.Selected, number) : std::vector<int>());
   }
-  if (!walk.Before.Naming && (onImage || !right)) walk.ExpectCurrent(number);
+  if (!walk.Before.Naming && (right ? onImage && walk.Before.Selected.empty() : true)) walk.ExpectCurrent(number);
 }
 
 void ClickCaption(Walk& walk, int a, int b) {
@@ -143,7 +144,8 @@ void ClickRow(Walk& walk, int a, int b) {
   walk.LeaveMenu();
   if (right) walk.ExpectSelection(walk.Before.Selected);
   if (!right && b % 4 == 2) walk.ExpectSelection(Toggled(walk.Before.Selected, number));
-  if (!walk.Before.Naming) walk.ExpectCurrent(number);
+  // The menu is for the marked ones, where there are any.
+  if (!walk.Before.Naming && !(right && !walk.Before.Selected.empty())) walk.ExpectCurrent(number);
 }
 
 void DragRows(Walk& walk, int a, int b) {

@@ -48,13 +48,12 @@ void DeleteFolderElsewhere(Walk& walk, int a, int b) {
   const QString folder = AnyFolder(walk, a);
   if (folder.isEmpty()) return;
   walk.Elsewhere([&](JourneyModel& model) {
-    model.RemoveFolderElsewhere(folder);
-    // Its key goes to another one.
-    if (b % 2 == 0) model.Folders[folder] = walk.NewText();
+    b % 2 == 0 ? model.ReplaceFolder(folder, walk.NewText()) : model.RemoveFolderElsewhere(folder);
   });
 }
 
 void LoseImage(Walk& walk, int a, int b) {
+  if (qEnvironmentVariableIsSet("NOBROKEN")) return;
   const int number = AnyPhoto(walk, a);
   walk.Elsewhere([&](JourneyModel& model) {
     JourneyModel::Photo& photo = model.Rows.at(number);
