@@ -5,6 +5,7 @@
 #include "benches/sqlite_file.h"
 #include "folders/folder_keys.h"
 #include "folders/folder_nodes.h"
+#include "folders/folder_tree.h"
 #include "records/record_clipboard.h"
 
 namespace veldrin::benches {
@@ -14,34 +15,18 @@ namespace {
 constexpr CatalogueSize Catalogue{100'000, 500};
 constexpr int RecordCount = 10'000;
 
-class NoViews : public records::ClipboardViews, public catalogue::RecordViews {
- public:
-  void SetSelectionGrey(bool) override {}
-  void EnableRecordPaste(bool) override {}
-  void ShowRecordUndoCut(bool) override {}
-  void ShowFolderRecords() override {}
-  void SetRecordMenus() override {}
-  bool PreviewIsOn() const override { return false; }
-  void SetPreview(bool) override {}
-  void SetSliderMax(int) override {}
-  void InitThumbScroll() override {}
-};
-
 class ClipboardBench {
  public:
   explicit ClipboardBench(const QString& program)
       : Opened(program),
         Data1(Opened.Engine()),
         Source(
-            Data1, [this] { return folders::SelectedFolderKey(Tree); }, Opened.Engine(), Opened.Paths(),
-            Views),
-        Clipboard(Data1, Tree, Source, Opened.Engine(), Opened.Paths(), Views) {
+            Data1, [this] { return folders::SelectedFolderKey(Tree); }, Opened.Engine(), Opened.Paths()),
+        Clipboard(Data1, Tree, Source, Opened.Engine(), Opened.Paths()) {
     Data1.DatabaseName = Opened.Paths().WorkFile;
-    controls::Node* root = Tree.Add(nullptr, QStringLiteral("Photos"));
-    From = Tree.Add(root, QStringLiteral("from"));
-    From->SetTag(QLatin1String(TopFolderKey));
-    To = Tree.Add(root, QStringLiteral("to"));
-    To->SetTag(QLatin1String("0002"));
+    folders::LoadFolderTree(Tree, Opened.Engine(), Opened.Paths().WorkFile);
+    From = Find(QLatin1String(TopFolderKey));
+    To = Find(QLatin1String("0002"));
   }
 
   double Stage() {
@@ -62,6 +47,11 @@ class ClipboardBench {
   }
 
  private:
+  controls::Node* Find(const QString& key) {
+    for (int i = 1; i <= Tree.Count(); ++i)
+      if (Tree.NodeAt(i)->Tag() == key) return Tree.NodeAt(i);
+    throw std::runtime_error("no such folder");
+  }
   void Select(controls::Node* node) {
     Tree.Select(node);
     Source.SetRecordSource();
@@ -70,7 +60,6 @@ class ClipboardBench {
   OpenedCatalogue Opened;
   controls::TreeView Tree;
   catalogue::RecordList Data1;
-  NoViews Views;
   catalogue::RecordSource Source;
   records::RecordClipboard Clipboard;
   controls::Node* From;

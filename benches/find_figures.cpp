@@ -19,15 +19,14 @@ constexpr auto TitlePart = "number 777";
 constexpr auto LateTitle = "number 999990";
 
 // The list as a query makes it, and beside it SQLite with its own LIKE on a connection that is open and warm.
-class QueryBench : public catalogue::RecordViews {
+class QueryBench {
  public:
   QueryBench(const QString& program, const QString& folderKey)
       : Opened(program),
         File(Opened.Paths().DatabaseFile),
         Data1(Opened.Engine()),
         Source(
-            Data1, [this] { return folders::SelectedFolderKey(Tree); }, Opened.Engine(), Opened.Paths(),
-            *this),
+            Data1, [this] { return folders::SelectedFolderKey(Tree); }, Opened.Engine(), Opened.Paths()),
         FolderKey(folderKey.toStdString()) {
     Data1.DatabaseName = Opened.Paths().WorkFile;
     controls::Node* node = Tree.Add(nullptr, QStringLiteral("Photos"));
@@ -86,11 +85,6 @@ class QueryBench : public catalogue::RecordViews {
   }
 
  private:
-  bool PreviewIsOn() const override { return false; }
-  void SetPreview(bool) override {}
-  void SetSliderMax(int) override {}
-  void InitThumbScroll() override {}
-
   // Both must find the same.
   void RequireMatches(int count) {
     if (Matches == 0) Matches = count;

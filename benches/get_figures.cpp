@@ -17,18 +17,13 @@ namespace {
 
 constexpr int GetCount = 1000;
 
-class NoForm : public output::OutputViews {
- public:
-  bool FormViewIsShown() const override { return false; }
-};
-
 class GetBench {
  public:
   GetBench(const QString& program, QString target)
       : Target(std::move(target)),
         Opened(program),
         Data1(Opened.Engine()),
-        Getter(Data1, Opened.Paths(), Views, Window) {
+        Getter([this] { return Data1.Chosen(true); }, Opened.Engine(), Opened.Paths(), Window) {
     Data1.DatabaseName = Opened.Paths().WorkFile;
     Data1.RecordSource = QStringLiteral("SELECT tblPhotos.* FROM tblPhotos");
     Data1.Refresh();
@@ -56,7 +51,6 @@ class GetBench {
   QString Target;
   OpenedCatalogue Opened;
   catalogue::RecordList Data1;
-  NoForm Views;
   QWidget Window;
   output::PhotoGetter Getter;
 };

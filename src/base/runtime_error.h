@@ -34,6 +34,7 @@ enum ErrorNumber : int {
   errSyntax = 3075,
   errNoSuchTable = 3078,
   errRecordDeleted = 3167,
+  errDataChanged = 3197,
   errFieldTooSmall = 3163,
   errLocked = 3260,
   errItemNotFound = 3265,

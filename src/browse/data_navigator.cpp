@@ -4,7 +4,6 @@
 #include <QToolButton>
 #include <algorithm>
 
-#include "base/failure.h"
 #include "controls/navigator.h"
 
 namespace veldrin::browse {
@@ -28,11 +27,6 @@ DataNavigator::DataNavigator(catalogue::RecordList& data1, QWidget* parent) : QW
     button->setAutoRaise(true);
     button->setAutoRepeat(true);
   }
-}
-
-// Past either end of the list there is nowhere to go.
-void DataNavigator::MoveTo(int position) {
-  base::ResumeNext([&] { Data1.SetAbsolutePosition(position); });
 }
 
 void DataNavigator::SetCaption(const QString& caption) {

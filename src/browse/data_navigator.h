@@ -27,7 +27,8 @@ class DataNavigator : public QWidget {
   void Previous_Click() { MoveTo(Data1.AbsolutePosition() - 1); }
   void Next_Click() { MoveTo(Data1.AbsolutePosition() + 1); }
   void Last_Click() { MoveTo(Data1.RecordCount() - 1); }
-  void MoveTo(int position);
+  // Past either end of the list there is nowhere to go.
+  void MoveTo(int position) { Data1.MoveNear(position); }
   QRect CaptionRect() const;
 
   catalogue::RecordList& Data1;

@@ -1,6 +1,7 @@
 #include "browse/data_view.h"
 
 #include <QFrame>
+#include <QShowEvent>
 
 #include "base/failure.h"
 #include "catalogue/image_store.h"
@@ -26,6 +27,7 @@ DataView::DataView(catalogue::RecordList& data1, const catalogue::Paths& paths, 
   MakePreview();
   MakeButtons();
   MakeQueryNote();
+  connect(&Data1, &catalogue::RecordList::Reposition, this, &DataView::Data1_Reposition);
 }
 
 void DataView::MakePreview() {
@@ -119,8 +121,13 @@ void DataView::SetContentHeight(int pixels) { Grid->resize(Grid->width(), pixels
 
 // --- the counter and the preview --------------------------------------------------------------------------
 
+void DataView::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (!event->spontaneous()) Data1_Reposition();
+}
+
 void DataView::Data1_Reposition() {
-  if (Data1.SuppressReposition) return;
+  if (!isVisible()) return;
   if (Data1.RecordCount() < 1) {
     Navigator->SetCaption(QStringLiteral("   No Record"));
   } else {

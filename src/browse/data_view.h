@@ -29,8 +29,7 @@ class DataView : public QWidget {
   QPushButton& Button(const char* name) const;
   void SetContentHeight(int pixels);
 
-  /// After a move of the list: the counter and the preview follow. Who knows that the first tab isn't shown
-  /// does not call it.
+  /// After a move of the list: the counter and the preview follow, while the tab is shown.
   void Data1_Reposition();
   /// Tells below the buttons that a query holds and how to end it; nothing without lines.
   void SetQueryNote(const QStringList& lines);
@@ -39,6 +38,9 @@ class DataView : public QWidget {
 
  Q_SIGNALS:
   void ImgPreview_DblClick();
+
+ protected:
+  void showEvent(QShowEvent* event) override;
 
  private:
   void MakePreview();

@@ -6,64 +6,63 @@ namespace veldrin::browse {
 
 namespace {
 
-// How far a page can move on, up to `most`, until the last record stands in its last cell. A page that is
-// short already never meets that test and answers `most`.
-int StepsForward(int cell, int position, int count, int most) {
-  for (int i = 1; i <= most; ++i) {
-    if (CellCount - 1 - cell + position + i == count) return i - 1;
-  }
-  return most;
+// How far the page can move on, up to `most`: until the last record stands in its last cell.
+int StepsForward(PagePlace place, int count, int most) {
+  return std::clamp(count - CellCount - place.Start, 0, most);
 }
 
-int StepsBack(int cell, int position, int most) { return std::clamp(position - cell, 0, most); }
+int StepsBack(PagePlace place, int most) { return std::min(place.Start, most); }
+
+PagePlace Scrolled(PagePlace place, int steps) { return {place.Start + steps, place.Cell}; }
+
+// A cell that shows no record can't be gone to.
+PagePlace ToCell(PagePlace place, int cell, int count) {
+  return place.Start + cell < count ? PagePlace{place.Start, cell} : place;
+}
 
 }  // namespace
 
-PageMove MoveRight(int cell, int position, int count) {
-  if (cell + 1 < CellCount) return {{}, cell + 1};
-  if (position + 1 >= count - 1) return {{}, cell};
-  return {PageMove::Scroll{position + 1, position + 1 - cell}, cell};
+PagePlace MoveRight(PagePlace place, int count) {
+  if (place.Cell + 1 < CellCount) return ToCell(place, place.Cell + 1, count);
+  return place.Position() + 1 < count - 1 ? Scrolled(place, 1) : place;
 }
 
-PageMove MoveLeft(int cell, int position) {
-  if (cell > 0) return {{}, cell - 1};
-  if (position < 1) return {{}, cell};
-  return {PageMove::Scroll{position - 1, position - 1}, cell};
+PagePlace MoveLeft(PagePlace place) {
+  if (place.Cell > 0) return {place.Start, place.Cell - 1};
+  return Scrolled(place, -StepsBack(place, 1));
 }
 
-PageMove MoveDown(int cell, int position, int count) {
-  if (cell + CellsPerRow < CellCount) return {{}, cell + CellsPerRow};
-  const int steps = StepsForward(cell, position, count, CellsPerRow);
-  if (steps == 0 || position + steps >= count) return {{}, cell};
-  return {PageMove::Scroll{position + steps, position + steps - cell}, cell};
+PagePlace MoveDown(PagePlace place, int count) {
+  if (place.Cell + CellsPerRow < CellCount) return ToCell(place, place.Cell + CellsPerRow, count);
+  return Scrolled(place, StepsForward(place, count, CellsPerRow));
 }
 
-PageMove MoveUp(int cell, int position) {
-  if (cell >= CellsPerRow) return {{}, cell - CellsPerRow};
-  const int steps = StepsBack(cell, position, CellsPerRow);
-  if (steps == 0) return {{}, cell};
-  return {PageMove::Scroll{position - steps, position - steps - cell}, cell};
+PagePlace MoveUp(PagePlace place) {
+  if (place.Cell >= CellsPerRow) return {place.Start, place.Cell - CellsPerRow};
+  return Scrolled(place, -StepsBack(place, CellsPerRow));
 }
 
-PageMove MovePageDown(int cell, int position, int count) {
-  const int steps = StepsForward(cell, position, count, CellCount);
-  if (steps == 0 || position + steps >= count) return {};
-  return {PageMove::Scroll{position + steps - cell, position + steps - cell}, 0};
+PagePlace MovePageDown(PagePlace place, int count) {
+  return {place.Start + StepsForward(place, count, CellCount), 0};
 }
 
-PageMove MovePageUp(int cell, int position) {
-  const int steps = StepsBack(cell, position, CellCount);
-  if (steps == 0) return {};
-  return {PageMove::Scroll{position - cell - steps, position - cell - steps}, 0};
+PagePlace MovePageUp(PagePlace place) { return {place.Start - StepsBack(place, CellCount), 0}; }
+
+PagePlace TurnRows(PagePlace place, int rows, int count) {
+  const int most = rows * CellsPerRow;
+  return Scrolled(place, rows > 0 ? StepsForward(place, count, most) : -StepsBack(place, -most));
 }
 
-int LastCell(int count) { return std::min(count, CellCount) - 1; }
+PagePlace LastPlace(int count) {
+  const int cell = std::min(count, CellCount) - 1;
+  return {count - 1 - cell, cell};
+}
 
 int ScrollMax(int count) { return std::min(count / CellsPerRow, MaxScroll); }
 
-std::optional<int> ScrollPosition(int value) {
+std::optional<int> ScrollPosition(int value, int count) {
   const int position = value * CellsPerRow;
-  return position > MaxScroll ? std::nullopt : std::optional(position);
+  return position > MaxScroll || position >= count ? std::nullopt : std::optional(position);
 }
 
 }  // namespace veldrin::browse

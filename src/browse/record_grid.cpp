@@ -90,12 +90,7 @@ RecordGrid::RecordGrid(catalogue::RecordList& data1, QWidget* parent)
   SetLook();
   connect(selectionModel(), &QItemSelectionModel::currentRowChanged, this,
           [this](const QModelIndex& index) { CurrentRowChanged(index.row()); });
-  // Many moves of one event make one move of the grid.
-  Follow.setSingleShot(true);
-  connect(&Data1, &catalogue::RecordList::Reposition, &Follow, [this] {
-    if (!Follow.isActive()) Follow.start();
-  });
-  connect(&Follow, &QTimer::timeout, this, &RecordGrid::FollowRecord);
+  connect(&Data1, &catalogue::RecordList::Reposition, this, &RecordGrid::Follow);
   connect(&Data1.SelBookmarks, &catalogue::SelBookmarkList::Changed, viewport(),
           qOverload<>(&QWidget::update));
 }
@@ -127,18 +122,28 @@ void RecordGrid::SetGridSelColor(QColor color) {
 
 // --- the current record -----------------------------------------------------------------------------------
 
-void RecordGrid::FollowRecord() {
+void RecordGrid::showEvent(QShowEvent* event) {
+  QTableView::showEvent(event);
+  // While it was covered rows may have changed.
+  Model.Forget();
+  Follow();
+}
+
+void RecordGrid::Follow() {
   const int position = Data1.AbsolutePosition();
-  if (position >= 0 && currentIndex().row() != position) MoveToRow(position);
+  if (!isVisible() || position < 0) return;
+  if (currentIndex().row() != position) MoveToRow(position);
+  scrollTo(currentIndex());
 }
 
 void RecordGrid::MoveToRow(int row) {
   setCurrentIndex(Model.index(row, std::max(0, currentIndex().column())));
 }
 
+// The base class moves its current row by itself, as for a key, and forgets it with the old list.
 void RecordGrid::CurrentRowChanged(int row) {
   if (!Extending) Anchor = std::max(0, row);
-  if (row >= 0 && row != Data1.AbsolutePosition()) Data1.SetAbsolutePosition(row);
+  if (isVisible() && row >= 0 && row != Data1.AbsolutePosition()) Data1.SetAbsolutePosition(row);
   viewport()->update();
   verticalHeader()->viewport()->update();
 }
@@ -153,30 +158,19 @@ void RecordGrid::SelectTo(int row) {
   std::iota(bookmarks.begin(), bookmarks.end(), first);
   for (int& bookmark : bookmarks) bookmark = Data1.BookmarkAt(bookmark);
   Data1.SelBookmarks.Replace(std::move(bookmarks));
-  Q_EMIT SelChange();
 }
 
-void RecordGrid::ToggleRow(int row) {
-  const int bookmark = Data1.BookmarkAt(row);
-  if (!Data1.SelBookmarks.Add(bookmark)) Data1.SelBookmarks.Remove(Data1.SelBookmarks.IndexOf(bookmark));
-  Q_EMIT SelChange();
-}
-
-void RecordGrid::ClearSelection() {
-  if (Data1.SelBookmarks.Count() == 0) return;
-  Data1.SelBookmarks.Clear();
-  Q_EMIT SelChange();
-}
+void RecordGrid::ToggleRow(int row) { Data1.SelBookmarks.Toggle(Data1.BookmarkAt(row)); }
 
 void RecordGrid::PressRow(int row, Qt::KeyboardModifiers modifiers, bool onSelector) {
   const QScopedValueRollback extending(Extending, modifiers.testFlag(Qt::ShiftModifier));
-  if (row < 0) return ClearSelection();
+  if (row < 0) return Data1.SelBookmarks.Clear();
   MoveToRow(row);
   if (Extending) return SelectTo(row);
   Anchor = row;
   if (modifiers.testFlag(Qt::ControlModifier)) return ToggleRow(row);
   if (onSelector) return SelectTo(row);
-  ClearSelection();
+  Data1.SelBookmarks.Clear();
 }
 
 // --- mouse and keys ---------------------------------------------------------------------------------------
@@ -190,16 +184,20 @@ void RecordGrid::Press(const QMouseEvent& event, bool onSelector) {
   } else if (event.button() == Qt::LeftButton) {
     PressRow(row, event.modifiers(), onSelector);
     PressedAt.reset();
+    Dragged = false;
     if (row >= 0 && !event.modifiers().testFlag(Qt::ControlModifier)) PressedAt = event.pos();
   }
 }
 
-// A hand that slips over the border of a row while it clicks selects nothing.
+// A hand that slips over the border of a row while it clicks selects nothing; one that comes back to where it
+// began, nothing but that row.
 void RecordGrid::Drag(const QMouseEvent& event) {
   if (!event.buttons().testFlag(Qt::LeftButton) || !PressedAt) return;
   const int row = rowAt(event.pos().y());
   const int way = (event.pos() - *PressedAt).manhattanLength();
-  if (row < 0 || row == currentIndex().row() || way < QApplication::startDragDistance()) return;
+  if (row < 0 || row == currentIndex().row()) return;
+  if (!Dragged && way < QApplication::startDragDistance()) return;
+  Dragged = true;
   const QScopedValueRollback extending(Extending, true);
   MoveToRow(row);
   SelectTo(row);
@@ -236,7 +234,7 @@ void RecordGrid::keyPressEvent(QKeyEvent* event) {
   const int row = currentIndex().row();
   const int last = Data1.RecordCount() - 1;
   if (key == Qt::Key_Space && row >= 0) return ToggleRow(row);
-  if (key == Qt::Key_Escape && Data1.SelBookmarks.Count() > 0) return ClearSelection();
+  if (key == Qt::Key_Escape && Data1.SelBookmarks.Count() > 0) return Data1.SelBookmarks.Clear();
   if (!IsRowKey(key) || last < 0) return QTableView::keyPressEvent(event);
 
   const bool shift = event->modifiers().testFlag(Qt::ShiftModifier);

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QTableView>
-#include <QTimer>
 #include <optional>
 
 #include "browse/record_model.h"
@@ -10,10 +9,10 @@
 
 namespace veldrin::browse {
 
-/// `TDBGrid1`. Its current row is the current record. The selection is SelBookmarks alone, which other views
-/// change as well: a click on a row ends it, a click on the selector in front of the row selects that row,
-/// Ctrl adds or takes away a row, and Shift or a drag selects all rows from the last one on; so do the keys,
-/// with Space for one row.
+/// `TDBGrid1`. Its current row is the current record, which it follows while it is visible. The selection is
+/// SelBookmarks alone, which other views change as well: a click on a row ends it, a click on the selector in
+/// front of the row selects that row, Ctrl adds or takes away a row, and Shift or a drag selects all rows
+/// from the last one on; so do the keys, with Space for one row.
 class RecordGrid : public QTableView {
   Q_OBJECT
 
@@ -31,10 +30,9 @@ class RecordGrid : public QTableView {
  Q_SIGNALS:
   /// The Record menu is to be shown at the pointer.
   void RecordMenuRequested();
-  /// The user has selected or unselected rows here.
-  void SelChange();
 
  protected:
+  void showEvent(QShowEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -43,22 +41,21 @@ class RecordGrid : public QTableView {
 
  private:
   void SetLook();
-  void FollowRecord();
+  void Follow();
   void CurrentRowChanged(int row);
   void MoveToRow(int row);
   void SelectTo(int row);
   void ToggleRow(int row);
   void PressRow(int row, Qt::KeyboardModifiers modifiers, bool onSelector);
-  void ClearSelection();
   void Press(const QMouseEvent& event, bool onSelector);
   void Drag(const QMouseEvent& event);
 
   catalogue::RecordList& Data1;
   RecordModel Model;
-  QTimer Follow;
   QColor TheGridSelColor;
   int Anchor = 0;          ///< the row from which Shift selects
   bool Extending = false;  ///< while a move keeps the anchor
+  bool Dragged = false;    ///< since the button went down
   /// Where a drag may begin; none after a press that picks single rows.
   std::optional<QPoint> PressedAt;
 };

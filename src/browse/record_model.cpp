@@ -1,8 +1,6 @@
 #include "browse/record_model.h"
 
 #include <algorithm>
-#include <iterator>
-#include <utility>
 
 #include "base/dates.h"
 #include "base/failure.h"
@@ -36,12 +34,17 @@ QStringList GridFields() {
 RecordModel::RecordModel(catalogue::RecordList& data1) : Data1(data1) {
   connect(&Data1, &catalogue::RecordList::Refreshed, this, [this] {
     beginResetModel();
-    Rows.clear();
+    Forget();
     endResetModel();
   });
   connect(&Data1, &catalogue::RecordList::Reposition, this, [this] {
-    if (std::exchange(ReadFailed, false)) Rows.clear();
+    if (ReadFailed) Forget();
   });
+}
+
+void RecordModel::Forget() {
+  Rows = {};
+  ReadFailed = false;
 }
 
 int RecordModel::rowCount(const QModelIndex& parent) const {
@@ -53,26 +56,23 @@ int RecordModel::columnCount(const QModelIndex& parent) const {
 }
 
 // A row that has gone shows empty.
-const engine::Value& RecordModel::Field(int row, int column) const {
-  static const engine::Value null;
-  if (row < FirstRow || row >= FirstRow + std::ssize(Rows)) {
+engine::Value RecordModel::Field(int row, int column) const {
+  const bool known = row >= FirstRow && row < FirstRow + Rows.Count();
+  // Rows that can't be read, as while another machine writes, show empty until the user moves on: asking for
+  // them cell by cell would wait for each.
+  if (!known && !ReadFailed) {
     FirstRow = std::max(0, row - RowsBefore);
-    // Rows that can't be read, as while another machine writes, show empty until the user moves on: asking
-    // for them cell by cell would wait for each.
     const int count = std::min(RowsPerPage, Data1.RecordCount() - FirstRow);
-    Rows.assign(count, {});
-    ReadFailed = !base::ResumeNext([&] {
-      Rows = Data1.Recordset().ReadRows(FirstRow, count);
-      Names = Data1.Recordset().FieldNames();
-    });
+    Rows = {};
+    ReadFailed = !base::ResumeNext([&] { Rows = Data1.ReadRows(FirstRow, count); });
   }
   const int at = row - FirstRow;
-  if (at >= std::ssize(Rows) || Rows[at].empty()) return null;
-  return Rows[at].at(engine::ColumnAt(Names, QLatin1String(GridColumns()[column].DataField)));
+  if (at < 0 || at >= Rows.Count()) return {};
+  return Rows.Field(at, QLatin1String(GridColumns()[column].DataField));
 }
 
 QVariant RecordModel::TextOf(const QModelIndex& index) const {
-  const engine::Value& value = Field(index.row(), index.column());
+  const engine::Value value = Field(index.row(), index.column());
   if (value.userType() == QMetaType::QDateTime) return base::FormatDate(value.toDateTime());
   return value.userType() == QMetaType::QString ? QVariant(value.toString().simplified()) : value;
 }

@@ -23,20 +23,22 @@ class RecordModel : public QAbstractTableModel {
  public:
   explicit RecordModel(catalogue::RecordList& data1);
 
+  /// Reads anew what is shown next.
+  void Forget();
+
   int rowCount(const QModelIndex& parent = {}) const override;
   int columnCount(const QModelIndex& parent = {}) const override;
   QVariant data(const QModelIndex& index, int role) const override;
   QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
 
  private:
-  const engine::Value& Field(int row, int column) const;
+  engine::Value Field(int row, int column) const;
   QVariant TextOf(const QModelIndex& index) const;
 
   catalogue::RecordList& Data1;
   mutable int FirstRow = 0;
   mutable bool ReadFailed = false;
-  mutable std::vector<std::vector<engine::Value>> Rows;
-  mutable QStringList Names;  ///< of the rows' fields
+  mutable catalogue::ListRows Rows;
 };
 
 }  // namespace veldrin::browse

@@ -1,7 +1,6 @@
 #include "browse/thumbnail_cells.h"
 
 #include <QFocusEvent>
-#include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPixmap>
 
@@ -46,7 +45,7 @@ ThumbCaption* MakeTitle(QWidget& panel) {
 
 }  // namespace
 
-PictureCell::PictureCell(QWidget* parent) : QWidget(parent) {
+PictureCell::PictureCell(QWidget* parent) : MouseReporter(parent) {
   // By tab and by program only: a click on the thumbnail acts when the button goes up.
   setFocusPolicy(Qt::TabFocus);
   setAutoFillBackground(true);
@@ -56,28 +55,12 @@ PictureCell::PictureCell(QWidget* parent) : QWidget(parent) {
 
 void PictureCell::focusInEvent(QFocusEvent* event) {
   QWidget::focusInEvent(event);
-  Q_EMIT GotFocus();
+  if (GotFocus) GotFocus();
 }
 
 void PictureCell::focusOutEvent(QFocusEvent* event) {
   QWidget::focusOutEvent(event);
-  Q_EMIT LostFocus();
-}
-
-void PictureCell::keyPressEvent(QKeyEvent* event) {
-  PressedKey = event->key();
-  QWidget::keyPressEvent(event);
-}
-
-// The release of a key that brought the focus here belongs to where it went down.
-void PictureCell::keyReleaseEvent(QKeyEvent* event) {
-  if (event->isAutoRepeat() || event->key() != PressedKey) return;
-  PressedKey = 0;
-  Q_EMIT KeyUp(event->key());
-}
-
-void PictureCell::mousePressEvent(QMouseEvent* event) {
-  if (event->button() == Qt::LeftButton) setFocus(Qt::MouseFocusReason);
+  if (LostFocus) LostFocus();
 }
 
 ThumbnailCells::ThumbnailCells(QWidget& panel) {
@@ -106,21 +89,21 @@ ThumbnailCells::ThumbnailCells(QWidget& panel) {
   shpThumb->Surround(*picThumb[0]);
 }
 
-void ThumbnailCells::HideFrames() {
-  shpThumb->hide();
-  for (Shape* mark : shpMark) mark->hide();
-}
-
 void ThumbnailCells::Clear(int cell) {
   picThumb[cell]->hide();
+  shpMark[cell]->hide();
   ThumbTitle[cell]->SetCaption({});
 }
 
-void ThumbnailCells::ShowPicture(int cell, const QImage& thumbnail, int width, int height) {
+void ThumbnailCells::ShowPicture(int cell, const pictures::Picture& thumbnail) {
   ThumbImage& image = *ImgThumb[cell];
-  image.setPixmap(QPixmap::fromImage(thumbnail));
-  controls::MoveTwips(image, pictures::Centre(ThumbnailBox.Width, width),
-                      pictures::Centre(ThumbnailBox.Height, height), width, height);
+  picThumb[cell]->show();
+  image.setVisible(!thumbnail.IsEmpty());
+  if (thumbnail.IsEmpty()) return;
+  const pictures::TwipSize size = FitToBox(thumbnail, ThumbnailBox);
+  image.setPixmap(QPixmap::fromImage(thumbnail.Image()));
+  controls::MoveTwips(image, pictures::Centre(ThumbnailBox.Width, size.Width),
+                      pictures::Centre(ThumbnailBox.Height, size.Height), size.Width, size.Height);
 }
 
 }  // namespace veldrin::browse

@@ -11,32 +11,9 @@
 #include "browse/page_arithmetic.h"
 #include "browse/shape.h"
 #include "controls/caption_label.h"
+#include "pictures/picture.h"
 
 namespace veldrin::browse {
-
-/// The box of a thumbnail; takes the focus.
-class PictureCell : public QWidget {
-  Q_OBJECT
-
- public:
-  explicit PictureCell(QWidget* parent);
-
- Q_SIGNALS:
-  void GotFocus();
-  void LostFocus();
-  /// A key that went down here went up; not sent while a held key repeats.
-  void KeyUp(int key);
-
- protected:
-  void focusInEvent(QFocusEvent* event) override;
-  void focusOutEvent(QFocusEvent* event) override;
-  void keyPressEvent(QKeyEvent* event) override;
-  void keyReleaseEvent(QKeyEvent* event) override;
-  void mousePressEvent(QMouseEvent* event) override;
-
- private:
-  int PressedKey = 0;
-};
 
 /// A control that reports its mouse buttons.
 template <class Base>
@@ -57,6 +34,18 @@ class MouseReporter : public Base {
   }
 };
 
+/// The box of a thumbnail; takes the focus. Its keys are its panel's.
+class PictureCell : public MouseReporter<QWidget> {
+ public:
+  explicit PictureCell(QWidget* parent);
+  std::function<void()> GotFocus;
+  std::function<void()> LostFocus;
+
+ protected:
+  void focusInEvent(QFocusEvent* event) override;
+  void focusOutEvent(QFocusEvent* event) override;
+};
+
 using ThumbImage = MouseReporter<QLabel>;
 using ThumbCaption = MouseReporter<controls::CaptionLabel>;
 
@@ -75,11 +64,10 @@ struct ThumbnailCells {
   std::array<Shape*, CellCount> shpMark{};
   Shape* shpThumb = nullptr;
 
-  void HideFrames();
-  /// Hides a cell and empties its title.
+  /// Hides a cell with its mark and empties its title.
   void Clear(int cell);
-  /// Shows a thumbnail at its fitted size in twips, centred.
-  void ShowPicture(int cell, const QImage& thumbnail, int width, int height);
+  /// Shows a thumbnail, fitted and centred, or an empty cell for an empty one.
+  void ShowPicture(int cell, const pictures::Picture& thumbnail);
 };
 
 }  // namespace veldrin::browse

@@ -12,16 +12,16 @@ ThumbnailMaker::~ThumbnailMaker() {
 }
 
 void ThumbnailMaker::Begin(int photoId, const QString& imageType) {
-  Begun[photoId] = QtConcurrent::run(&Pool, [this, photoId, imageType] {
-    if (!GivenUp) catalogue::CreateThumbnail(ThePaths, photoId, imageType, PixelRatio);
+  Begun[photoId] = QtConcurrent::run(&Pool, [this, photoId, imageType]() -> pictures::Picture {
+    if (GivenUp) return {};
+    return catalogue::CreateThumbnail(ThePaths, photoId, imageType, PixelRatio);
   });
 }
 
-bool ThumbnailMaker::Finish(int photoId) {
+std::optional<pictures::Picture> ThumbnailMaker::Finish(int photoId) {
   const auto found = Begun.find(photoId);
-  if (found == Begun.end()) return false;
-  found->second.waitForFinished();
-  return true;
+  if (found == Begun.end()) return {};
+  return found->second.result();
 }
 
 }  // namespace veldrin::browse

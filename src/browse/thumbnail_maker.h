@@ -5,9 +5,10 @@
 #include <QThreadPool>
 #include <atomic>
 #include <map>
-#include <memory>
+#include <optional>
 
 #include "catalogue/paths.h"
+#include "pictures/picture.h"
 
 namespace veldrin::browse {
 
@@ -21,16 +22,16 @@ class ThumbnailMaker {
   ThumbnailMaker& operator=(const ThumbnailMaker&) = delete;
 
   void Begin(int photoId, const QString& imageType);
-  /// Waits for the thumbnail of a photo; false when it wasn't begun. The file may still be missing: the photo
-  /// has no readable image then.
-  bool Finish(int photoId);
+  /// Waits for the thumbnail of a photo; nothing when it wasn't begun. It is empty for a photo without a
+  /// readable image.
+  std::optional<pictures::Picture> Finish(int photoId);
 
  private:
   const catalogue::Paths& ThePaths;
   double PixelRatio;
   std::atomic_bool GivenUp = false;
   QThreadPool Pool;
-  std::map<int, QFuture<void>> Begun;
+  std::map<int, QFuture<pictures::Picture>> Begun;
 };
 
 }  // namespace veldrin::browse

@@ -1,9 +1,12 @@
 #include "browse/thumbnail_page.h"
 
+#include <QApplication>
 #include <QFileInfo>
+#include <QKeyEvent>
 #include <QMouseEvent>
+#include <QSignalBlocker>
+#include <QWheelEvent>
 #include <algorithm>
-#include <utility>
 
 #include "base/failure.h"
 #include "browse/external_viewer.h"
@@ -20,8 +23,7 @@ using base::ResumeNext;
 
 namespace {
 
-const QString PhotoIDField = QStringLiteral("PhotoID");
-const QString ImageTypeField = QStringLiteral("ImageType");
+constexpr int NotchOfWheel = 120;  // eighths of a degree, as the event has them
 
 }  // namespace
 
@@ -38,26 +40,42 @@ ThumbnailPage::ThumbnailPage(catalogue::RecordList& data1, engine::DBEngine& eng
   setAutoFillBackground(true);
   setPalette(QPalette(QColor(0x4f, 0x6d, 0x8c)));
   controls::MoveTwips(*this, 0, 0, controls::ListWidth, controls::PanelHeight);
-
-  Scroll->setFocusPolicy(Qt::NoFocus);
-  Scroll->setSingleStep(1);
-  Scroll->setPageStep(1);
-  controls::MoveTwips(*Scroll, 8040, 0, 255, 9615);
-  connect(Scroll, &QScrollBar::valueChanged, this, &ThumbnailPage::ThumbVScroll_Change);
-
+  MakeScroll();
   for (int i = 0; i < CellCount; ++i) ConnectCell(i);
   MakeButtons();
   hide();
+  connect(&Data1, &catalogue::RecordList::Refreshed, this, [this] {
+    Shown.fill(0);  // No cell shows what it showed.
+    InitThumbScroll();
+  });
+  connect(&Data1, &catalogue::RecordList::Reposition, this, &ThumbnailPage::Follow);
+  connect(&Data1.SelBookmarks, &catalogue::SelBookmarkList::Changed, this, &ThumbnailPage::ShowMarks);
 }
 
 void ThumbnailPage::ConnectCell(int cell) {
-  connect(Cells.picThumb[cell], &PictureCell::GotFocus, this, [this, cell] { picThumb_GotFocus(cell); });
-  connect(Cells.picThumb[cell], &PictureCell::LostFocus, this, [this] { picThumb_LostFocus(); });
-  connect(Cells.picThumb[cell], &PictureCell::KeyUp, this,
-          [this, cell](int key) { picThumb_KeyUp(cell, key); });
-  Cells.ImgThumb[cell]->MouseDown = [this](QMouseEvent* event) { ImgThumb_MouseDown(*event); };
-  Cells.ImgThumb[cell]->MouseUp = [this, cell](QMouseEvent* event) { ImgThumb_MouseUp(cell, *event); };
-  Cells.ThumbTitle[cell]->MouseDown = [this](QMouseEvent* event) { ShowRecordMenu(*event); };
+  PictureCell& box = *Cells.picThumb[cell];
+  box.GotFocus = [this, cell] { picThumb_GotFocus(cell); };
+  box.LostFocus = [this] { picThumb_LostFocus(); };
+  // The black margin of a thumbnail is as good as the thumbnail.
+  const auto reports = [this, cell](auto& control) {
+    control.MouseDown = [this, cell](QMouseEvent* event) { ImgThumb_MouseDown(cell, *event); };
+    control.MouseUp = [this, cell, &control](QMouseEvent* event) { ImgThumb_MouseUp(cell, control, *event); };
+  };
+  reports(box);
+  reports(*Cells.ImgThumb[cell]);
+  Cells.ThumbTitle[cell]->MouseDown = [this, cell](QMouseEvent* event) {
+    ThumbTitle_MouseDown(cell, *event);
+  };
+}
+
+void ThumbnailPage::MakeScroll() {
+  Scroll->setFocusPolicy(Qt::NoFocus);
+  Scroll->setSingleStep(1);
+  Scroll->setPageStep(1);
+  Scroll->setEnabled(false);
+  Scroll->installEventFilter(this);
+  controls::MoveTwips(*Scroll, 8040, 0, 255, 9615);
+  connect(Scroll, &QScrollBar::actionTriggered, this, &ThumbnailPage::ThumbVScroll_Action);
 }
 
 void ThumbnailPage::MakeButtons() {
@@ -75,78 +93,124 @@ void ThumbnailPage::SetButtonsVisible(bool visible) {
   for (QPushButton* button : Buttons) button->setVisible(visible);
 }
 
-// --- drawing ----------------------------------------------------------------------------------------------
+// --- following the list -----------------------------------------------------------------------------------
+
+void ThumbnailPage::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (!event->spontaneous()) ShowFromCurrentRecord();
+}
+
+void ThumbnailPage::Follow() {
+  SyncThumbScroll();
+  if (!isVisible()) return;
+  const int cell = CurThumbCell();
+  const bool onPage =
+      Data1.RecordCount() > 0 && cell >= 0 && cell < CellCount && Shown[cell] == Data1.Bookmark();
+  if (onPage) return MoveFrame();
+  const bool isNew = Shown == decltype(Shown){};
+  isNew ? ShowFromCurrentRecord() : ShowThumbnails(PageStart);
+}
 
 void ThumbnailPage::ShowThumbnails(int start) {
-  Data1.SuppressReposition = true;
-  Cells.HideFrames();
-  if (Data1.RecordCount() == 0) {
-    for (int i = 0; i < CellCount; ++i) Cells.Clear(i);
-    return;  // With no records nothing can move, and the handlers are kept still until a routine clears the
-             // guard.
-  }
-  EndSilently([&] { FillPage(start); });
-  Data1.SuppressReposition = false;
-}
-
-// An error leaves the cells from the failing one on, the current record and the frame as they are at that
-// moment.
-void ThumbnailPage::FillPage(int start) {
-  const int saved = Data1.AbsolutePosition();
-  const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
-  ThumbnailMaker maker(ThePaths, devicePixelRatioF());
-  BeginMissing(start, maker);
-  for (int i = 0; i < CellCount; ++i) {
-    if (start + i >= Data1.RecordCount()) {
-      Cells.Clear(i);
-      continue;
-    }
-    Data1.SetAbsolutePosition(start + i);
-    FillCell(i, *database, maker);
-  }
-  Data1.SetAbsolutePosition(saved);
-  TheCurThumbCell = saved - start;
-  Cells.shpThumb->show();
-}
-
-void ThumbnailPage::BeginMissing(int start, ThumbnailMaker& maker) const {
-  if (start < 0) return;
-  const int count = std::min(CellCount, Data1.RecordCount() - start);
-  if (count <= 1) return;
-  const QStringList names = Data1.Recordset().FieldNames();
-  const auto photoIdAt = engine::ColumnAt(names, PhotoIDField);
-  const auto imageTypeAt = engine::ColumnAt(names, ImageTypeField);
-  for (const auto& row : Data1.Recordset().ReadRows(start, count)) {
-    if (row.empty()) continue;
-    const int photoId = row.at(photoIdAt).toInt();
-    if (!QFileInfo::exists(ThumbFileName(ThePaths, photoId)))
-      maker.Begin(photoId, row.at(imageTypeAt).toString());
-  }
-}
-
-void ThumbnailPage::FillCell(int cell, engine::Database& database, ThumbnailMaker& maker) {
-  const int photoId = Data1.Field(PhotoIDField).toInt();
-  const bool made = maker.Finish(photoId);
-  const QString thumbnail = ThumbFileName(ThePaths, photoId);
-  const bool there = QFileInfo::exists(thumbnail);
-  RefreshCheckedPhoto(database, ThePaths, photoId);
-  // A thumbnail that was there and has gone was thrown away by the check; one that could not be made is not
-  // tried twice.
-  if (!QFileInfo::exists(thumbnail) && (there || !made)) {
-    CreateThumbnail(ThePaths, photoId, Data1.Field(ImageTypeField).toString(), devicePixelRatioF());
-  }
-  const pictures::Picture picture = pictures::LoadPicture(thumbnail);
-  const pictures::TwipSize size = FitToBox(picture, catalogue::ThumbnailBox);
-  Cells.ShowPicture(cell, picture.Image(), size.Width, size.Height);
-  Cells.ThumbTitle[cell]->SetCaption(QStringLiteral("%1: ").arg(photoId) +
-                                     Data1.Field(QStringLiteral("Title")).toString());
-  Cells.picThumb[cell]->show();
-  if (IsSelected(Data1.AbsolutePosition())) Cells.shpMark[cell]->show();
+  const int position = Data1.AbsolutePosition();
+  PageStart = std::max(0, position < start || position >= start + CellCount ? position : start);
+  FillPage();
 }
 
 void ThumbnailPage::ShowFromCurrentRecord() {
   ShowThumbnails(Data1.AbsolutePosition());
   if (Data1.RecordCount() >= 1) FocusCell(0);
+}
+
+void ThumbnailPage::ShowMarks() {
+  for (int i = 0; i < CellCount; ++i) {
+    Cells.shpMark[i]->setVisible(Shown[i] != 0 && Data1.SelBookmarks.Contains(Shown[i]));
+  }
+}
+
+bool ThumbnailPage::HasFocusInside() const {
+  const QWidget* focus = window()->focusWidget();
+  return focus == this || (focus != nullptr && isAncestorOf(focus));
+}
+
+// The focus, if a cell has it, goes with the frame; on a page without records it stays on the page.
+void ThumbnailPage::MoveFrame() {
+  const bool focused = HasFocusInside();
+  Cells.shpThumb->setVisible(Data1.RecordCount() > 0);
+  if (Data1.RecordCount() == 0) {
+    if (focused) setFocus();
+    return;
+  }
+  PictureCell& cell = *Cells.picThumb[CurThumbCell()];
+  Cells.shpThumb->Surround(cell);
+  if (focused && window()->focusWidget() != &cell) cell.setFocus();
+  Cells.shpThumb->SetBorderColor(cell.hasFocus() ? FocusColor : DimmedColor);
+}
+
+// --- drawing ----------------------------------------------------------------------------------------------
+
+// The cells that show a record first, then the frame, and only then the others go: a cell that had the focus
+// would give it to any other control.
+void ThumbnailPage::FillPage() {
+  const int count = std::clamp(Data1.RecordCount() - PageStart, 0, CellCount);
+  RefreshCheckedPhotos(count);
+  catalogue::ListRows rows;
+  ResumeNext([&] { rows = Data1.ReadRows(PageStart, count); });
+  const auto isThere = [&rows](int i) { return i < rows.Count() && rows.IsThere(i); };
+  const auto typeOf = [&rows](int i) { return rows.Field(i, QStringLiteral("ImageType")).toString(); };
+
+  ThumbnailMaker maker(ThePaths, devicePixelRatioF());
+  for (int i = 0; i < count; ++i) {
+    Shown[i] = Data1.BookmarkAt(PageStart + i);
+    if (isThere(i) && !QFileInfo::exists(ThumbFileName(ThePaths, Shown[i]))) maker.Begin(Shown[i], typeOf(i));
+  }
+  for (int i = 0; i < count; ++i) {
+    const bool there = isThere(i);
+    Cells.ThumbTitle[i]->SetCaption(QStringLiteral("%1: ").arg(Shown[i]) +
+                                    (there ? rows.Field(i, QStringLiteral("Title")).toString() : QString()));
+    Cells.ShowPicture(i, there ? ThumbnailOf(Shown[i], typeOf(i), maker) : pictures::Picture());
+  }
+  std::fill(Shown.begin() + count, Shown.end(), 0);
+  ShowMarks();
+  MoveFrame();
+  for (int i = count; i < CellCount; ++i) Cells.Clear(i);
+}
+
+// A thumbnail that can't be loaded is made anew.
+pictures::Picture ThumbnailPage::ThumbnailOf(int photoId, const QString& imageType,
+                                             ThumbnailMaker& maker) const {
+  if (const auto made = maker.Finish(photoId)) return *made;
+  pictures::Picture thumbnail;
+  if (!EndSilently([&] { thumbnail = pictures::LoadPicture(ThumbFileName(ThePaths, photoId)); }))
+    thumbnail = catalogue::CreateThumbnail(ThePaths, photoId, imageType, devicePixelRatioF());
+  return thumbnail;
+}
+
+// Few photos are ever noted: they are asked for together.
+void ThumbnailPage::RefreshCheckedPhotos(int count) const {
+  if (count == 0) return;
+  ResumeNext([&] {
+    QStringList numbers;
+    for (int i = 0; i < count; ++i) numbers << QString::number(Data1.BookmarkAt(PageStart + i));
+    const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
+    const auto noted =
+        database->OpenRecordset(QStringLiteral("SELECT PhotoID FROM CheckPhotos WHERE PhotoID IN (%1)")
+                                    .arg(numbers.join(QLatin1Char(','))),
+                                engine::dbOpenSnapshot);
+    for (; !noted->AtEOF(); noted->MoveNext())
+      RefreshCheckedPhoto(*database, ThePaths, noted->Field(QStringLiteral("PhotoID")).toInt());
+  });
+}
+
+// --- keys, buttons, wheel ---------------------------------------------------------------------------------
+
+// The page is drawn by following the move.
+void ThumbnailPage::GoTo(PagePlace place) {
+  if (place != Place()) {
+    PageStart = place.Start;
+    Data1.SetAbsolutePosition(place.Position());
+  }
+  FocusCell(place.Cell);
 }
 
 void ThumbnailPage::FocusCell(int cell) {
@@ -156,48 +220,45 @@ void ThumbnailPage::FocusCell(int cell) {
   if (!picture.hasFocus()) picThumb_GotFocus(cell);
 }
 
-// --- keys -------------------------------------------------------------------------------------------------
-
-void ThumbnailPage::MoveToCell(int cell) {
-  if (cell == TheCurThumbCell) return;
-  Data1.SetAbsolutePosition(Data1.AbsolutePosition() + cell - TheCurThumbCell);
-  TheCurThumbCell = cell;
-}
-
 void ThumbnailPage::picThumb_GotFocus(int cell) {
-  EndSilently([&] {
-    Cells.shpThumb->Surround(*Cells.picThumb[cell]);
-    Cells.shpThumb->SetBorderColor(FocusColor);
-    MoveToCell(cell);
-  });
+  if (Shown[cell] == 0) return;
+  if (Data1.Bookmark() != Shown[cell]) EndSilently([&] { Data1.SetBookmark(Shown[cell]); });
+  MoveFrame();
 }
 
-void ThumbnailPage::picThumb_LostFocus() { Cells.shpThumb->SetBorderColor(DimmedColor); }
+// Keys that are released elsewhere are not waited for.
+void ThumbnailPage::picThumb_LostFocus() {
+  Cells.shpThumb->SetBorderColor(DimmedColor);
+  const QWidget* focus = QApplication::focusWidget();
+  if (focus == nullptr || !isAncestorOf(focus)) KeysDown.clear();
+}
 
-void ThumbnailPage::picThumb_KeyUp(int cell, int key) {
-  if (Data1.SuppressReposition) return;
-  const int position = Data1.AbsolutePosition();
+void ThumbnailPage::keyPressEvent(QKeyEvent* event) {
+  if (!event->isAutoRepeat()) KeysDown.insert(event->key());
+  QWidget::keyPressEvent(event);
+}
+
+// A key counts where it went down here; one that brought the focus here belongs to where it went down.
+void ThumbnailPage::keyReleaseEvent(QKeyEvent* event) {
+  if (!event->isAutoRepeat() && KeysDown.erase(event->key()) > 0) picThumb_KeyUp(event->key());
+}
+
+void ThumbnailPage::picThumb_KeyUp(int key) {
   const int count = Data1.RecordCount();
-  PageMove move;
+  if (count == 0) return;
   switch (key) {
     case Qt::Key_Right:
-      move = MoveRight(cell, position, count);
-      break;
+      return GoTo(MoveRight(Place(), count));
     case Qt::Key_Left:
-      move = MoveLeft(cell, position);
-      break;
+      return GoTo(MoveLeft(Place()));
     case Qt::Key_Down:
-      move = MoveDown(cell, position, count);
-      break;
+      return GoTo(MoveDown(Place(), count));
     case Qt::Key_Up:
-      move = MoveUp(cell, position);
-      break;
+      return GoTo(MoveUp(Place()));
     case Qt::Key_PageDown:
-      move = MovePageDown(cell, position, count);
-      break;
+      return GoTo(MovePageDown(Place(), count));
     case Qt::Key_PageUp:
-      move = MovePageUp(cell, position);
-      break;
+      return GoTo(MovePageUp(Place()));
     case Qt::Key_Home:
       return bttnFirst_Click();
     case Qt::Key_End:
@@ -205,133 +266,64 @@ void ThumbnailPage::picThumb_KeyUp(int cell, int key) {
     default:
       return;
   }
-  if (move.Page) {
-    Data1.SetAbsolutePosition(move.Page->Position);
-    ShowThumbnails(move.Page->Start);
-  }
-  if (!Cells.picThumb[move.Target]->isHidden()) FocusCell(move.Target);
-  SyncThumbScroll();
 }
 
 void ThumbnailPage::bttnFirst_Click() {
-  if (Data1.AbsolutePosition() < 1) return;
-  Data1.SetAbsolutePosition(0);
-  ShowThumbnails(0);
-  FocusCell(0);
-  SyncThumbScroll();
+  if (Data1.AbsolutePosition() >= 1) GoTo({0, 0});
 }
 
 void ThumbnailPage::bttnLast_Click() {
-  if (Data1.RecordCount() < 1) return;
-  const int last = Data1.RecordCount() - 1;
-  const int cell = LastCell(Data1.RecordCount());
-  Data1.SetAbsolutePosition(last);
-  ShowThumbnails(last - cell);
-  FocusCell(cell);
-  SyncThumbScroll();
+  if (Data1.RecordCount() >= 1) GoTo(LastPlace(Data1.RecordCount()));
+}
+
+void ThumbnailPage::wheelEvent(QWheelEvent* event) {
+  event->accept();
+  WheelTurn += event->angleDelta().y();
+  const int rows = -WheelTurn / NotchOfWheel;
+  WheelTurn %= NotchOfWheel;
+  if (rows != 0 && Data1.RecordCount() > 0) GoTo(TurnRows(Place(), rows, Data1.RecordCount()));
 }
 
 // --- the scroll bar ---------------------------------------------------------------------------------------
 
 void ThumbnailPage::InitThumbScroll() {
-  if (Data1.RecordCount() <= CellCount) {
-    Scroll->setEnabled(false);
-    return;
-  }
-  Scroll->setEnabled(true);
-  {
-    // A smaller range changes the value on its own; the one change that counts is the one to 0.
-    const QSignalBlocker blocker(Scroll);
-    Scroll->setRange(0, ScrollMax(Data1.RecordCount()));
-  }
-  Scroll->setValue(0);
-  ThumbScrollValue = 0;
+  const bool enabled = Data1.RecordCount() > CellCount;
+  Scroll->setEnabled(enabled);
+  if (enabled) Scroll->setRange(0, ScrollMax(Data1.RecordCount()));
+  SyncThumbScroll();
 }
 
 void ThumbnailPage::SyncThumbScroll() {
-  // Set first, so that the change of the scroll bar finds no difference.
-  ThumbScrollValue = (Data1.AbsolutePosition() + 1) / CellsPerRow;
-  if (ThumbScrollValue <= Scroll->maximum()) Scroll->setValue(ThumbScrollValue);
+  if (Scroll->isEnabled()) Scroll->setValue((Data1.AbsolutePosition() + 1) / CellsPerRow);
 }
 
-void ThumbnailPage::ThumbVScroll_Change() {
-  const int value = Scroll->value();
-  ResumeNext([&] {
-    if (Data1.SuppressReposition) return;
-    const int rows = value - ThumbScrollValue;
-    if (rows == 0) return;
-    if (rows == 1) return picThumb_KeyUp(TheCurThumbCell, Qt::Key_Down);
-    if (rows == -1) return picThumb_KeyUp(TheCurThumbCell, Qt::Key_Up);
-    ResumeNext([&] {
-      if (const auto position = ScrollPosition(value)) Data1.SetAbsolutePosition(*position);
-    });
-    ShowThumbnails(Data1.AbsolutePosition());
-    FocusCell(0);
-  });
-  ThumbScrollValue = Scroll->value();
-}
-
-// --- the selection ----------------------------------------------------------------------------------------
-
-bool ThumbnailPage::IsSelected(int position) const {
-  if (Data1.SelBookmarks.Count() == 0) return false;
-  return std::find(SelPositions.begin(), SelPositions.end(), position) != SelPositions.end();
-}
-
-void ThumbnailPage::ReloadSelPositions() {
-  const int count = Data1.SelBookmarks.Count();
-  SelPositions.resize(count);
-  for (int k = 0; k < count; ++k) {
-    SelPositions[k] = Data1.PositionOf(Data1.SelBookmarks[k]);
+// What the user does with the bar: a step is a key, anything else goes to its row. The bar then stands where
+// the list does.
+void ThumbnailPage::ThumbVScroll_Action(int action) {
+  switch (action) {
+    case QAbstractSlider::SliderSingleStepAdd:
+    case QAbstractSlider::SliderPageStepAdd:
+      picThumb_KeyUp(Qt::Key_Down);
+      break;
+    case QAbstractSlider::SliderSingleStepSub:
+    case QAbstractSlider::SliderPageStepSub:
+      picThumb_KeyUp(Qt::Key_Up);
+      break;
+    default: {
+      const auto position = ScrollPosition(Scroll->sliderPosition(), Data1.RecordCount());
+      position ? GoTo({*position, 0}) : ShowFromCurrentRecord();
+    }
   }
+  SyncThumbScroll();
 }
 
-void ThumbnailPage::AddSelectedRecord() {
-  if (!Data1.SelBookmarks.Add(Data1.Bookmark())) return;
-  SelPositions.resize(Data1.SelBookmarks.Count());
-  SelPositions.back() = Data1.AbsolutePosition();
+bool ThumbnailPage::eventFilter(QObject* watched, QEvent* event) {
+  if (event->type() != QEvent::Wheel) return QWidget::eventFilter(watched, event);
+  wheelEvent(static_cast<QWheelEvent*>(event));
+  return true;
 }
 
-void ThumbnailPage::RemoveSelectedRecord() {
-  const auto end = SelPositions.begin() + Data1.SelBookmarks.Count();
-  const auto found = std::find(SelPositions.begin(), end, Data1.AbsolutePosition());
-  if (found == end) return;
-  Data1.SelBookmarks.Remove(static_cast<int>(found - SelPositions.begin()));
-  SelPositions.erase(found);
-}
-
-// What is selected already stays in front, as if the records were added one by one.
-void ThumbnailPage::RecordAll_Click() {
-  if (Data1.RecordCount() == 0) return;
-  std::vector<int> all;
-  all.reserve(Data1.RecordCount());
-  for (int k = 0; k < Data1.SelBookmarks.Count(); ++k) all.push_back(Data1.SelBookmarks[k]);
-  for (int position = 0; position < Data1.RecordCount(); ++position) {
-    const int bookmark = Data1.BookmarkAt(position);
-    if (!Data1.SelBookmarks.Contains(bookmark)) all.push_back(bookmark);
-  }
-  Data1.SelBookmarks.Replace(std::move(all));
-  ReloadSelPositions();
-  if (!isHidden()) ShowFromCurrentRecord();
-}
-
-void ThumbnailPage::ClearSelection() {
-  if (Data1.SelBookmarks.Count() == 0) return;
-  for (Shape* mark : Cells.shpMark) mark->hide();
-  Data1.SelBookmarks.Clear();
-}
-
-void ThumbnailPage::ToggleSelection(int cell) {
-  Shape& mark = *Cells.shpMark[cell];
-  MoveToCell(cell);
-  if (mark.isHidden()) {
-    AddSelectedRecord();
-    mark.show();
-  } else {
-    RemoveSelectedRecord();
-    mark.hide();
-  }
-}
+// --- the selection and the mouse --------------------------------------------------------------------------
 
 void ThumbnailPage::SetMarkColor(QColor color) {
   for (Shape* mark : Cells.shpMark) mark->SetBorderColor(color);
@@ -339,30 +331,39 @@ void ThumbnailPage::SetMarkColor(QColor color) {
 
 bool ThumbnailPage::MarksAreDimmed() const { return Cells.shpMark[0]->BorderColor() == DimmedColor; }
 
-// --- the mouse --------------------------------------------------------------------------------------------
-
-void ThumbnailPage::ShowRecordMenu(const QMouseEvent& event) {
-  if (event.button() == Qt::RightButton) Q_EMIT RecordMenuRequested();
+// The commands of the menu are for the photo under the pointer.
+void ThumbnailPage::ImgThumb_MouseDown(int cell, const QMouseEvent& event) {
+  if (event.button() == Qt::RightButton) {
+    FocusCell(cell);
+    Q_EMIT RecordMenuRequested();
+  } else if (MarksAreDimmed()) {
+    SetMarkColor(TheMarkColor);
+  }
 }
 
-void ThumbnailPage::ImgThumb_MouseDown(const QMouseEvent& event) {
-  if (event.button() == Qt::RightButton) return ShowRecordMenu(event);
-  if (MarksAreDimmed()) SetMarkColor(TheMarkColor);
-}
-
-void ThumbnailPage::ImgThumb_MouseUp(int cell, const QMouseEvent& event) {
+void ThumbnailPage::ImgThumb_MouseUp(int cell, const QWidget& control, const QMouseEvent& event) {
   // The button that opened the menu selects nothing.
   if (event.button() == Qt::RightButton) return;
   constexpr auto shiftKeys = Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier;
+  const bool inside = control.rect().contains(event.pos());
   if ((event.modifiers() & shiftKeys) == Qt::ControlModifier) {
-    ToggleSelection(cell);
-  } else {
-    ClearSelection();
+    FocusCell(cell);
+    Data1.SelBookmarks.Toggle(Shown[cell]);
+    return;
   }
-  const bool inside = Cells.ImgThumb[cell]->rect().contains(event.pos());
+  Data1.SelBookmarks.Clear();
   if (event.button() == Qt::LeftButton && inside) FocusCell(cell);
 }
 
-void ThumbnailPage::mousePressEvent(QMouseEvent* event) { ShowRecordMenu(*event); }
+// A click on a title selects nothing; its menu is for the photo that it names.
+void ThumbnailPage::ThumbTitle_MouseDown(int cell, const QMouseEvent& event) {
+  if (event.button() != Qt::RightButton) return;
+  if (Shown[cell] != 0) FocusCell(cell);
+  Q_EMIT RecordMenuRequested();
+}
+
+void ThumbnailPage::mousePressEvent(QMouseEvent* event) {
+  if (event->button() == Qt::RightButton) Q_EMIT RecordMenuRequested();
+}
 
 }  // namespace veldrin::browse

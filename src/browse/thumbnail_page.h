@@ -6,6 +6,7 @@
 #include <QScrollBar>
 #include <QWidget>
 #include <array>
+#include <set>
 #include <vector>
 
 #include "browse/thumbnail_cells.h"
@@ -16,9 +17,9 @@
 
 namespace veldrin::browse {
 
-/// `ThumbPannel`. Cell i shows the record at the page's start plus i; the start is the current record's
-/// position less CurThumbCell. Shows nothing of an error: a photo without a readable image ends the page at
-/// its cell.
+/// `ThumbPannel`. Cell i shows the record at PageStart plus i, an empty box with its caption where its image
+/// can't be read; the frame is on the current record. While it is visible it follows the list: a new list is
+/// shown from its current record on, and so is a record that isn't on the page. Shows nothing of an error.
 class ThumbnailPage : public QWidget {
   Q_OBJECT
 
@@ -27,30 +28,19 @@ class ThumbnailPage : public QWidget {
   ThumbnailPage(catalogue::RecordList& data1, engine::DBEngine& engine, const catalogue::Paths& paths,
                 QWidget* tab);
 
-  /// The cell that shows the current record.
-  int CurThumbCell() const { return TheCurThumbCell; }
+  /// The cell that shows the current record, while the page is visible and the list isn't empty.
+  int CurThumbCell() const { return Data1.AbsolutePosition() - PageStart; }
   QColor MarkColor() const { return TheMarkColor; }
   QScrollBar& ThumbVScroll() { return *Scroll; }
 
-  /// Fills the page from a position of the list. The current record stays; it is taken to stand at `start`'s
-  /// page. The focus frame is not moved: who wants it elsewhere calls FocusCell.
+  /// Fills the page from a position of the list, or from the current record where that would not be on it.
   void ShowThumbnails(int start);
-  /// What a change of the list asks for while the page shows: the page from the current record on, which gets
-  /// the focus.
+  /// The page from the current record on, which gets the focus.
   void ShowFromCurrentRecord();
   /// The same page again.
-  void Redraw() { ShowThumbnails(Data1.AbsolutePosition() - TheCurThumbCell); }
+  void Redraw() { ShowThumbnails(PageStart); }
   /// Gives a cell the focus, by which its record becomes the current one.
   void FocusCell(int cell);
-
-  void InitThumbScroll();
-  void SyncThumbScroll();
-
-  void ReloadSelPositions();
-  void AddSelectedRecord();
-  void RemoveSelectedRecord();
-  /// Select All.
-  void RecordAll_Click();
 
   void SetMarkColor(QColor color);
   bool MarksAreDimmed() const;
@@ -59,8 +49,8 @@ class ThumbnailPage : public QWidget {
   void SetButtonsVisible(bool visible);
 
   void bttnFirst_Click();
-  void bttnPrevious_Click() { picThumb_KeyUp(TheCurThumbCell, Qt::Key_Left); }
-  void bttnNext_Click() { picThumb_KeyUp(TheCurThumbCell, Qt::Key_Right); }
+  void bttnPrevious_Click() { picThumb_KeyUp(Qt::Key_Left); }
+  void bttnNext_Click() { picThumb_KeyUp(Qt::Key_Right); }
   void bttnLast_Click();
 
  Q_SIGNALS:
@@ -68,27 +58,38 @@ class ThumbnailPage : public QWidget {
   void RecordMenuRequested();
 
  protected:
+  void showEvent(QShowEvent* event) override;
+  void keyPressEvent(QKeyEvent* event) override;
+  void keyReleaseEvent(QKeyEvent* event) override;
+  void wheelEvent(QWheelEvent* event) override;
   void mousePressEvent(QMouseEvent* event) override;
+  bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
   void ConnectCell(int cell);
+  void MakeScroll();
   void MakeButtons();
 
   void picThumb_GotFocus(int cell);
   void picThumb_LostFocus();
-  void picThumb_KeyUp(int cell, int key);
-  void ImgThumb_MouseDown(const QMouseEvent& event);
-  void ImgThumb_MouseUp(int cell, const QMouseEvent& event);
-  void ThumbVScroll_Change();
+  void picThumb_KeyUp(int key);
+  void ImgThumb_MouseDown(int cell, const QMouseEvent& event);
+  void ImgThumb_MouseUp(int cell, const QWidget& control, const QMouseEvent& event);
+  void ThumbTitle_MouseDown(int cell, const QMouseEvent& event);
+  void ThumbVScroll_Action(int action);
+  void InitThumbScroll();
+  void SyncThumbScroll();
 
-  void FillPage(int start);
-  void FillCell(int cell, engine::Database& database, ThumbnailMaker& maker);
-  void BeginMissing(int start, ThumbnailMaker& maker) const;
-  void MoveToCell(int cell);
-  void ToggleSelection(int cell);
-  void ClearSelection();
-  bool IsSelected(int position) const;
-  void ShowRecordMenu(const QMouseEvent& event);
+  void Follow();
+  void ShowMarks();
+  void MoveFrame();
+  void GoTo(PagePlace place);
+  PagePlace Place() const { return {PageStart, CurThumbCell()}; }
+  bool HasFocusInside() const;
+
+  void FillPage();
+  pictures::Picture ThumbnailOf(int photoId, const QString& imageType, ThumbnailMaker& maker) const;
+  void RefreshCheckedPhotos(int count) const;
 
   catalogue::RecordList& Data1;
   engine::DBEngine& Engine;
@@ -97,11 +98,12 @@ class ThumbnailPage : public QWidget {
   QScrollBar* Scroll;
   std::array<QPushButton*, 4> Buttons{};
 
-  int TheCurThumbCell = 0;
-  int ThumbScrollValue = 0;
+  int PageStart = 0;
+  /// The photo that each cell shows; 0 for none. What a click on a cell means.
+  std::array<int, CellCount> Shown{};
   QColor TheMarkColor;
-  /// The position of each entry of SelBookmarks; only looked at while there is one.
-  std::vector<int> SelPositions;
+  std::set<int> KeysDown;  ///< pressed on the page and not yet released
+  int WheelTurn = 0;       ///< in eighths of a degree, as far as it gave no whole row
 };
 
 }  // namespace veldrin::browse

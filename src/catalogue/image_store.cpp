@@ -15,12 +15,15 @@ QString ThumbFileName(const Paths& paths, int photoId) {
   return paths.ThumbDir + QString::number(photoId) + QStringLiteral("t.bmp");
 }
 
-void CreateThumbnail(const Paths& paths, int photoId, const QString& imageType, double pixelRatio) {
+pictures::Picture CreateThumbnail(const Paths& paths, int photoId, const QString& imageType,
+                                  double pixelRatio) {
+  pictures::Picture thumbnail;
   base::EndSilently([&] {
     const QString file = ImageFileName(paths, photoId, imageType);
-    pictures::SavePicture(pictures::LoadFittedPicture(file, ThumbnailBox, pixelRatio).Image(),
-                          ThumbFileName(paths, photoId));
+    thumbnail = pictures::LoadFittedPicture(file, ThumbnailBox, pixelRatio);
+    pictures::SavePicture(thumbnail.Image(), ThumbFileName(paths, photoId));
   });
+  return thumbnail;
 }
 
 QDateTime GetFileDate(const QString& path) {

@@ -15,9 +15,11 @@ constexpr pictures::TwipSize ThumbnailBox{2535, 1935};
 QString ImageFileName(const Paths& paths, int photoId, const QString& imageType);
 QString ThumbFileName(const Paths& paths, int photoId);
 
-/// Makes the thumbnail of a stored image. Every failure ends it silently, with no file left behind by the
-/// failed step. Safe to call from any thread, for different photos.
-void CreateThumbnail(const Paths& paths, int photoId, const QString& imageType, double pixelRatio);
+/// Makes the thumbnail of a stored image, stores it and returns it; an empty picture where the image can't be
+/// read. Where it can't be stored it is returned all the same. Every failure is passed over, and leaves no
+/// file behind. Safe to call from any thread, for different photos.
+pictures::Picture CreateThumbnail(const Paths& paths, int photoId, const QString& imageType,
+                                  double pixelRatio);
 
 /// The file's time stamp, to the second: local time, as a date of the catalogue has it. Raises 53 for a
 /// missing file.

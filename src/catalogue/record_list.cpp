@@ -6,6 +6,13 @@
 
 namespace veldrin::catalogue {
 
+namespace {
+
+// A walk through the whole catalogue must not end up with all of it in memory.
+constexpr int MostLooks = 10'000;
+
+}  // namespace
+
 bool SelBookmarkList::Contains(int bookmark) const {
   return std::binary_search(Sorted.begin(), Sorted.end(), bookmark);
 }
@@ -19,15 +26,11 @@ bool SelBookmarkList::Add(int bookmark) {
   return true;
 }
 
-void SelBookmarkList::Remove(int index) {
-  Sorted.erase(std::lower_bound(Sorted.begin(), Sorted.end(), (*this)[index]));
-  Bookmarks.erase(Bookmarks.begin() + index);
+void SelBookmarkList::Toggle(int bookmark) {
+  if (Add(bookmark)) return;
+  Sorted.erase(std::lower_bound(Sorted.begin(), Sorted.end(), bookmark));
+  std::erase(Bookmarks, bookmark);
   Q_EMIT Changed();
-}
-
-int SelBookmarkList::IndexOf(int bookmark) const {
-  const auto found = std::find(Bookmarks.begin(), Bookmarks.end(), bookmark);
-  return found == Bookmarks.end() ? -1 : static_cast<int>(found - Bookmarks.begin());
 }
 
 void SelBookmarkList::Replace(std::vector<int> bookmarks) {
@@ -38,67 +41,97 @@ void SelBookmarkList::Replace(std::vector<int> bookmarks) {
   Q_EMIT Changed();
 }
 
+engine::Value ListRows::Field(int index, const QString& name) const {
+  return IsThere(index) ? Rows[index].at(engine::ColumnAt(Names, name)) : engine::Value();
+}
+
 RecordList::~RecordList() = default;
 
-void RecordList::Refresh() {
-  TheRecordset.reset();
-  SelBookmarks.Clear();
-  try {
-    TheRecordset = Engine.OpenDatabase(DatabaseName)->OpenRecordset(RecordSource);
-    TheRecordset->RecordCount();  // Reads the keys, and so raises what is wrong with the source.
-  } catch (const base::RuntimeError&) {
-    TheRecordset.reset();
-    Q_EMIT Refreshed();
-    throw;
+void RecordList::Read(std::optional<int> bookmark) {
+  std::unique_ptr<engine::Recordset> read = Engine.OpenDatabase(DatabaseName)->OpenRecordset(RecordSource);
+  // Reads the keys, and so raises what is wrong with the source.
+  const int count = read->RecordCount();
+  if (bookmark && count > 0) {
+    const int place = read->PositionOf(*bookmark);
+    read->SetAbsolutePosition(place >= 0 ? place : std::clamp(AbsolutePosition(), 0, count - 1));
   }
+  TheRecordset = std::move(read);
+  Looks.clear();
+  SelBookmarks.Clear();
   Q_EMIT Refreshed();
   Q_EMIT Reposition();
 }
 
-engine::Recordset& RecordList::Recordset() const {
+const engine::Recordset& RecordList::Recordset() const {
   if (!TheRecordset)
     throw base::RuntimeError(base::errObjectNotSet, QStringLiteral("Object variable not set."));
   return *TheRecordset;
 }
 
 void RecordList::SetAbsolutePosition(int position) {
-  Recordset().SetAbsolutePosition(position);
+  Recordset();
+  TheRecordset->SetAbsolutePosition(position);
   Q_EMIT Reposition();
 }
 
-void RecordList::MoveFirst() {
-  Recordset().MoveFirst();
+void RecordList::MoveNear(int position) {
+  if (RecordCount() > 0) SetAbsolutePosition(std::clamp(position, 0, RecordCount() - 1));
+}
+
+bool RecordList::FindFirst(const QString& criteria) {
+  Recordset();
+  TheRecordset->FindFirst(criteria);
+  if (TheRecordset->NoMatch()) return false;
   Q_EMIT Reposition();
+  return true;
 }
 
-void RecordList::MoveLast() {
-  Recordset().MoveLast();
+bool RecordList::FindNext(const QString& criteria) {
+  Recordset();
+  TheRecordset->FindNext(criteria);
+  if (TheRecordset->NoMatch()) return false;
   Q_EMIT Reposition();
+  return true;
 }
 
-void RecordList::MoveNext() {
-  Recordset().MoveNext();
-  Q_EMIT Reposition();
+ListRows RecordList::ReadRows(int first, int count) const {
+  const QStringList names = Recordset().FieldNames();
+  ListRows rows(names, Recordset().ReadRows(first, count));
+  if (Looks.size() > MostLooks) Looks.clear();
+  for (int i = 0; i < rows.Count(); ++i) {
+    if (!rows.IsThere(i)) continue;
+    Looks[BookmarkAt(first + i)] = {rows.Field(i, QStringLiteral("ImageType")).toString(),
+                                    rows.Field(i, QStringLiteral("CreateDate")).toDateTime()};
+  }
+  return rows;
 }
 
-void RecordList::MovePrevious() {
-  Recordset().MovePrevious();
-  Q_EMIT Reposition();
+void RecordList::SelectAll() {
+  std::vector<int> all;
+  all.reserve(RecordCount());
+  for (int k = 0; k < SelBookmarks.Count(); ++k) all.push_back(SelBookmarks[k]);
+  for (int position = 0; position < RecordCount(); ++position) {
+    const int bookmark = BookmarkAt(position);
+    if (!SelBookmarks.Contains(bookmark)) all.push_back(bookmark);
+  }
+  SelBookmarks.Replace(std::move(all));
 }
 
-void RecordList::FindFirst(const QString& criteria) {
-  Recordset().FindFirst(criteria);
-  if (!Recordset().NoMatch()) Q_EMIT Reposition();
-}
-
-void RecordList::FindNext(const QString& criteria) {
-  Recordset().FindNext(criteria);
-  if (!Recordset().NoMatch()) Q_EMIT Reposition();
-}
-
-void RecordList::SetBookmark(int bookmark) {
-  Recordset().SetBookmark(bookmark);
-  Q_EMIT Reposition();
+Choice RecordList::Chosen(bool selectionCounts) const {
+  Choice choice;
+  const auto add = [&](int bookmark) {
+    const auto look = Looks.constFind(bookmark);
+    choice.Photos.push_back({bookmark, look == Looks.cend() ? std::nullopt : std::optional(*look)});
+  };
+  if (RecordCount() == 0) return choice;
+  choice.IsSelection = selectionCounts && SelBookmarks.Count() > 0;
+  if (!choice.IsSelection) {
+    add(Bookmark());
+    return choice;
+  }
+  choice.Photos.reserve(SelBookmarks.Count());
+  for (int i = 0; i < SelBookmarks.Count(); ++i) add(SelBookmarks[i]);
+  return choice;
 }
 
 }  // namespace veldrin::catalogue

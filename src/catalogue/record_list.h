@@ -1,9 +1,13 @@
 // The one list of records that all views show, with its current record and its selection.
 #pragma once
 
+#include <QDateTime>
+#include <QHash>
 #include <QObject>
 #include <QString>
+#include <functional>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "engine/dao/db_engine.h"
@@ -19,11 +23,10 @@ class SelBookmarkList : public QObject {
   int Count() const { return static_cast<int>(Bookmarks.size()); }
   int operator[](int index) const { return Bookmarks[static_cast<size_t>(index)]; }
   bool Contains(int bookmark) const;
-  /// The place of a bookmark in the list; -1 where it isn't selected.
-  int IndexOf(int bookmark) const;
   /// False when the record is selected already.
   bool Add(int bookmark);
-  void Remove(int index);
+  /// Selects a record, or unselects it where it is selected.
+  void Toggle(int bookmark);
   void Clear() { Replace({}); }
   /// These records instead, each given once.
   void Replace(std::vector<int> bookmarks);
@@ -36,8 +39,51 @@ class SelBookmarkList : public QObject {
   std::vector<int> Sorted;  ///< the same, for the look-up
 };
 
-/// `Data1`: the recordset of the current folder and query. Keeps keys only; a row is read when it is looked
-/// at.
+/// What tells a photo from another one that has its number: neither changes while a photo is in the
+/// catalogue.
+struct PhotoLook {
+  QString ImageType;
+  QDateTime CreateDate;
+  bool operator==(const PhotoLook&) const = default;
+};
+
+/// A photo as the user pointed at it.
+struct ChosenPhoto {
+  int PhotoID = 0;
+  /// As it was when a view last showed it; nothing for a photo that was selected and never shown.
+  std::optional<PhotoLook> Look;
+};
+
+/// What a command acts on.
+struct Choice {
+  std::vector<ChosenPhoto> Photos;
+  bool IsSelection = false;  ///< otherwise it is the current record
+};
+
+/// Tells what the command that is given now acts on; to be asked before any question to the user.
+using Chooser = std::function<Choice()>;
+
+/// Some rows of the list, read together.
+class ListRows {
+ public:
+  ListRows() = default;
+  ListRows(QStringList names, std::vector<std::vector<engine::Value>> rows)
+      : Names(std::move(names)), Rows(std::move(rows)) {}
+
+  int Count() const { return static_cast<int>(Rows.size()); }
+  /// False for a row that has been deleted since the list was read.
+  bool IsThere(int index) const { return !Rows[static_cast<size_t>(index)].empty(); }
+  /// A field of a row by its name; Null in a row that isn't there.
+  engine::Value Field(int index, const QString& name) const;
+
+ private:
+  QStringList Names;
+  std::vector<std::vector<engine::Value>> Rows;
+};
+
+/// `Data1`: the records of the current folder and query, the current one among them and the selected ones.
+/// Keeps keys only; rows are read when they are looked at. All who show records follow its signals, and
+/// nobody moves it but to make another record the current one.
 class RecordList : public QObject {
   Q_OBJECT
 
@@ -48,59 +94,61 @@ class RecordList : public QObject {
   QString DatabaseName;
   QString RecordSource;
 
-  /// True while a routine walks the list or moves a scroll bar or a directory list itself, so that the
-  /// handlers of those changes keep still: a guard against synchronous events, not a lock.
-  bool SuppressReposition = false;
+  /// Reads the list anew from RecordSource, empties the selection and stands on the first record. Raises the
+  /// error of a source that can't be read; all is as it was then.
+  void Refresh() { Read({}); }
+  /// The same, and stands on a record, or where it isn't in the list any more, at the place where it stood.
+  void RefreshAt(int bookmark) { Read(bookmark); }
 
-  /// Reads the list anew from RecordSource and stands on its first record. Empties the selection. Raises the
-  /// error of a source that can't be read; the list is empty then.
-  void Refresh();
-
-  /// For reading: moves go through the operations below. Raises 91 before the first Refresh and after one
-  /// that failed; the list counts as empty then.
-  engine::Recordset& Recordset() const;
-
-  // The recordset's operations; each move emits Reposition.
   int RecordCount() const { return TheRecordset ? TheRecordset->RecordCount() : 0; }
+  /// The current record, from 0 on; -1 exactly while the list is empty.
   int AbsolutePosition() const { return TheRecordset ? TheRecordset->AbsolutePosition() : -1; }
+
+  // Each move emits Reposition, also one that ends where it began. Raise 3021 for a place or a record that
+  // isn't in the list.
   void SetAbsolutePosition(int position);
-  void MoveFirst();
-  void MoveLast();
-  void MoveNext();
-  void MovePrevious();
-  void FindFirst(const QString& criteria);
-  void FindNext(const QString& criteria);
+  void SetBookmark(int bookmark) { SetAbsolutePosition(PositionOf(bookmark)); }
+  /// To the nearest place within the list; nothing happens in an empty one.
+  void MoveNear(int position);
+  /// Moves to the first record that meets the criteria, the text of a WHERE clause; false, and no move, where
+  /// none does.
+  bool FindFirst(const QString& criteria);
+  /// The same from the record behind the current one on.
+  bool FindNext(const QString& criteria);
+
   int Bookmark() const { return Recordset().Bookmark(); }
-  void SetBookmark(int bookmark);
   int BookmarkAt(int position) const { return Recordset().BookmarkAt(position); }
   /// -1 for a bookmark that isn't in the list.
-  int PositionOf(int bookmark) const { return Recordset().PositionOf(bookmark); }
-  void Reread() { Recordset().Reread(); }
+  int PositionOf(int bookmark) const { return TheRecordset ? TheRecordset->PositionOf(bookmark) : -1; }
+
+  /// A field of the current record, 3167 when its row has gone.
   engine::Value Field(const QString& name) const { return Recordset().Field(name); }
+  /// Reads rows that are going to be shown, `count` from `first` on, all within the list.
+  ListRows ReadRows(int first, int count) const;
 
   SelBookmarkList SelBookmarks;
+  /// Selects every record. What is selected already stays in front, as if they were added one by one.
+  void SelectAll();
+
+  /// What a command acts on: the selected records in their order; the current one where nothing is selected
+  /// or the selection doesn't count; none in an empty list.
+  Choice Chosen(bool selectionCounts) const;
+
+  /// For reading what the operations above don't give. Raises 91 before the first Refresh.
+  const engine::Recordset& Recordset() const;
 
  Q_SIGNALS:
-  /// The list was read anew.
+  /// The list was read anew; Reposition follows.
   void Refreshed();
-  /// The current record changed; also emitted while SuppressReposition is set.
+  /// Another record is the current one, or the same one is to be shown anew.
   void Reposition();
 
  private:
+  void Read(std::optional<int> bookmark);
+
   engine::DBEngine& Engine;
   std::unique_ptr<engine::Recordset> TheRecordset;
-};
-
-/// Sets SuppressReposition for as long as it lives.
-class RepositionGuard {
- public:
-  explicit RepositionGuard(RecordList& list) : List(list) { List.SuppressReposition = true; }
-  ~RepositionGuard() { List.SuppressReposition = false; }
-  RepositionGuard(const RepositionGuard&) = delete;
-  RepositionGuard& operator=(const RepositionGuard&) = delete;
-
- private:
-  RecordList& List;
+  mutable QHash<int, PhotoLook> Looks;  ///< of the rows shown since the list was read
 };
 
 }  // namespace veldrin::catalogue

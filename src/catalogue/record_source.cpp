@@ -2,6 +2,7 @@
 
 #include <QStringList>
 
+#include "base/failure.h"
 #include "base/runtime_error.h"
 #include "engine/sql_tokens.h"
 
@@ -58,34 +59,22 @@ void RecordSource::SetActiveFolder(const QString& key) {
 }
 
 void RecordSource::SetRecordSource() {
-  // A new list: no routine walks the old one. A page without records and the end of a show leave the guard
-  // up.
-  Data1.SuppressReposition = false;
   const QString folder = Folder();
-  if (folder.isEmpty()) {
-    RecordSourceSql = QStringLiteral("SELECT tblPhotos.* FROM tblPhotos") + BuildQueryClause(Query);
-  } else {
-    SetActiveFolder(folder);
-    RecordSourceSql = QStringLiteral("SELECT qryPhotos.* FROM qryPhotos") + BuildQueryClause(Query);
-  }
-  // The moves below must not load images.
-  const bool preview = Views.PreviewIsOn();
-  if (preview) Views.SetPreview(false);
-  Data1.RecordSource = RecordSourceSql;
+  const QString former = Data1.RecordSource;
   try {
+    if (!folder.isEmpty()) SetActiveFolder(folder);
+    Data1.RecordSource = (folder.isEmpty() ? QStringLiteral("SELECT tblPhotos.* FROM tblPhotos")
+                                           : QStringLiteral("SELECT qryPhotos.* FROM qryPhotos")) +
+                         BuildQueryClause(Query);
     Data1.Refresh();
   } catch (const base::RuntimeError&) {
-    Views.InitThumbScroll();
-    if (preview) Views.SetPreview(true);
+    Data1.RecordSource = former;
+    Query = ShownQuery;
+    if (!ShownFolder.isEmpty()) base::ResumeNext([this] { SetActiveFolder(ShownFolder); });
     throw;
   }
-  if (Data1.RecordCount() > 0) {
-    Data1.MoveLast();
-    Data1.MoveFirst();
-    Views.SetSliderMax(Data1.RecordCount());
-  }
-  Views.InitThumbScroll();
-  if (preview) Views.SetPreview(true);
+  ShownQuery = Query;
+  ShownFolder = folder;
 }
 
 }  // namespace veldrin::catalogue

@@ -33,37 +33,23 @@ QString CompareOpText(int index);
 /// the left of its comparison and the second on the right, so that one operator in both means a range.
 QString BuildQueryClause(const Criteria& criteria);
 
-/// What SetRecordSource asks of the views that depend on the list.
-class RecordViews {
- public:
-  virtual ~RecordViews() = default;
-  /// Whether the preview is on; switching it on shows the current record.
-  virtual bool PreviewIsOn() const = 0;
-  virtual void SetPreview(bool on) = 0;
-  virtual void SetSliderMax(int recordCount) = 0;
-  virtual void InitThumbScroll() = 0;
-};
-
 /// Tells the key of the selected folder; empty for the whole catalogue.
 using SelectedFolder = std::function<QString()>;
 
 /// The one place where the list of records changes.
 class RecordSource {
  public:
-  RecordSource(RecordList& data1, SelectedFolder folder, engine::DBEngine& engine, const Paths& paths,
-               RecordViews& views)
-      : Data1(data1), Folder(std::move(folder)), Engine(engine), ThePaths(paths), Views(views) {}
+  RecordSource(RecordList& data1, SelectedFolder folder, engine::DBEngine& engine, const Paths& paths)
+      : Data1(data1), Folder(std::move(folder)), Engine(engine), ThePaths(paths) {}
 
   Criteria Query;
-  /// The SQL last given to the list.
-  QString RecordSourceSql;
 
   /// Empties the criteria; the list stays as it is.
   void ClearQuery() { Query = Criteria{}; }
 
-  /// Reads the list for the selected folder and the criteria, and brings the dependent controls up to date.
-  /// The list then stands on its first record or is empty. Raises the error of criteria that the engine can't
-  /// read.
+  /// Reads the list for the selected folder and the criteria. The list then stands on its first record or is
+  /// empty. Raises the error of criteria that the engine can't read; list and criteria are then what they
+  /// were when it was last read.
   void SetRecordSource();
 
  private:
@@ -73,7 +59,9 @@ class RecordSource {
   SelectedFolder Folder;
   engine::DBEngine& Engine;
   const Paths& ThePaths;
-  RecordViews& Views;
+  // What the list was last read for.
+  Criteria ShownQuery;
+  QString ShownFolder;
 };
 
 }  // namespace veldrin::catalogue

@@ -36,10 +36,8 @@ void DirectoryChooser::Drive1_Change() {
   } catch (const base::RuntimeError& error) {
     MsgBox(this, base::ErrorCodeText(error));
     IsRestoring = true;
-    Q_EMIT Restore(true);
     base::ResumeNext([&] { TheDrive->SetDrive(earlier); });
     base::ResumeNext([&] { TheDir->SetPath(earlier); });
-    Q_EMIT Restore(false);
     IsRestoring = false;
   }
 }
@@ -47,7 +45,7 @@ void DirectoryChooser::Drive1_Change() {
 // A directory of another volume can be reached from directory to directory, too.
 void DirectoryChooser::Dir1_Change() {
   TheDrive->ShowDrive(TheDir->Path());
-  Q_EMIT Change();
+  if (!IsRestoring) Q_EMIT Change();
 }
 
 }  // namespace veldrin::controls

@@ -27,9 +27,6 @@ class DirectoryChooser : public QWidget {
  Q_SIGNALS:
   /// Another directory is open.
   void Change();
-  /// A drive couldn't be opened: between true and false the earlier drive and directory come back, with a
-  /// Change of their own.
-  void Restore(bool begins);
 
  private:
   void Drive1_Change();

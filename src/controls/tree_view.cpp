@@ -24,6 +24,20 @@ QIcon FolderIcon() {
 
 }  // namespace
 
+Node::Node(const QString& text, int index) : QTreeWidgetItem(QStringList(text)), TheIndex(index) {
+  setFlags(flags() | Qt::ItemIsEditable);
+}
+
+QVariant Node::data(int column, int role) const {
+  static const QVariant icon = FolderIcon();
+  return role == Qt::DecorationRole ? icon : QTreeWidgetItem::data(column, role);
+}
+
+void Node::Append(Node* child) {
+  child->Row = Children();
+  addChild(child);
+}
+
 // Qt asks for writable items where it only compares them.
 Node* Node::Sibling(int offset) const {
   const Node* parent = Parent();
@@ -48,6 +62,13 @@ QString Node::FullPath() const {
   return Parent() == nullptr ? Text() : Parent()->FullPath() + QLatin1Char('\\') + Text();
 }
 
+bool Node::IsBelow(const Node& node) const {
+  for (const Node* above = Parent(); above != nullptr; above = above->Parent()) {
+    if (above == &node) return true;
+  }
+  return false;
+}
+
 void Node::SetGrey(bool grey) {
   Grey = grey;
   setForeground(0, grey ? QBrush(QColor::fromRgb(GreyNodeColor)) : QBrush());
@@ -63,33 +84,54 @@ TreeView::TreeView(QWidget* parent) : QTreeWidget(parent) {
   setIconSize(QSize(18, 18));
   setIndentation(16);  // "!UNORGANIZED" fits below a top-level folder in the pane as designed.
   setItemDelegate(new LabelDelegate(this, [this](QWidget* viewport) { return MakeEditor(viewport); }));
+  // The selected node is always seen.
+  connect(this, &QTreeWidget::itemCollapsed, this, [this](QTreeWidgetItem* item) {
+    auto* node = static_cast<Node*>(item);
+    if (SelectedItem() == nullptr || !SelectedItem()->IsBelow(*node)) return;
+    Select(node);
+    Q_EMIT NodeClick(node);
+  });
 }
 
 // Before the base class hides the tree: an editor that loses the focus then would find it half gone.
 TreeView::~TreeView() { EndLabelEdit(false); }
 
-Node* TreeView::Add(Node* relative, const QString& text) {
-  static const QIcon icon = FolderIcon();
+Node* TreeView::Make(const QString& text) {
   auto* node = new Node(text, Count() + 1);
-  node->setIcon(0, icon);
-  node->setFlags(node->flags() | Qt::ItemIsEditable);
   Nodes.push_back(node);
+  return node;
+}
+
+Node* TreeView::Add(Node* relative, const QString& text) {
+  Node* node = Make(text);
   if (relative == nullptr) {
     addTopLevelItem(node);
   } else {
-    node->Row = relative->Children();
-    relative->addChild(node);
+    relative->Append(node);
   }
   return node;
+}
+
+Node* TreeView::MakeCopy(const Node& source) {
+  Node* copy = Make(source.Text());
+  for (const Node* child = source.Child(); child != nullptr; child = child->Next()) {
+    copy->Append(MakeCopy(*child));
+  }
+  return copy;
+}
+
+// The view hears of the whole subtree at once.
+Node* TreeView::AddCopy(Node* relative, const Node& source) {
+  Node* copy = MakeCopy(source);
+  relative->Append(copy);
+  return copy;
 }
 
 void TreeView::Remove(Node* node) {
   EndLabelEdit(false);
   Node* parent = node->Parent();
-  bool selectionGoes = false;
-  for (const Node* selected = SelectedItem(); selected != nullptr; selected = selected->Parent()) {
-    selectionGoes |= selected == node;
-  }
+  const Node* selected = SelectedItem();
+  const bool selectionGoes = selected != nullptr && (selected == node || selected->IsBelow(*node));
   if (selectionGoes && parent != nullptr) Select(parent);
   Forget(node);
   delete node;
@@ -189,17 +231,8 @@ void TreeView::mouseMoveEvent(QMouseEvent* event) {
 
 void TreeView::keyPressEvent(QKeyEvent* event) {
   const Node* before = SelectedItem();
-  Q_EMIT KeyDown();
   QTreeWidget::keyPressEvent(event);
-  if (SelectedItem() == nullptr || SelectedItem() == before) return;
-  Q_EMIT NodeClick(SelectedItem());
-  // A view that took the focus gets the release.
-  if (!hasFocus()) Q_EMIT KeyUp();
-}
-
-void TreeView::keyReleaseEvent(QKeyEvent* event) {
-  QTreeWidget::keyReleaseEvent(event);
-  if (!event->isAutoRepeat()) Q_EMIT KeyUp();
+  if (SelectedItem() != nullptr && SelectedItem() != before) Q_EMIT NodeClick(SelectedItem());
 }
 
 }  // namespace veldrin::controls

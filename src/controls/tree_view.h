@@ -39,13 +39,17 @@ class Node : public QTreeWidgetItem {
 
   /// The texts from the root down to the node, joined by backslashes.
   QString FullPath() const;
+  bool IsBelow(const Node& node) const;
 
   bool IsGrey() const { return Grey; }
   void SetGrey(bool grey);
 
  private:
   friend class TreeView;
-  Node(const QString& text, int index) : QTreeWidgetItem(QStringList(text)), TheIndex(index) {}
+  Node(const QString& text, int index);
+  // All nodes have the one icon; a value of its own in each would cost as much as all else of a node.
+  QVariant data(int column, int role) const override;
+  void Append(Node* child);
   Node* Sibling(int offset) const;
 
   int TheIndex;
@@ -64,6 +68,9 @@ class TreeView : public QTreeWidget {
 
   /// Adds a last child of `relative`, or the root when it is null.
   Node* Add(Node* relative, const QString& text);
+  /// Adds a copy of a subtree, its texts only, as the last child of `relative`, which stands outside of it. A
+  /// node's copy is made before those of its children.
+  Node* AddCopy(Node* relative, const Node& source);
   /// Removes a node and its subtree and renumbers the others. When the selection goes with it, the parent of
   /// the removed node is selected. An edit that is open is taken back.
   void Remove(Node* node);
@@ -91,12 +98,9 @@ class TreeView : public QTreeWidget {
  Q_SIGNALS:
   /// A mouse button went down; the selection is still the one before.
   void MouseDown(Qt::MouseButton button, const QPoint& point);
-  /// A key went down; the selection is still the one before.
-  void KeyDown();
-  /// The user selected a node by mouse or keyboard, or clicked the one that was selected.
+  /// The user selected a node by mouse or keyboard, clicked the one that was selected, or collapsed a branch
+  /// over it, whose top is selected then.
   void NodeClick(veldrin::controls::Node* node);
-  /// A key was released, the selection is at rest.
-  void KeyUp();
   /// An edit of the selected node's label was kept. The label becomes NewString unless Cancel is set.
   void AfterLabelEdit(bool& Cancel, QString& NewString);
   /// The user took an edit of the selected node's label back.
@@ -108,11 +112,12 @@ class TreeView : public QTreeWidget {
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
-  void keyReleaseEvent(QKeyEvent* event) override;
   void closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint hint) override;
 
  private:
   QWidget* MakeEditor(QWidget* parent);
+  Node* Make(const QString& text);
+  Node* MakeCopy(const Node& source);
   void Renumber();
   void Forget(Node* node);
 

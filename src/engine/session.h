@@ -46,6 +46,8 @@ class Session {
   virtual RowSet Rows(const QString& sql, std::span<const Value> parameters = {}) = 0;
   /// Returns how many rows were changed.
   virtual int Execute(const QString& sql, std::span<const Value> parameters = {}) = 0;
+  /// The same again for each `width` of the parameters: at least once, also without any.
+  virtual int ExecuteRows(const QString& sql, qsizetype width, std::span<const Value> parameters) = 0;
 
   /// Kept: a table doesn't change once it is read.
   virtual const TableColumns& ColumnsOf(const QString& table) = 0;

@@ -40,12 +40,7 @@ QString SearchCriterion(const QString& field, FieldType type, const QString& val
 bool RecordSearch::MoveToMatch(frmSearch::SearchMode mode) {
   const FieldType type = Data1.Recordset().TypeOf(Last.FldName);
   const QString criterion = SearchCriterion(Last.FldName, type, Last.MatchVal);
-  if (mode == frmSearch::Find) {
-    Data1.FindFirst(criterion);
-  } else {
-    Data1.FindNext(criterion);
-  }
-  return !Data1.Recordset().NoMatch();
+  return mode == frmSearch::Find ? Data1.FindFirst(criterion) : Data1.FindNext(criterion);
 }
 
 RecordSearch::Result RecordSearch::FindRecord() {
@@ -67,7 +62,7 @@ void RecordSearch::SearchBttn_Click() {
     controls::MsgBox(&Window, QStringLiteral("Record not fund!"), controls::vbInformation,
                      QStringLiteral("Information"));
   }
-  Views.ShowFolderRecords();
+  Searched();
 }
 
 }  // namespace veldrin::find

@@ -3,10 +3,10 @@
 
 #include <QStringList>
 #include <QWidget>
+#include <functional>
 #include <utility>
 
 #include "catalogue/record_list.h"
-#include "find/find_views.h"
 #include "find/search_dialog.h"
 
 namespace veldrin::find {
@@ -18,12 +18,13 @@ QString SearchCriterion(const QString& field, engine::FieldType type, const QStr
 class RecordSearch {
  public:
   /// The references must outlive the object; `window` has the dialog and the boxes. `fields`: the names of
-  /// the grid's fields, in its order.
-  RecordSearch(catalogue::RecordList& data1, QStringList fields, FindViews& views, QWidget& window)
-      : Data1(data1), Fields(std::move(fields)), Views(views), Window(window) {}
+  /// the grid's fields, in its order. `searched` is called after each search, found or not.
+  RecordSearch(catalogue::RecordList& data1, QStringList fields, std::function<void()> searched,
+               QWidget& window)
+      : Data1(data1), Fields(std::move(fields)), Searched(std::move(searched)), Window(window) {}
 
-  /// The command of both buttons: looks for a record, tells when there is none, and has the view drawn from
-  /// the current record. Does nothing on an empty list.
+  /// The command of both buttons: looks for a record, and tells when there is none. Does nothing on an empty
+  /// list.
   void SearchBttn_Click();
 
  private:
@@ -33,7 +34,7 @@ class RecordSearch {
 
   catalogue::RecordList& Data1;
   QStringList Fields;
-  FindViews& Views;
+  std::function<void()> Searched;
   QWidget& Window;
   SearchValues Last;  ///< `FldName` and `MatchVal`, kept from one search to the next
 };

@@ -1,6 +1,5 @@
 #include "find/query.h"
 
-#include "base/runtime_error.h"
 #include "find/query_dialog.h"
 
 namespace veldrin::find {
@@ -34,17 +33,11 @@ void Query::QueryBttn_Click() {
   frmQry dialog(Source.Query, &Window);
   dialog.exec();
   if (!dialog.QryAccepted) return;
-  try {
-    Source.SetRecordSource();
-  } catch (const base::RuntimeError&) {
-    Views.ShowFolderRecords();  // No view may go on showing what the list no longer holds.
-    throw;
-  }
-  Views.ShowFolderRecords();
+  Source.SetRecordSource();
 }
 
 void Query::RecordQuery_Click() {
-  Views.HoldShow([this] { QueryBttn_Click(); });
+  Hold([this] { QueryBttn_Click(); });
 }
 
 }  // namespace veldrin::find

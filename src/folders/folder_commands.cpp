@@ -19,50 +19,49 @@ using controls::Node;
 using engine::Database;
 
 FolderCommands::FolderCommands(controls::TreeView& tvTreeView, FolderNavigation& navigation,
-                               FolderViews& views, engine::DBEngine& engine, const catalogue::Paths& paths)
-    : Tree(tvTreeView), Navigation(navigation), Views(views), Engine(engine), ThePaths(paths) {
+                               engine::DBEngine& engine, const catalogue::Paths& paths)
+    : Tree(tvTreeView), Navigation(navigation), Engine(engine), ThePaths(paths) {
   connect(&Tree, &controls::TreeView::AfterLabelEdit, this, &FolderCommands::tvTreeView_AfterLabelEdit);
   connect(&Tree, &controls::TreeView::LabelEditCancelled, this,
           &FolderCommands::tvTreeView_LabelEditCancelled);
   connect(&Tree, &controls::TreeView::NodeRemoved, this, [this](const Node* node) {
-    if (node == FolderCutNode) FolderCutNode = nullptr;
-    if (node == FolderCopyNode) FolderCopyNode = nullptr;
+    if (ThePending && node == ThePending->Source) ThePending.reset();
     if (node == AddedNode) AddedNode = nullptr;
   });
 }
 
-// What a command writes is stored as a whole, or after an error not at all.
+// What a command writes is stored as a whole, or after an error not at all. The work answers whether the rows
+// that it relies on are those that the tree shows.
 template <class Work>
-void FolderCommands::InOneGroup(Work&& work) {
-  const controls::BusyPointer busy;
-  const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
-  engine::Transaction group(*database);
-  work(*database);
-  group.Commit();
-}
-
-void FolderCommands::Refresh(const Node& node) {
-  Navigation.LastNodeIndex = -1;
-  Navigation.tvTreeView_NodeClick(node);
+bool FolderCommands::InOneGroup(Work&& work) {
+  {
+    const controls::BusyPointer busy;
+    const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
+    engine::Transaction group(*database);
+    if (work(*database)) {
+      group.Commit();
+      return true;
+    }
+  }
+  TellFolderChanged(&Tree);
+  return false;
 }
 
 // --- add, rename, delete ----------------------------------------------------------------------------------
 
 void FolderCommands::FolderAdd_Click() {
+  const Node& parent = *Tree.SelectedItem();
+  QString key;
+  const bool written = InOneGroup([&](Database& database) {
+    if (!RowIsAsShown(database, parent)) return false;
+    key = FolderWriter(database).AddFolderRecord(GetNodeLevel(parent) + 1, NewFolderName(), parent.Tag());
+    return true;
+  });
+  if (!written) return;
   AddUnorganizedNode(Tree);
   AddFolderNode(Tree);
-  Node& added = *Tree.SelectedItem();
-  try {
-    InOneGroup([&added](Database& database) {
-      added.SetTag(
-          FolderWriter(database).AddFolderRecord(GetNodeLevel(added), added.Text(), added.Parent()->Tag()));
-    });
-  } catch (...) {
-    // Without a key it would pass for the whole catalogue.
-    Tree.Remove(&added);
-    throw;
-  }
-  AddedNode = &added;
+  Tree.SelectedItem()->SetTag(key);
+  AddedNode = Tree.SelectedItem();
   EditFolderName();
 }
 
@@ -73,7 +72,7 @@ void FolderCommands::EditFolderName() {
 // A new folder stands under its first name, and is the one selected: the list must be its own.
 void FolderCommands::tvTreeView_LabelEditCancelled() {
   const controls::Node* added = std::exchange(AddedNode, nullptr);
-  if (added != nullptr && added == Tree.SelectedItem()) Refresh(*added);
+  if (added != nullptr && added == Tree.SelectedItem()) Navigation.ShowAnew();
 }
 
 void FolderCommands::tvTreeView_AfterLabelEdit(bool& Cancel, QString& NewString) {
@@ -86,13 +85,17 @@ void FolderCommands::tvTreeView_AfterLabelEdit(bool& Cancel, QString& NewString)
   }
   // No name clashes with a key; one that the catalogue has no room for must not be shown as if it were
   // stored.
-  Engine.OpenDatabase(ThePaths.WorkFile)
-      ->Execute(QStringLiteral("UPDATE %1 SET FolderName = '%2' WHERE IDNo = '%3'")
-                    .arg(catalogue::LevelTable(GetNodeLevel(node)), engine::QuoteSql(NewString), node.Tag()),
-                engine::dbFailOnError);
+  Cancel = !InOneGroup([&](Database& database) {
+    if (!RowIsAsShown(database, node)) return false;
+    database.Execute(
+        QStringLiteral("UPDATE %1 SET FolderName = '%2' WHERE IDNo = '%3'")
+            .arg(catalogue::LevelTable(GetNodeLevel(node)), engine::QuoteSql(NewString), node.Tag()),
+        engine::dbFailOnError);
+    return true;
+  });
   AddedNode = nullptr;
-  node.SetText(NewString);
-  Refresh(node);
+  if (!Cancel) node.SetText(NewString);
+  Navigation.ShowAnew();
 }
 
 void FolderCommands::FolderDel_Click() {
@@ -104,82 +107,98 @@ void FolderCommands::FolderDel_Click() {
                        QStringLiteral("Question")) != controls::vbYes) {
     return;
   }
-  const Node& parent = *node.Parent();
-  InOneGroup([&](Database& database) { RemoveFolder(database, node); });
+  const bool deleted = InOneGroup([&](Database& database) {
+    if (!SubtreeIsAsShown(database, node)) return false;
+    DeleteRows(database, node);
+    return true;
+  });
+  if (!deleted) return;
+  RemoveNodes(node);
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-  Refresh(parent);
+  Navigation.ShowAnew();
 }
 
-// The keys must be there while the links move, so the nodes go after them.
-void FolderCommands::RemoveFolder(Database& database, Node& node) {
-  Node& parent = *node.Parent();
+// The links first, while the keys are still there.
+void FolderCommands::DeleteRows(Database& database, const Node& node) const {
   MoveLinksToParent(database, node);
-  DeleteFolderNodes(database, Tree, node);
-  if (parent.Children() == 1 && IsUnorganized(*parent.Child())) {
-    DeleteFolderNodes(database, Tree, *parent.Child());
-  }
+  DeleteFolderRows(database, node);
+  if (const Node* unorganized = LastBeside(node)) DeleteFolderRows(database, *unorganized);
+}
+
+void FolderCommands::RemoveNodes(Node& node) {
+  Node* unorganized = LastBeside(node);
+  Tree.Remove(&node);
+  if (unorganized != nullptr) Tree.Remove(unorganized);
 }
 
 // --- cut, copy, paste -------------------------------------------------------------------------------------
 
+bool FolderCommands::TakesPaste(const Node& target) const {
+  return ThePending && TakesCopyOf(target, *ThePending->Source);
+}
+
+void FolderCommands::SetPending(std::optional<Pending> pending) {
+  ThePending = pending;
+  Q_EMIT Changed();
+}
+
 // A folder that was cut before stays grey.
 void FolderCommands::FolderCut_Click() {
-  FolderCutNode = Tree.SelectedItem();
-  FolderCopyNode = nullptr;
-  SetNodeColor(*FolderCutNode, true);
-  Views.ShowFolderUndoCut(true);
-  Views.SetFolderMenus();
+  Node& node = *Tree.SelectedItem();
+  SetNodeColor(node, true);
+  UndoCutShown = true;
+  SetPending(Pending{&node, true});
 }
 
 void FolderCommands::FolderCopy_Click() {
-  if (FolderCutNode != nullptr) TakeBackCut();
-  FolderCopyNode = Tree.SelectedItem();
-  Views.EnableFolderPaste(true);
+  FolderUndoCut_Click();
+  SetPending(Pending{Tree.SelectedItem(), false});
 }
 
 void FolderCommands::FolderUndoCut_Click() {
-  if (FolderCutNode == nullptr) return;
-  TakeBackCut();
-  Views.SetFolderMenus();
-}
-
-void FolderCommands::TakeBackCut() {
-  SetNodeColor(*FolderCutNode, false);
-  FolderCutNode = nullptr;
-  Views.ShowFolderUndoCut(false);
+  if (!ThePending || !ThePending->IsCut) return;
+  SetNodeColor(*ThePending->Source, false);
+  UndoCutShown = false;
+  SetPending({});
 }
 
 void FolderCommands::FolderPaste_Click() {
-  if (!HasPending()) return;
-  Node* pasted = nullptr;
-  const bool isCut = FolderCutNode != nullptr;
-  InOneGroup([&](Database& database) {
-    Node& source = isCut ? *FolderCutNode : *FolderCopyNode;
-    pasted = &PasteNodes(database, source, !isCut);
-    if (isCut) RemoveFolder(database, source);
-  });
-  if (isCut) Views.EnableFolderPaste(false);
-  FolderCutNode = nullptr;
-  FolderCopyNode = nullptr;
-  Tree.Select(pasted);
-  // Compared now that the source has gone: a folder cut and pasted in the same place keeps its name.
-  QString own;
-  if (isCut && IsDuplicateFolder(*pasted, own)) Tree.StartLabelEdit();
-  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
-  Refresh(*pasted);
-}
-
-Node& FolderCommands::PasteNodes(Database& database, const Node& source, bool isCopy) {
+  if (!ThePending) return;
+  Node& source = *ThePending->Source;
+  const bool isCut = ThePending->IsCut;
   Node& target = *Tree.SelectedItem();
   RequireOutside(target, source);
-  AddUnorganizedNode(Tree);
-  Node& pasted = CopyFolderNodes(Tree, target, source);
+  const bool isFirst = target.Children() == 0;
+  Node& pasted = CopyNodes(target);
+  const auto takeBack = [&] { TakeBackNode(Tree, pasted, isFirst); };
+  try {
+    const bool written = InOneGroup([&](Database& database) {
+      if (!RowIsAsShown(database, target) || (isCut && !SubtreeIsAsShown(database, source))) return false;
+      StoreFolders(database, pasted);
+      if (isCut) DeleteRows(database, source);
+      return true;
+    });
+    if (!written) return takeBack();
+  } catch (...) {
+    takeBack();
+    throw;
+  }
+  if (isCut) RemoveNodes(source);
+  SetPending({});
+  Tree.Select(&pasted);
+  // Compared now that the source has gone: a folder cut and pasted in the same place keeps its name.
   QString own;
-  if (IsDuplicateFolder(pasted, own) && isCopy)
+  if (isCut && IsDuplicateFolder(pasted, own)) Tree.StartLabelEdit();
+  QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+  Navigation.ShowAnew();
+}
+
+Node& FolderCommands::CopyNodes(Node& target) {
+  AddUnorganizedNode(Tree);
+  Node& pasted = *Tree.AddCopy(&target, *ThePending->Source);
+  QString own;
+  if (IsDuplicateFolder(pasted, own) && !ThePending->IsCut)
     pasted.SetText(base::CutText(QStringLiteral("Copy of ") + pasted.Text(), controls::MaxLabelLength));
-  FolderWriter writer(database);
-  pasted.SetTag(writer.AddFolderRecord(GetNodeLevel(pasted), pasted.Text(), target.Tag()));
-  AssignFolderKeys(writer, pasted);
   return pasted;
 }
 

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QObject>
+#include <optional>
 
 #include "catalogue/paths.h"
 #include "controls/tree_view.h"
@@ -10,15 +11,20 @@
 
 namespace veldrin::folders {
 
-/// All commands act on the selected folder; what of them it allows is the menu's affair. Errors of the
-/// catalogue are raised, and leave the rows as they were.
+/// All commands act on the selected folder; what of them it allows is the menu's affair. The rows are written
+/// first, and the nodes follow. A folder whose rows are no longer what the tree shows is left alone, and a
+/// box tells why. Errors of the catalogue are raised, and leave rows and nodes as they were.
 class FolderCommands : public QObject {
- public:
-  FolderCommands(controls::TreeView& tvTreeView, FolderNavigation& navigation, FolderViews& views,
-                 engine::DBEngine& engine, const catalogue::Paths& paths);
+  Q_OBJECT
 
-  /// Whether a folder was cut or copied and waits for the paste.
-  bool HasPending() const { return FolderCutNode != nullptr || FolderCopyNode != nullptr; }
+ public:
+  FolderCommands(controls::TreeView& tvTreeView, FolderNavigation& navigation, engine::DBEngine& engine,
+                 const catalogue::Paths& paths);
+
+  bool HasPending() const { return ThePending.has_value(); }
+  /// Whether something is cut or copied that can be pasted there.
+  bool TakesPaste(const controls::Node& target) const;
+  bool UndoCutIsShown() const { return UndoCutShown; }
 
   /// Adds a folder "New Folder" and lets the user name it.
   void FolderAdd_Click();
@@ -37,23 +43,30 @@ class FolderCommands : public QObject {
   /// Stores the name that was typed, or shows that it is taken and lets the user type again.
   void tvTreeView_AfterLabelEdit(bool& Cancel, QString& NewString);
 
+ Q_SIGNALS:
+  /// Something else is cut or copied.
+  void Changed();
+
  private:
+  struct Pending {
+    controls::Node* Source;
+    bool IsCut;
+  };
+
   template <class Work>
-  void InOneGroup(Work&& work);
-  controls::Node& PasteNodes(engine::Database& database, const controls::Node& source, bool isCopy);
-  void RemoveFolder(engine::Database& database, controls::Node& node);
-  void TakeBackCut();
-  void Refresh(const controls::Node& node);
+  bool InOneGroup(Work&& work);
+  controls::Node& CopyNodes(controls::Node& target);
+  void DeleteRows(engine::Database& database, const controls::Node& node) const;
+  void RemoveNodes(controls::Node& node);
+  void SetPending(std::optional<Pending> pending);
   void tvTreeView_LabelEditCancelled();
 
   controls::TreeView& Tree;
   FolderNavigation& Navigation;
-  FolderViews& Views;
   engine::DBEngine& Engine;
   const catalogue::Paths& ThePaths;
-  // One of them at most.
-  controls::Node* FolderCutNode = nullptr;
-  controls::Node* FolderCopyNode = nullptr;
+  std::optional<Pending> ThePending;
+  bool UndoCutShown = false;
   /// The folder that was added last, until its first name is settled.
   const controls::Node* AddedNode = nullptr;
 };

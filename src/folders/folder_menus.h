@@ -6,8 +6,10 @@ namespace veldrin::folders {
 struct FolderMenuInput {
   bool IsRoot = false;
   bool IsUnorganized = false;
-  bool IsCut = false;          ///< the selected node is grey
-  bool FolderPending = false;  ///< a folder was cut or copied
+  bool IsCut = false;       ///< the selected node is grey
+  bool IsDeepest = false;   ///< on the last level that the catalogue has
+  bool TakesPaste = false;  ///< a folder was cut or copied, and the selected node can take it
+  bool UndoCutShown = false;
 };
 
 struct FolderMenuState {
@@ -17,12 +19,14 @@ struct FolderMenuState {
   bool FolderCut = false;
   bool FolderCopy = false;
   bool FolderPaste = false;
+  bool FolderUndoCut = false;  ///< visible, with the line below it
 };
 
 constexpr FolderMenuState FolderMenusFor(const FolderMenuInput& input) {
   const bool changeable = !input.IsRoot && !input.IsUnorganized && !input.IsCut;
-  const bool takesFolders = !input.IsUnorganized && !input.IsCut;
-  return {takesFolders, changeable, changeable, changeable, changeable, takesFolders && input.FolderPending};
+  const bool takesFolders = !input.IsUnorganized && !input.IsCut && !input.IsDeepest;
+  return {takesFolders,      changeable, changeable, changeable, changeable, takesFolders && input.TakesPaste,
+          input.UndoCutShown};
 }
 
 }  // namespace veldrin::folders

@@ -1,5 +1,6 @@
 #include "folders/folder_navigation.h"
 
+#include "base/runtime_error.h"
 #include "controls/busy_pointer.h"
 #include "controls/msg_box.h"
 
@@ -8,37 +9,39 @@ namespace veldrin::folders {
 using controls::Node;
 
 FolderNavigation::FolderNavigation(controls::TreeView& tvTreeView, QLineEdit& txtFldrSearch,
-                                   catalogue::RecordSource& source, FolderViews& views)
-    : Tree(tvTreeView), Search(txtFldrSearch), Source(source), Views(views) {
+                                   catalogue::RecordSource& source)
+    : Tree(tvTreeView), Search(txtFldrSearch), Source(source) {
   connect(&Tree, &controls::TreeView::MouseDown, this, &FolderNavigation::tvTreeView_MouseDown);
-  connect(&Tree, &controls::TreeView::NodeClick, this, [this](Node* node) { tvTreeView_NodeClick(*node); });
-  // Before a key moves the selection it stands on the node that the views show, as before a click.
-  connect(&Tree, &controls::TreeView::KeyDown, this, &FolderNavigation::NoteSelection);
-  connect(&Tree, &controls::TreeView::KeyUp, this, &FolderNavigation::tvTreeView_KeyUp);
+  connect(&Tree, &controls::TreeView::NodeClick, this, &FolderNavigation::tvTreeView_NodeClick);
+  connect(&Tree, &controls::TreeView::NodeRemoved, this, [this](const Node* node) {
+    if (node == LastNode) LastNode = nullptr;
+  });
 }
 
-void FolderNavigation::tvTreeView_NodeClick(const Node& node) {
-  if (node.Index() == LastNodeIndex) return;
+void FolderNavigation::tvTreeView_NodeClick() {
+  if (Tree.SelectedItem() != LastNode) ShowAnew();
+}
+
+void FolderNavigation::ShowAnew() {
   const controls::BusyPointer busy;
   Source.ClearQuery();
-  Source.SetRecordSource();
-  Views.ShowFolderRecords();
-  Views.SetFolderMenus();
-  Views.SetRecordMenus();
+  try {
+    Source.SetRecordSource();
+  } catch (const base::RuntimeError&) {
+    if (LastNode != nullptr) Tree.Select(LastNode);
+    throw;
+  }
+  LastNode = Tree.SelectedItem();
+  Q_EMIT FolderShown();
 }
 
 void FolderNavigation::tvTreeView_MouseDown(Qt::MouseButton button, const QPoint& point) {
-  NoteSelection();
   if (button != Qt::RightButton) return;
   Node* node = Tree.HitTest(point);
   if (node == nullptr) return;
   Tree.Select(node);
-  tvTreeView_NodeClick(*node);
-  Views.PopupFolderMenu();
-}
-
-void FolderNavigation::NoteSelection() {
-  if (Tree.SelectedItem() != nullptr) LastNodeIndex = Tree.SelectedItem()->Index();
+  tvTreeView_NodeClick();
+  Q_EMIT FolderMenuRequested();
 }
 
 void FolderNavigation::bttnGo_Click() {
@@ -48,11 +51,7 @@ void FolderNavigation::bttnGo_Click() {
     Node* node = Tree.NodeAt(i);
     if (node->Text().toLower() != name) continue;
     Tree.Select(node);
-    tvTreeView_NodeClick(*node);
-    // A node that is taken to be shown already is selected all the same: the menus are for it.
-    Views.SetFolderMenus();
-    Views.SetRecordMenus();
-    return;
+    return tvTreeView_NodeClick();
   }
   controls::MsgBox(&Tree, QStringLiteral("The folder can't be found!"), controls::vbInformation,
                    QStringLiteral("Folder Search"));

@@ -9,44 +9,34 @@
 
 namespace veldrin::folders {
 
-/// What a change of the folder asks of the views and menus.
-class FolderViews {
- public:
-  virtual ~FolderViews() = default;
-  /// Draws the shown view of the list anew, from its current record.
-  virtual void ShowFolderRecords() = 0;
-  virtual void SetFolderMenus() = 0;
-  virtual void SetRecordMenus() = 0;
-  /// Shows or hides FolderUndoCut and the line below it.
-  virtual void ShowFolderUndoCut(bool visible) = 0;
-  virtual void EnableFolderPaste(bool enabled) = 0;
-  /// Shows the Folder menu at the pointer.
-  virtual void PopupFolderMenu() = 0;
-};
-
+/// While no label is edited, the selected node is the folder that the list was read for.
 class FolderNavigation : public QObject {
+  Q_OBJECT
+
  public:
   /// The search box belongs to the caller.
-  FolderNavigation(controls::TreeView& tvTreeView, QLineEdit& txtFldrSearch, catalogue::RecordSource& source,
-                   FolderViews& views);
+  FolderNavigation(controls::TreeView& tvTreeView, QLineEdit& txtFldrSearch, catalogue::RecordSource& source);
 
-  /// The index of the node that the views are taken to show; -1 makes the next tvTreeView_NodeClick act.
-  int LastNodeIndex = -1;
-
-  /// Refreshes everything for the selected folder, unless `node` is the one shown already.
-  void tvTreeView_NodeClick(const controls::Node& node);
+  /// Reads the list for the selected node, without a query, unless it was read for it already. When that
+  /// fails the node that was shown is selected again, and the error raised.
+  void tvTreeView_NodeClick();
+  /// The same in any case.
+  void ShowAnew();
   void tvTreeView_MouseDown(Qt::MouseButton button, const QPoint& point);
-  void tvTreeView_KeyUp() { NoteSelection(); }
   /// Selects the first folder of the name typed, in the order of making, without regard to case.
   void bttnGo_Click();
 
- private:
-  void NoteSelection();
+ Q_SIGNALS:
+  /// The list is another folder's.
+  void FolderShown();
+  /// The Folder menu is to be shown at the pointer.
+  void FolderMenuRequested();
 
+ private:
   controls::TreeView& Tree;
   QLineEdit& Search;
   catalogue::RecordSource& Source;
-  FolderViews& Views;
+  controls::Node* LastNode = nullptr;  ///< which the list was read for; null makes the next click read it
 };
 
 }  // namespace veldrin::folders

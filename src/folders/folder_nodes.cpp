@@ -1,6 +1,10 @@
 #include "folders/folder_nodes.h"
 
+#include <algorithm>
+
 #include "base/runtime_error.h"
+#include "catalogue/schema.h"
+#include "controls/msg_box.h"
 #include "folders/folder_keys.h"
 #include "folders/folder_tree.h"
 
@@ -36,19 +40,44 @@ void AddUnorganizedNode(TreeView& tree) {
   tree.Select(parent);
 }
 
-void RequireOutside(const Node& target, const Node& source) {
-  for (const Node* above = &target; above != nullptr; above = above->Parent()) {
-    if (above != &source) continue;
-    throw base::RuntimeError(base::errOutOfStackSpace, QStringLiteral("Out of stack space."));
+namespace {
+
+int LevelsOf(const Node& node) {
+  int below = 0;
+  for (const Node* child = node.Child(); child != nullptr; child = child->Next()) {
+    if (!IsUnorganized(*child)) below = std::max(below, LevelsOf(*child));
   }
+  return below + 1;
 }
 
-Node& CopyFolderNodes(TreeView& tree, Node& target, const Node& source) {
-  Node& copy = *tree.Add(&target, source.Text());
-  for (const Node* child = source.Child(); child != nullptr; child = child->Next()) {
-    CopyFolderNodes(tree, copy, *child);
-  }
-  return copy;
+}  // namespace
+
+bool TakesCopyOf(const Node& target, const Node& source) {
+  return &target != &source && !target.IsBelow(source) &&
+         GetNodeLevel(target) + LevelsOf(source) <= catalogue::LevelCount;
+}
+
+Node* LastBeside(const Node& node) {
+  const Node* parent = node.Parent();
+  if (parent == nullptr || parent->Children() != 2) return nullptr;
+  Node* beside = parent->Child() == &node ? parent->Child()->Next() : parent->Child();
+  return IsUnorganized(*beside) ? beside : nullptr;
+}
+
+void TellFolderChanged(QWidget* window) {
+  controls::MsgBox(window, QStringLiteral("The folder was changed by another machine."),
+                   controls::vbExclamation, QStringLiteral("Error"));
+}
+
+void RequireOutside(const Node& target, const Node& source) {
+  if (&target == &source || target.IsBelow(source))
+    throw base::RuntimeError(base::errOutOfStackSpace, QStringLiteral("Out of stack space."));
+}
+
+void TakeBackNode(TreeView& tree, Node& added, bool isFirst) {
+  Node& parent = *added.Parent();
+  tree.Remove(&added);
+  while (isFirst && parent.Children() > 0) tree.Remove(parent.Child());
 }
 
 }  // namespace veldrin::folders

@@ -23,11 +23,21 @@ bool IsDuplicateFolder(const controls::Node& node, QString& name);
 /// Gives the selected node its "!UNORGANIZED" if it has no children yet. The selection stays.
 void AddUnorganizedNode(controls::TreeView& tree);
 
+/// Whether a copy of `source` and all below it can stand under `target`: not in itself, and no deeper than
+/// the catalogue has levels.
+bool TakesCopyOf(const controls::Node& target, const controls::Node& source);
+
+/// The "!UNORGANIZED" that alone is left beside a node and goes with it; null where others are left.
+controls::Node* LastBeside(const controls::Node& node);
+
+/// Tells that a folder's rows are not what the tree shows, and nothing was done.
+void TellFolderChanged(QWidget* window);
+
 /// Raises 28 when `target` stands in the subtree of `source`: the copy would go on copying itself.
 void RequireOutside(const controls::Node& target, const controls::Node& source);
 
-/// Copies a subtree, its names only, as the last child of `target`, and returns the copy.
-controls::Node& CopyFolderNodes(controls::TreeView& tree, controls::Node& target,
-                                const controls::Node& source);
+/// Removes a node whose rows can't be stored, and when it was the first below its parent, the "!UNORGANIZED"
+/// that came with it: a node without a key would pass for the whole catalogue.
+void TakeBackNode(controls::TreeView& tree, controls::Node& added, bool isFirst);
 
 }  // namespace veldrin::folders

@@ -12,11 +12,22 @@ namespace veldrin::folders {
 /// below the tenth level.
 void AssignFolderKeys(FolderWriter& writer, controls::Node& node);
 
+/// The same for a node and all below it. Its parent has its key.
+void StoreFolders(engine::Database& database, controls::Node& node);
+
 /// Files the photos of a subtree at the parent of its top: each that has no link below the parent yet, or for
 /// a top-level folder, none among the photos without a folder. Raises the errors of the engine.
 void MoveLinksToParent(engine::Database& database, const controls::Node& node);
 
-/// Removes the rows of a subtree, children before their parents, and its nodes. Raises the engine's errors.
-void DeleteFolderNodes(engine::Database& database, controls::TreeView& tree, controls::Node& node);
+/// Removes the rows of a subtree, children before their parents. Raises the engine's errors.
+void DeleteFolderRows(engine::Database& database, const controls::Node& node);
+
+// Another machine may have changed a folder, or deleted it and given its key to another one. To be asked
+// within the group of writes that relies on it; each raises the engine's errors.
+
+/// Whether a folder has the row that its node shows; the root always has. A pseudo-folder is as its parent.
+bool RowIsAsShown(engine::Database& database, const controls::Node& node);
+/// Whether that is so for all folders of a subtree, and there are no others.
+bool SubtreeIsAsShown(engine::Database& database, const controls::Node& node);
 
 }  // namespace veldrin::folders

@@ -85,9 +85,7 @@ void LoadFolderTree(TreeView& tree, engine::DBEngine& engine, const QString& wor
   root->setExpanded(true);
 }
 
-void AddFolderNode(TreeView& tree) {
-  tree.Select(tree.Add(tree.SelectedItem(), QStringLiteral("New Folder")));
-}
+void AddFolderNode(TreeView& tree) { tree.Select(tree.Add(tree.SelectedItem(), NewFolderName())); }
 
 int GetNodeLevel(const Node& node) {
   int level = 0;

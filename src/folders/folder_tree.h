@@ -13,6 +13,8 @@ namespace veldrin::folders {
 /// the root. Raises the engine's errors.
 void LoadFolderTree(controls::TreeView& tree, engine::DBEngine& engine, const QString& workFile);
 
+inline QString NewFolderName() { return QStringLiteral("New Folder"); }
+
 /// Adds a child "New Folder" of the selected node and selects it. Writes no row.
 void AddFolderNode(controls::TreeView& tree);
 

@@ -1,7 +1,7 @@
 #include "folders/folder_writer.h"
 
 #include <algorithm>
-#include <array>
+#include <vector>
 
 #include "catalogue/schema.h"
 #include "folders/folder_keys.h"
@@ -9,17 +9,30 @@
 namespace veldrin::folders {
 
 QString FolderWriter::AddFolderRecord(int level, const QString& name, const QString& parentKey) {
+  return AddFolderRecords(level, {name}, parentKey).front();
+}
+
+QStringList FolderWriter::AddFolderRecords(int level, const QStringList& names, const QString& parentKey) {
+  std::vector<engine::Value> rows;
+  rows.reserve(2 * (static_cast<size_t>(names.size()) + 1));
   QString& last = LastKey(level, parentKey);
   if (last.isEmpty()) {
     last = UnorganizedKey(parentKey);
-    Insert(level, last, UnorganizedName());
+    rows.insert(rows.end(), {last, UnorganizedName()});
   }
-  QString key = parentKey + PadKey(last.right(SegmentLength).toInt() + 1, SegmentLength);
-  Insert(level, key, name);
-  if (FirstKey.isEmpty()) FirstKey = key;
-  // As texts: behind 9999 the last key stays the last.
-  last = std::max(last, key);
-  return key;
+  QStringList keys;
+  keys.reserve(names.size());
+  for (const QString& name : names) {
+    keys << parentKey + PadKey(QStringView(last).right(SegmentLength).toInt() + 1, SegmentLength);
+    rows.insert(rows.end(), {keys.last(), name});
+    // As texts: behind 9999 the last key stays the last.
+    last = std::max(last, keys.last());
+  }
+  // The same key comes again where a parent has no number left. The row that has it stays.
+  TheDatabase.Insert(catalogue::LevelTable(level), {QStringLiteral("IDNo"), QStringLiteral("FolderName")},
+                     rows);
+  if (FirstKey.isEmpty()) FirstKey = keys.front();
+  return keys;
 }
 
 QString& FolderWriter::LastKey(int level, const QString& parentKey) {
@@ -43,12 +56,6 @@ QString FolderWriter::FindLast(int level, const QString& parentKey) {
       QStringLiteral("SELECT Max(IDNo) AS ID FROM %1%2").arg(catalogue::LevelTable(level), below),
       engine::dbOpenSnapshot);
   return last->Field(QStringLiteral("ID")).toString();
-}
-
-void FolderWriter::Insert(int level, const QString& key, const QString& name) {
-  // The same key comes again where a parent has no number left. The row that has it stays.
-  TheDatabase.Insert(catalogue::LevelTable(level), {QStringLiteral("IDNo"), QStringLiteral("FolderName")},
-                     std::array<engine::Value, 2>{key, name});
 }
 
 }  // namespace veldrin::folders

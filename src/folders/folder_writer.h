@@ -3,6 +3,7 @@
 
 #include <QHash>
 #include <QString>
+#include <QStringList>
 #include <map>
 
 #include "engine/dao/database.h"
@@ -20,12 +21,13 @@ class FolderWriter {
   /// brings the row of the parent's "!UNORGANIZED" with it. Raises the engine's errors, 3078 below the tenth
   /// level.
   QString AddFolderRecord(int level, const QString& name, const QString& parentKey);
+  /// The same for one folder or more of a parent, in this order.
+  QStringList AddFolderRecords(int level, const QStringList& names, const QString& parentKey);
 
  private:
   QString& LastKey(int level, const QString& parentKey);
   bool HasNoneInFirst(int level);
   QString FindLast(int level, const QString& parentKey);
-  void Insert(int level, const QString& key, const QString& name);
 
   engine::Database& TheDatabase;
   QHash<QString, QString> LastKeys;  ///< by parent; empty below one without rows

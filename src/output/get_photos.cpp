@@ -5,25 +5,17 @@
 namespace veldrin::output {
 
 void PhotoGetter::GetPhotos() {
-  if (Data1.RecordCount() == 0) return;
-  controls::TrapWithBox(&Window, [this] {
+  const catalogue::Choice choice = Chosen();
+  if (choice.Photos.empty()) return;
+  controls::TrapWithBox(&Window, [&] {
+    QStringList names;
+    for (const auto& photo : TakePhotos(*Engine.OpenDatabase(ThePaths.WorkFile), choice, Window))
+      names << StoredName(photo);
+    if (names.isEmpty()) return;
     frmGet dialog(ThePaths.ImageDir, LastGetDir, &Window, Copy);
-    dialog.List1().addItems(ChosenNames());
+    dialog.List1().addItems(names);
     dialog.exec();
   });
-}
-
-QStringList PhotoGetter::ChosenNames() {
-  if (!SelectionCounts(Data1, Views)) return {StoredName(Data1)};
-  const int count = Data1.SelBookmarks.Count();
-  QStringList names;
-  names.reserve(count);
-  const ListWalk walk(Data1);
-  for (int i = 0; i < count; ++i) {
-    Data1.SetBookmark(Data1.SelBookmarks[i]);
-    names << StoredName(Data1);
-  }
-  return names;
 }
 
 }  // namespace veldrin::output

@@ -13,19 +13,17 @@ namespace veldrin::output {
 class PhotoGetter {
  public:
   /// The references must outlive the object; `window` has the dialog and the message boxes.
-  PhotoGetter(catalogue::RecordList& data1, const catalogue::Paths& paths, const OutputViews& views,
+  PhotoGetter(catalogue::Chooser chosen, engine::DBEngine& engine, const catalogue::Paths& paths,
               QWidget& window, frmGet::CopyFunction copy = desktop::CopyFile)
-      : Data1(data1), ThePaths(paths), Views(views), Window(window), Copy(std::move(copy)) {}
+      : Chosen(std::move(chosen)), Engine(engine), ThePaths(paths), Window(window), Copy(std::move(copy)) {}
 
   /// Shows frmGet with the stored images of the chosen records. An error before that shows a box.
   void GetPhotos();
 
  private:
-  QStringList ChosenNames();
-
-  catalogue::RecordList& Data1;
+  catalogue::Chooser Chosen;
+  engine::DBEngine& Engine;
   const catalogue::Paths& ThePaths;
-  const OutputViews& Views;
   QWidget& Window;
   frmGet::CopyFunction Copy;
   QString LastGetDir;

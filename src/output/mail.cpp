@@ -6,43 +6,40 @@
 
 namespace veldrin::output {
 
+// The body begins with a place for each attachment.
 void PhotoMail::SendPhotos() {
-  if (Data1.RecordCount() == 0) return;
-  controls::TrapWithBox(&Window, [this] {
+  const catalogue::Choice choice = Chosen();
+  if (choice.Photos.empty()) return;
+  controls::TrapWithBox(&Window, [&] {
     const controls::BusyPointer busy;
+    auto photos = TakePhotos(*Engine.OpenDatabase(ThePaths.WorkFile), choice, Window);
+    if (photos.empty()) return;
     MAPISess.Action(mapSignOn);
     MAPIMess.SessionID = MAPISess.SessionID();
     MAPIMess.Action(mapCompose);
-    if (SelectionCounts(Data1, Views)) {
-      AttachSelected();
-    } else {
-      MAPIMess.MsgNoteText = QStringLiteral(" \n\r1 Photo image attached");
-      AttachCurrent();
+    if (photos.size() > MaxAttachments) {
+      controls::MsgBox(
+          &Window,
+          QStringLiteral("The max of %1 photo images can be attached per e-mail!").arg(MaxAttachments),
+          controls::vbInformation, QStringLiteral("Information"));
+      photos.resize(MaxAttachments);
     }
+    const int count = static_cast<int>(photos.size());
+    MAPIMess.MsgNoteText =
+        choice.IsSelection
+            ? QString(count, QLatin1Char(' ')) + QStringLiteral("\n\r%1 Photo image(s) attached").arg(count)
+            : QStringLiteral(" \n\r1 Photo image attached");
+    for (const auto& photo : photos) Attach(photo);
     MAPIMess.Action(mapSendDialog);
     MAPISess.Action(mapSignOff);
     MAPIMess.SessionID = 0;
   });
 }
 
-// The body begins with a place for each attachment.
-void PhotoMail::AttachSelected() {
-  int count = Data1.SelBookmarks.Count();
-  if (count > MaxAttachments) {
-    controls::MsgBox(
-        &Window, QStringLiteral("The max of %1 photo images can be attached per e-mail!").arg(MaxAttachments),
-        controls::vbInformation, QStringLiteral("Information"));
-    count = MaxAttachments;
-  }
-  const QString blanks(count, QLatin1Char(' '));
-  MAPIMess.MsgNoteText = blanks + QStringLiteral("\n\r%1 Photo image(s) attached").arg(count);
-  VisitSelected(Data1, count, [this] { AttachCurrent(); });
-}
-
-void PhotoMail::AttachCurrent() {
+void PhotoMail::Attach(const catalogue::CheckedPhotos::Photo& photo) {
   MAPIMess.AttachmentIndex = MAPIMess.AttachmentCount();
   MapiAttachment& attachment = MAPIMess.Attachment();
-  attachment.AttachmentName = StoredName(Data1);
+  attachment.AttachmentName = StoredName(photo);
   attachment.AttachmentPathName = ThePaths.ImageDir + attachment.AttachmentName;
   attachment.AttachmentPosition = MAPIMess.AttachmentIndex;
   attachment.AttachmentType = mapData;

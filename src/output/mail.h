@@ -14,21 +14,20 @@ constexpr int MaxAttachments = 10;
 class PhotoMail {
  public:
   /// The references must outlive the object; `window` has the message boxes.
-  PhotoMail(catalogue::RecordList& data1, const catalogue::Paths& paths, const OutputViews& views,
+  PhotoMail(catalogue::Chooser chosen, engine::DBEngine& engine, const catalogue::Paths& paths,
             QWidget& window)
-      : Data1(data1), ThePaths(paths), Views(views), Window(window), MAPIMess(paths) {}
+      : Chosen(std::move(chosen)), Engine(engine), ThePaths(paths), Window(window), MAPIMess(paths) {}
 
   /// Opens a new message with the stored images of the chosen records, of which the first MaxAttachments go
   /// along; the user finishes it. An error shows a box, and leaves the session open for the next message.
   void SendPhotos();
 
  private:
-  void AttachSelected();
-  void AttachCurrent();
+  void Attach(const catalogue::CheckedPhotos::Photo& photo);
 
-  catalogue::RecordList& Data1;
+  catalogue::Chooser Chosen;
+  engine::DBEngine& Engine;
   const catalogue::Paths& ThePaths;
-  const OutputViews& Views;
   QWidget& Window;
   MapiSession MAPISess;
   MapiMessages MAPIMess;

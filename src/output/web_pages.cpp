@@ -6,7 +6,6 @@
 #include "base/runtime_error.h"
 #include "output/page_names.h"
 #include "output/page_writer.h"
-#include "output/record_choice.h"
 #include "output/web_directory.h"
 
 namespace veldrin::output {
@@ -135,12 +134,7 @@ void WebPages::MakeReportPages(ProgressForm& frm, bool gallery) {
 }
 
 void WebPages::Run(ProgressForm& frm, const std::function<void()>& writePages) {
-  {
-    // The generators read the rows where they are, so that no view follows them. What others may do while
-    // events run, such as a show's timer, moves the list.
-    const ListWalk walk(Data1);
-    base::EndSilently(writePages);
-  }
+  base::EndSilently(writePages);
   frm.Progress = false;
   frm.Unload();
 }

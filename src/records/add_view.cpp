@@ -17,6 +17,8 @@
 #include "controls/file_list.h"
 #include "controls/tree_view.h"
 #include "folders/folder_keys.h"
+#include "folders/folder_nodes.h"
+#include "folders/folder_rows.h"
 #include "records/control_drag.h"
 #include "records/new_image_box.h"
 #include "records/photo_storing.h"
@@ -64,7 +66,8 @@ AddView::AddView(catalogue::RecordList& data1, controls::TreeView& tvTreeView, c
 void AddView::Connect() {
   using controls::FileListBox;
   connect(FileType, &QComboBox::currentIndexChanged, this, &AddView::FileType_Click);
-  connect(Choosers, &controls::DirectoryChooser::Change, this, &AddView::Dir1_Change);
+  connect(Choosers, &controls::DirectoryChooser::Change, this,
+          [this] { FileToSel->SetPath(Choosers->Path()); });
   connect(FileToSel, &FileListBox::PathChange, PicNew, &NewImageBox::HideImage);
   connect(FileToSel, &FileListBox::PatternChange, PicNew, &NewImageBox::HideImage);
   connect(FileToSel, &FileListBox::Click, this, &AddView::FileToSel_Click);
@@ -88,11 +91,6 @@ void AddView::FileType_Click(int listIndex) {
     throw base::RuntimeError(base::errSubscriptOutOfRange, QStringLiteral("Subscript out of range"));
   }
   FileToSel->SetPattern(QLatin1String(PictureTypes[listIndex].Pattern));
-}
-
-void AddView::Dir1_Change() {
-  if (Data1.SuppressReposition) return;
-  FileToSel->SetPath(Choosers->Path());
 }
 
 void AddView::FileToSel_Click() { ShowNewImage(IsMultiSelect()); }
@@ -154,12 +152,21 @@ int AddView::StoreSelectedFiles() {
   return StorePhotos(ThePaths, Engine, batch);
 }
 
-// The texts stay for the next batch.
+// The texts stay for the next batch. Photos for a folder that another machine has deleted would be filed
+// nowhere.
 void AddView::newSaveBttn_Click() {
+  const controls::Node* folder = Tree.SelectedItem();
+  bool isThere = true;
+  if (folder != nullptr) {
+    ResumeNext([&] { isThere = folders::RowIsAsShown(*Engine.OpenDatabase(ThePaths.WorkFile), *folder); });
+  }
+  if (!isThere) return folders::TellFolderChanged(this);
   const controls::BusyPointer busy;
   const int first = StoreSelectedFiles();
-  ResumeNext([&] { Data1.Refresh(); });
-  ResumeNext([&] { Data1.FindFirst(QStringLiteral("PhotoID = %1").arg(first)); });
+  ResumeNext([&] {
+    Data1.Refresh();
+    if (const int position = Data1.PositionOf(first); position >= 0) Data1.SetAbsolutePosition(position);
+  });
   DataPanel->setVisible(false);
   SetFileChoosers(true);
   FileToSel->setFocus();

@@ -49,7 +49,6 @@ class AddView : public QWidget {
   void Connect();
 
   void FileType_Click(int listIndex);
-  void Dir1_Change();
   void FileToSel_Click();
   void ImgFolder_DragDrop(const QString& source);
   void newSaveBttn_Click();

@@ -9,6 +9,8 @@
 #include "controls/msg_box.h"
 #include "engine/dao/transaction.h"
 #include "folders/folder_keys.h"
+#include "folders/folder_nodes.h"
+#include "folders/folder_rows.h"
 
 namespace veldrin::records {
 
@@ -21,82 +23,106 @@ constexpr size_t GroupLength = 64;
 
 }  // namespace
 
-bool DeletePhotos::Ask(const QString& question) const {
-  return controls::MsgBox(&Window, question,
-                          controls::vbYesNo | controls::vbQuestion | controls::vbDefaultButton2,
-                          QStringLiteral("Delete Record(s)")) == controls::vbYes;
+// The photos are taken before the question, which is about them. None where the answer is No.
+catalogue::Choice DeletePhotos::Ask(const QString& question) const {
+  catalogue::Choice choice = Chosen();
+  if (choice.Photos.empty()) return {};
+  ResumeNext([&] { NoteLooks(*Engine.OpenDatabase(ThePaths.WorkFile), choice.Photos); });
+  const int answer = controls::MsgBox(&Window, question,
+                                      controls::vbYesNo | controls::vbQuestion | controls::vbDefaultButton2,
+                                      QStringLiteral("Delete Record(s)"));
+  return answer == controls::vbYes ? choice : catalogue::Choice();
 }
 
 void DeletePhotos::RecordDel_Click() {
-  if (Data1.RecordCount() == 0) return;
-  if (Ask(QStringLiteral("This option will delete the data and image(s) of selected record(s) from the "
+  const catalogue::Choice choice =
+      Ask(QStringLiteral("This option will delete the data and image(s) of selected record(s) from the "
                          "database, can't be recovered!\r"
-                         "Are you sure to delete the selected record(s)?"))) {
-    WriteInGroups([this](engine::Database& database, Group group) { DeleteGroup(database, group); });
-  }
+                         "Are you sure to delete the selected record(s)?"));
+  WriteInGroups(choice, [this](engine::Database& database, Group group) {
+    DeleteGroup(database, group);
+    return true;
+  });
 }
 
 void DeletePhotos::RecordRmv_Click() {
-  if (Data1.RecordCount() == 0) return;
-  if (Ask(QStringLiteral("This option will remove the data and image(s) of selected record(s) from the "
+  const catalogue::Choice choice =
+      Ask(QStringLiteral("This option will remove the data and image(s) of selected record(s) from the "
                          "current folder,\r"
                          "but it/they will not be deleted from the database. It/they could be in another "
                          "folder or unorganized.\r"
-                         "Are you sure to remove the selected record(s) from the folder?"))) {
-    WriteInGroups([this](engine::Database& database, Group group) { RemoveGroup(database, group); });
+                         "Are you sure to remove the selected record(s) from the folder?"));
+  WriteInGroups(choice,
+                [this](engine::Database& database, Group group) { return RemoveGroup(database, group); });
+}
+
+void DeletePhotos::WriteInGroups(const catalogue::Choice& choice,
+                                 const std::function<bool(engine::Database&, Group)>& write) {
+  if (choice.Photos.empty()) return;
+  Others.clear();
+  bool folderChanged = false;
+  {
+    const controls::BusyPointer busy;
+    const Group photos(choice.Photos);
+    // At the first group that can't be written it ends: the others would wait as long.
+    ResumeNext([&] {
+      const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
+      for (size_t first = 0; first < photos.size() && !folderChanged; first += GroupLength) {
+        folderChanged =
+            !write(*database, photos.subspan(first, std::min(GroupLength, photos.size() - first)));
+      }
+    });
+    Source.SetRecordSource();
   }
-}
-
-// A record's bookmark is its number.
-std::vector<int> DeletePhotos::AffectedPhotos() const {
-  const int count = Data1.SelBookmarks.Count();
-  if (count == 0 || Views.FormViewIsShown()) return {Data1.Bookmark()};
-  std::vector<int> photos;
-  photos.reserve(count);
-  for (int i = 0; i < count; ++i) photos.push_back(Data1.SelBookmarks[i]);
-  return photos;
-}
-
-void DeletePhotos::WriteInGroups(const std::function<void(engine::Database&, Group)>& write) {
-  const controls::BusyPointer busy;
-  const std::vector<int> photos = AffectedPhotos();
-  // At the first group that can't be written it ends: the others would wait as long.
-  ResumeNext([&] {
-    const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
-    for (size_t first = 0; first < photos.size(); first += GroupLength) {
-      write(*database, Group(photos).subspan(first, std::min(GroupLength, photos.size() - first)));
-    }
-  });
-  Source.SetRecordSource();
-  Views.ShowFolderRecords();
+  if (folderChanged) folders::TellFolderChanged(&Window);
+  if (!Others.empty()) {
+    controls::MsgBox(&Window, catalogue::ChangedPhotosText(Others), controls::vbExclamation,
+                     QStringLiteral("Error"));
+  }
 }
 
 // The rows first: an image that is left without its row does no harm, a row without its image would.
-void DeletePhotos::DeleteGroup(engine::Database& database, Group group) const {
-  QStringList numbers;
-  for (const int photoId : group) numbers << QString::number(photoId);
-  QStringList files;
+void DeletePhotos::DeleteGroup(engine::Database& database, Group group) {
   engine::Transaction transaction(database);
-  const auto rows =
-      database.OpenRecordset(QStringLiteral("SELECT PhotoID, ImageType FROM tblPhotos WHERE PhotoID IN (%1)")
-                                 .arg(numbers.join(QLatin1Char(','))),
-                             engine::dbOpenSnapshot);
-  for (; !rows->AtEOF(); rows->MoveNext()) {
-    const int photoId = rows->Field(QStringLiteral("PhotoID")).toInt();
-    files << catalogue::ThumbFileName(ThePaths, photoId)
-          << catalogue::ImageFileName(ThePaths, photoId, rows->Field(QStringLiteral("ImageType")).toString());
-  }
-  for (const int photoId : group) DeletePhoto(database, photoId);
+  const catalogue::CheckedPhotos checked = CheckChosen(database, group);
+  for (const auto& photo : checked.Same) DeletePhoto(database, photo.PhotoID);
   transaction.Commit();
-  for (const QString& file : files) QFile::remove(file);
+  Others.insert(Others.end(), checked.Changed.begin(), checked.Changed.end());
+  std::vector<int> deleted;
+  for (const auto& photo : checked.Same) deleted.push_back(photo.PhotoID);
+  Q_EMIT Deleted(deleted);
+  ResumeNext([&] { RemoveFiles(database, checked.Same); });
 }
 
-void DeletePhotos::RemoveGroup(engine::Database& database, Group group) const {
+// Nobody can store a photo meanwhile. Before, another machine may have stored one under a number that has
+// become free: those files are its own.
+void DeletePhotos::RemoveFiles(engine::Database& database, const Photos& photos) const {
+  const engine::Transaction transaction(database);
+  std::vector<catalogue::ChosenPhoto> numbers;
+  for (const auto& photo : photos) numbers.push_back({photo.PhotoID, {}});
+  const std::vector<int> taken = [&] {
+    std::vector<int> found;
+    for (const auto& photo : CheckChosen(database, numbers).Same) found.push_back(photo.PhotoID);
+    return found;
+  }();
+  for (const auto& photo : photos) {
+    if (std::find(taken.begin(), taken.end(), photo.PhotoID) != taken.end()) continue;
+    QFile::remove(catalogue::ThumbFileName(ThePaths, photo.PhotoID));
+    QFile::remove(catalogue::ImageFileName(ThePaths, photo.PhotoID, photo.ImageType));
+  }
+}
+
+bool DeletePhotos::RemoveGroup(engine::Database& database, Group group) {
   const controls::Node* folder = Tree.SelectedItem();
-  if (folder == nullptr || folder->Parent() == nullptr) return;
+  if (folder == nullptr || folder->Parent() == nullptr) return true;
   engine::Transaction transaction(database);
-  for (const int photoId : group) RemovePhotoLink(database, *folder, photoId);
+  if (!folders::RowIsAsShown(database, *folder)) return false;
+  const catalogue::CheckedPhotos checked = CheckChosen(database, group);
+  for (const auto& photo : checked.Same) RemovePhotoLink(database, *folder, photo.PhotoID);
   transaction.Commit();
+  for (const auto* others : {&checked.Changed, &checked.Gone})
+    Others.insert(Others.end(), others->begin(), others->end());
+  return true;
 }
 
 void DeletePhoto(engine::Database& database, int photoId) {

@@ -1,39 +1,33 @@
 // The commands that take photos away: out of the catalogue, or out of the selected folder only.
 #pragma once
 
+#include <QObject>
 #include <QWidget>
 #include <functional>
 #include <span>
 #include <vector>
 
+#include "catalogue/chosen_photos.h"
 #include "catalogue/paths.h"
 #include "catalogue/record_source.h"
 #include "controls/tree_view.h"
 
 namespace veldrin::records {
 
-/// What the commands ask of the views.
-class DeleteViews {
- public:
-  virtual ~DeleteViews() = default;
-  virtual bool FormViewIsShown() const = 0;
-  /// The list was read anew: the view that shows it draws its current record.
-  virtual void ShowFolderRecords() = 0;
-};
+/// A photo that isn't any more what the user saw is left alone, and so is a folder; a box tells of them.
+class DeletePhotos : public QObject {
+  Q_OBJECT
 
-/// The commands act on the selected records; without any, and in Form View, on the current one.
-class DeletePhotos {
  public:
   /// The references must outlive the object; `window` has the questions.
-  DeletePhotos(catalogue::RecordSource& source, catalogue::RecordList& data1,
+  DeletePhotos(catalogue::Chooser chosen, catalogue::RecordSource& source,
                const controls::TreeView& tvTreeView, engine::DBEngine& engine, const catalogue::Paths& paths,
-               DeleteViews& views, QWidget& window)
-      : Source(source),
-        Data1(data1),
+               QWidget& window)
+      : Chosen(std::move(chosen)),
+        Source(source),
         Tree(tvTreeView),
         Engine(engine),
         ThePaths(paths),
-        Views(views),
         Window(window) {}
 
   // What can't be written, such as while another machine holds the catalogue, stays as it was, files
@@ -44,22 +38,27 @@ class DeletePhotos {
   /// Asks, then takes the photos out of the selected folder and all below it.
   void RecordRmv_Click();
 
+ Q_SIGNALS:
+  void Deleted(const std::vector<int>& photos);
+
  private:
-  using Group = std::span<const int>;  ///< numbers of photos
+  using Group = std::span<const catalogue::ChosenPhoto>;
+  using Photos = std::vector<catalogue::CheckedPhotos::Photo>;
 
-  bool Ask(const QString& question) const;
-  std::vector<int> AffectedPhotos() const;
-  void DeleteGroup(engine::Database& database, Group group) const;
-  void RemoveGroup(engine::Database& database, Group group) const;
-  void WriteInGroups(const std::function<void(engine::Database&, Group)>& write);
+  catalogue::Choice Ask(const QString& question) const;
+  void DeleteGroup(engine::Database& database, Group group);
+  void RemoveFiles(engine::Database& database, const Photos& photos) const;
+  bool RemoveGroup(engine::Database& database, Group group);
+  void WriteInGroups(const catalogue::Choice& choice,
+                     const std::function<bool(engine::Database&, Group)>& write);
 
+  catalogue::Chooser Chosen;
   catalogue::RecordSource& Source;
-  catalogue::RecordList& Data1;
   const controls::TreeView& Tree;
   engine::DBEngine& Engine;
   const catalogue::Paths& ThePaths;
-  DeleteViews& Views;
   QWidget& Window;
+  std::vector<int> Others;  ///< of the command in hand: photos that another machine has changed
 };
 
 /// Deletes a photo's row, its links and the note of its hand-over, by which a later photo of its number would

@@ -5,9 +5,12 @@
 #include <QLineEdit>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScopedValueRollback>
+#include <QShowEvent>
 
 #include "base/dates.h"
 #include "base/failure.h"
+#include "catalogue/chosen_photos.h"
 #include "catalogue/image_store.h"
 #include "controls/busy_pointer.h"
 #include "controls/caption_label.h"
@@ -15,6 +18,7 @@
 #include "controls/error_box.h"
 #include "controls/fitted_image.h"
 #include "controls/named.h"
+#include "engine/dao/transaction.h"
 
 namespace veldrin::records {
 
@@ -22,8 +26,6 @@ using controls::FittedImage;
 using engine::Value;
 
 namespace {
-
-const QString PhotoID = QStringLiteral("PhotoID");
 
 QString TextOf(const Value& value) {
   return value.userType() == QMetaType::QDateTime ? base::FormatDate(value.toDateTime()) : value.toString();
@@ -51,6 +53,20 @@ void FormView::Connect() {
     connect(image, &FittedImage::DblClick, this, &FormView::FormImage_DblClick);
   connect(&Button("SaveBttn"), &QPushButton::clicked, this, &FormView::SaveBttn_Click);
   connect(&Button("UndoBttn"), &QPushButton::clicked, this, &FormView::UndoBttn_Click);
+  connect(&Data1, &catalogue::RecordList::Reposition, this, &FormView::Follow);
+}
+
+void FormView::showEvent(QShowEvent* event) {
+  QWidget::showEvent(event);
+  if (!event->spontaneous()) Follow();
+}
+
+void FormView::Follow() {
+  if (!isVisible()) return;
+  const int former = ShownPhotoID;
+  ShowFormRecord();
+  // The texts that were stored have changed nothing of the image.
+  if (!IsSaving || ShownPhotoID != former) ShowFormImage();
 }
 
 void FormView::ShowFormRecord() {
@@ -62,17 +78,19 @@ void FormView::ShowFormRecord() {
   const int position = Data1.AbsolutePosition();
   if (position < 0) return;
   base::EndSilently([&] {
-    Data1.Reread();
-    const int photoId = Data1.Field(PhotoID).toInt();
-    const QString imageType = Data1.Field(QStringLiteral("ImageType")).toString();
+    const catalogue::ListRows row = Data1.ReadRows(position, 1);
+    if (!row.IsThere(0)) return;
+    const auto field = [&row](const char* name) { return row.Field(0, QLatin1String(name)); };
+    const int photoId = field("PhotoID").toInt();
+    const QString imageType = field("ImageType").toString();
     const QString file = catalogue::ImageFileName(ThePaths, photoId, imageType);
     if (QFileInfo(file).isFile()) eImageFile->setText(file);
     ePhotoID->SetCaption(QString::number(photoId));
     eImageType->SetCaption(imageType);
-    eTitle->setText(Data1.Field(QStringLiteral("Title")).toString());
-    eDescription->setPlainText(Data1.Field(QStringLiteral("Description")).toString());
-    eMadeBy->setText(Data1.Field(QStringLiteral("MadeBy")).toString());
-    eDate->SetCaption(TextOf(Data1.Field(QStringLiteral("CreateDate"))));
+    eTitle->setText(field("Title").toString());
+    eDescription->setPlainText(field("Description").toString());
+    eMadeBy->setText(field("MadeBy").toString());
+    eDate->SetCaption(TextOf(field("CreateDate")));
     eRcdCount->setText(QStringLiteral("%1 of %2").arg(position + 1).arg(Data1.RecordCount()));
     ShownTexts = TypedTexts();
     ShownPhotoID = photoId;
@@ -92,35 +110,10 @@ void FormView::ShowFormImage() {
 
 // --- the navigator ----------------------------------------------------------------------------------------
 
-void FormView::MoveAndShow(const std::function<void()>& move) {
-  if (Data1.RecordCount() < 1) return;
-  const catalogue::RepositionGuard guard(Data1);
-  move();
-  ShowFormRecord();
-  ShowFormImage();
-}
-
-void FormView::First_Click() {
-  MoveAndShow([&] { Data1.MoveFirst(); });
-}
-
-void FormView::Last_Click() {
-  MoveAndShow([&] { Data1.MoveLast(); });
-}
-
-void FormView::Next_Click() {
-  MoveAndShow([&] {
-    Data1.MoveNext();
-    if (Data1.Recordset().AtEOF()) Data1.MoveLast();
-  });
-}
-
-void FormView::Previous_Click() {
-  MoveAndShow([&] {
-    Data1.MovePrevious();
-    if (Data1.Recordset().BOF()) Data1.MoveFirst();
-  });
-}
+void FormView::First_Click() { Data1.MoveNear(0); }
+void FormView::Last_Click() { Data1.MoveNear(Data1.RecordCount() - 1); }
+void FormView::Next_Click() { Data1.MoveNear(Data1.AbsolutePosition() + 1); }
+void FormView::Previous_Click() { Data1.MoveNear(Data1.AbsolutePosition() - 1); }
 
 // --- save -------------------------------------------------------------------------------------------------
 
@@ -132,6 +125,10 @@ FormView::Texts FormView::TypedTexts() const {
 // machine may have changed it.
 void FormView::WriteTexts(int photoId) {
   const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
+  engine::Transaction group(*database);
+  const auto checked = catalogue::CheckChosen(*database, Data1.Chosen(false).Photos);
+  if (!checked.Changed.empty())
+    throw base::RuntimeError(base::errDataChanged, catalogue::ChangedPhotosText(checked.Changed));
   const auto row =
       database->OpenRecordset(QStringLiteral("SELECT * FROM tblPhotos WHERE PhotoID = %1").arg(photoId));
   row->Edit();
@@ -143,25 +140,22 @@ void FormView::WriteTexts(int photoId) {
   write(QStringLiteral("Description"), ShownTexts.Description, typed.Description);
   write(QStringLiteral("MadeBy"), ShownTexts.MadeBy, typed.MadeBy);
   row->Update();
+  group.Commit();
+  ShownTexts = typed;
 }
 
 void FormView::SaveBttn_Click() {
   if (Data1.RecordCount() == 0) return;
   controls::TrapWithBox(this, [&] {
     const controls::BusyPointer busy;
-    const int photoId = Data1.Field(PhotoID).toInt();
+    const int photoId = Data1.Bookmark();
     // Empty fields of a record that couldn't be read are not its texts.
     if (photoId != ShownPhotoID)
       throw base::RuntimeError(base::errNoCurrentRecord, QStringLiteral("No current record."));
     WriteTexts(photoId);
-    Data1.Refresh();
-    Data1.FindFirst(QStringLiteral("PhotoID = %1").arg(photoId));
-    ShowFormRecord();
-    // The texts may have taken the photo out of the query: another record is the current one then.
-    if (Data1.RecordCount() == 0 || Data1.Recordset().NoMatch()) ShowFormImage();
+    const QScopedValueRollback saving(IsSaving, true);
+    Data1.RefreshAt(photoId);
   });
-  // Stored, but the list couldn't be read again.
-  if (ShownPhotoID != 0 && Data1.RecordCount() == 0) ShowFormRecord();
 }
 
 }  // namespace veldrin::records

@@ -2,7 +2,6 @@
 #pragma once
 
 #include <QWidget>
-#include <functional>
 
 #include "catalogue/paths.h"
 #include "catalogue/record_list.h"
@@ -19,8 +18,8 @@ class CaptionLabel;
 
 namespace veldrin::records {
 
-/// `TabPannel(1)`. The texts are always open: Save writes them, and a move to another record forgets what
-/// wasn't saved.
+/// `TabPannel(1)`. While it is visible it shows the current record. The texts are always open: Save writes
+/// them, and a move to another record forgets what wasn't saved.
 class FormView : public QWidget {
   Q_OBJECT
 
@@ -52,6 +51,7 @@ class FormView : public QWidget {
   void FormImage_DblClick();
 
  protected:
+  void showEvent(QShowEvent* event) override;
   void resizeEvent(QResizeEvent* event) override;
 
  private:
@@ -67,7 +67,7 @@ class FormView : public QWidget {
   Field* MakeField(const char* name, const char* captionName, const char* caption, int left, int top,
                    int width, int height);
 
-  void MoveAndShow(const std::function<void()>& move);
+  void Follow();
   struct Texts {
     QString Title, Description, MadeBy;
   };
@@ -79,6 +79,7 @@ class FormView : public QWidget {
   engine::DBEngine& Engine;
   int ShownPhotoID = 0;  ///< whose texts the fields were filled with; 0 for none
   Texts ShownTexts;
+  bool IsSaving = false;
   int ShowImageIndex = 0;  ///< which of the two images is loaded next; the other one is shown
 
   QWidget* FormImagePannel = nullptr;

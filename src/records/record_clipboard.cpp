@@ -1,10 +1,14 @@
 #include "records/record_clipboard.h"
 
-#include <array>
+#include <QSet>
+#include <utility>
 
 #include "controls/busy_pointer.h"
+#include "controls/msg_box.h"
 #include "engine/dao/transaction.h"
 #include "folders/folder_keys.h"
+#include "folders/folder_nodes.h"
+#include "folders/folder_rows.h"
 #include "folders/folder_tree.h"
 
 namespace veldrin::records {
@@ -35,75 +39,93 @@ void DeleteLinksOfCut(engine::Database& database, const Node& target, const Node
   database.Execute(sql);
 }
 
+// The key staged is that of the folder in view, whether or not a record is filed there itself.
+void StagePhotos(engine::Database& database, const QString& key,
+                 const std::vector<catalogue::CheckedPhotos::Photo>& photos) {
+  constexpr qsizetype rowsAtOnce = 512;
+  database.Execute(QStringLiteral("DELETE FROM ActPhotoLinks"));
+  QStringList numbers;
+  for (const auto& photo : photos) numbers << QString::number(photo.PhotoID);
+  for (qsizetype first = 0; first < numbers.size(); first += rowsAtOnce) {
+    database.Execute(QStringLiteral("INSERT INTO ActPhotoLinks SELECT '%1' AS IDNo, PhotoID FROM tblPhotos "
+                                    "WHERE PhotoID IN (%2)")
+                         .arg(key, numbers.mid(first, rowsAtOnce).join(QLatin1Char(','))));
+  }
+}
+
 }  // namespace
 
 RecordClipboard::RecordClipboard(catalogue::RecordList& data1, controls::TreeView& tvTreeView,
                                  catalogue::RecordSource& source, engine::DBEngine& engine,
-                                 const catalogue::Paths& paths, ClipboardViews& views)
-    : Data1(data1), Tree(tvTreeView), Source(source), Engine(engine), ThePaths(paths), Views(views) {
+                                 const catalogue::Paths& paths)
+    : Data1(data1), Tree(tvTreeView), Source(source), Engine(engine), ThePaths(paths) {
   connect(&Tree, &controls::TreeView::NodeRemoved, this, &RecordClipboard::tvTreeView_NodeRemoved);
+  // A new selection isn't the one that was cut.
+  connect(&Data1.SelBookmarks, &catalogue::SelBookmarkList::Changed, this, [this] { SetGrey(false); });
+}
+
+const Node* RecordClipboard::CopySource() const {
+  return ThePending && !ThePending->IsCut ? ThePending->Source : nullptr;
 }
 
 // A folder that goes takes the pending command with it.
 void RecordClipboard::tvTreeView_NodeRemoved(const Node* node) {
-  if (node == RecordCutIndex) RecordUndoCut_Click();
-  if (node == RecordCopyIndex) RecordCopyIndex = nullptr;
+  if (!ThePending || node != ThePending->Source) return;
+  RecordUndoCut_Click();
+  ThePending.reset();
 }
 
-// --- staging ----------------------------------------------------------------------------------------------
+void RecordClipboard::Forget(const std::vector<int>& photos) {
+  if (!ThePending) return;
+  const QSet<int> gone(photos.begin(), photos.end());
+  std::erase_if(ThePending->Photos,
+                [&](const catalogue::ChosenPhoto& photo) { return gone.contains(photo.PhotoID); });
+}
 
-// The key staged is that of the folder in view, whether or not a record is filed there itself. False without
-// a selection: the table is empty then.
-bool RecordClipboard::StageSelection() {
-  const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
-  database->Execute(QStringLiteral("DELETE FROM ActPhotoLinks"));
-  if (Data1.SelBookmarks.Count() == 0) return false;
-  const QString key = LinkKey(Tree.SelectedItem()->Tag());
-  const QStringList columns{QStringLiteral("IDNo"), QStringLiteral("PhotoID")};
-  engine::Transaction group(*database, engine::Writes::WorkingTables);
-  for (int i = 0; i < Data1.SelBookmarks.Count(); ++i) {
-    database->Insert(QStringLiteral("ActPhotoLinks"), columns,
-                     std::array<engine::Value, 2>{key, Data1.SelBookmarks[i]});
+void RecordClipboard::SetGrey(bool grey) {
+  if (std::exchange(IsGrey, grey) != grey) Q_EMIT SelectionGrey(grey);
+}
+
+// Without a selection nothing is noted, and what was is not to be filed any more.
+void RecordClipboard::Take(bool isCut) {
+  catalogue::Choice choice = Data1.Chosen(true);
+  if (!choice.IsSelection) {
+    if (ThePending) ThePending->Photos.clear();
+    return;
   }
-  group.Commit();
-  return true;
-}
-
-void RecordClipboard::RecordCopy_Click() {
   const BusyPointer busy;
-  if (!StageSelection()) return;
-  RecordCutIndex = nullptr;
-  RecordCopyIndex = Tree.SelectedItem();
-  Views.SetSelectionGrey(false);
-  Views.EnableRecordPaste(true);
-}
-
-void RecordClipboard::RecordCut_Click() {
-  const BusyPointer busy;
-  if (!StageSelection()) return;
-  RecordCopyIndex = nullptr;
-  RecordCutIndex = Tree.SelectedItem();
-  Views.SetSelectionGrey(true);
-  Views.EnableRecordPaste(true);
-  Views.ShowRecordUndoCut(true);
+  NoteLooks(*Engine.OpenDatabase(ThePaths.WorkFile), choice.Photos);
+  ThePending = Pending{Tree.SelectedItem(), isCut, std::move(choice.Photos)};
+  UndoCutShown |= isCut;
+  SetGrey(isCut);
+  Q_EMIT Changed();
 }
 
 void RecordClipboard::RecordUndoCut_Click() {
   if (!IsCutPending()) return;
-  RecordCutIndex = nullptr;
-  Views.ShowRecordUndoCut(false);
-  Views.EnableRecordPaste(false);
-  Views.SetSelectionGrey(false);
+  ThePending.reset();
+  UndoCutShown = false;
+  SetGrey(false);
+  Q_EMIT Changed();
 }
 
 // --- the paste --------------------------------------------------------------------------------------------
 
-// In one transaction: a photo is never without a place, wherever the run may break off.
-void RecordClipboard::LinkStaged(const Node& target) {
-  const QString key = LinkKey(target.Tag());
+// In one transaction: a photo is never without a place, wherever the run may break off. False where a folder
+// is another one now; `others` takes the photos that are.
+bool RecordClipboard::LinkPending(const Node& target, std::vector<int>& others) const {
+  const Node& source = *ThePending->Source;
   const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
   engine::Transaction group(*database);
-  if (IsCutPending()) DeleteLinksOfCut(*database, target, *RecordCutIndex);
+  if (!folders::RowIsAsShown(*database, target) ||
+      (ThePending->IsCut && !folders::RowIsAsShown(*database, source)))
+    return false;
+  const catalogue::CheckedPhotos checked = CheckChosen(*database, ThePending->Photos);
+  others = checked.Changed;
+  others.insert(others.end(), checked.Gone.begin(), checked.Gone.end());
+  StagePhotos(*database, LinkKey(source.Tag()), checked.Same);
+  if (ThePending->IsCut) DeleteLinksOfCut(*database, target, source);
+  const QString key = LinkKey(target.Tag());
   // A place that the target has already is given anew.
   database->Execute(
       QStringLiteral("DELETE tblPhotoLinks.* FROM tblPhotoLinks INNER JOIN ActPhotoLinks ON "
@@ -113,19 +135,29 @@ void RecordClipboard::LinkStaged(const Node& target) {
       QStringLiteral("INSERT INTO tblPhotoLinks SELECT '%1' as IDNo, PhotoID FROM ActPhotoLinks").arg(key));
   database->Execute(QStringLiteral("DELETE FROM ActPhotoLinks"));
   group.Commit();
+  return true;
 }
 
 void RecordClipboard::RecordPaste_Click() {
-  const BusyPointer busy;
-  if (!IsCutPending() && RecordCopyIndex == nullptr) return;
-  if (IsCutPending()) Views.ShowRecordUndoCut(false);
-  LinkStaged(*Tree.SelectedItem());
-  Views.SetSelectionGrey(false);
-  RecordCutIndex = nullptr;
-  RecordCopyIndex = nullptr;
-  Source.SetRecordSource();
-  Views.ShowFolderRecords();
-  Views.SetRecordMenus();
+  if (!ThePending) return;
+  std::vector<int> others;
+  {
+    const BusyPointer busy;
+    if (LinkPending(*Tree.SelectedItem(), others)) {
+      if (ThePending->IsCut) UndoCutShown = false;
+      ThePending.reset();
+      SetGrey(false);
+      Q_EMIT Changed();
+      Source.SetRecordSource();
+      Q_EMIT Pasted();
+    } else {
+      folders::TellFolderChanged(&Tree);
+    }
+  }
+  if (!others.empty()) {
+    controls::MsgBox(&Tree, catalogue::ChangedPhotosText(others), controls::vbExclamation,
+                     QStringLiteral("Error"));
+  }
 }
 
 }  // namespace veldrin::records

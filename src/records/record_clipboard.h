@@ -1,52 +1,60 @@
-// Filing the selected records in another folder: a cut or a copy stages them, a paste links them there.
+// Filing the selected records in another folder: a cut or a copy notes them, a paste links them there.
 #pragma once
 
 #include <QObject>
+#include <optional>
+#include <vector>
 
+#include "catalogue/chosen_photos.h"
 #include "catalogue/paths.h"
-#include "catalogue/record_list.h"
 #include "catalogue/record_source.h"
 #include "controls/tree_view.h"
 #include "engine/dao/db_engine.h"
 
 namespace veldrin::records {
 
-/// What the clipboard asks of the views and menus.
-class ClipboardViews {
- public:
-  virtual ~ClipboardViews() = default;
-  /// Shows the selection of grid and thumbnails in the grey of a cut, or in its normal colours.
-  virtual void SetSelectionGrey(bool grey) = 0;
-  virtual void EnableRecordPaste(bool enabled) = 0;
-  /// Shows or hides `RecordUndoCut` and its separator.
-  virtual void ShowRecordUndoCut(bool visible) = 0;
-  /// The list was read anew: the view that shows it draws its current record.
-  virtual void ShowFolderRecords() = 0;
-  virtual void SetRecordMenus() = 0;
-};
-
 /// No image file and no row of tblPhotos is touched. Errors of the data engine are not handled; the catalogue
 /// is then as it was before the command.
 class RecordClipboard : public QObject {
+  Q_OBJECT
+
  public:
+  /// The references must outlive the object; boxes stand over the tree's window.
   RecordClipboard(catalogue::RecordList& data1, controls::TreeView& tvTreeView,
-                  catalogue::RecordSource& source, engine::DBEngine& engine, const catalogue::Paths& paths,
-                  ClipboardViews& views);
+                  catalogue::RecordSource& source, engine::DBEngine& engine, const catalogue::Paths& paths);
 
-  bool IsCutPending() const { return RecordCutIndex != nullptr; }
+  bool IsCutPending() const { return ThePending && ThePending->IsCut; }
   /// The folder that the records of a pending copy were selected in; null when no copy is pending.
-  const controls::Node* CopySource() const { return RecordCopyIndex; }
+  const controls::Node* CopySource() const;
+  bool UndoCutIsShown() const { return UndoCutShown; }
 
-  void RecordCopy_Click();
-  void RecordCut_Click();
-  /// Drops a pending cut; what was staged stays in its table until the next use.
+  void RecordCopy_Click() { Take(false); }
+  void RecordCut_Click() { Take(true); }
+  /// Drops a pending cut.
   void RecordUndoCut_Click();
-  /// Files the staged records at the selected folder. One staging pastes once.
+  /// Files the pending records at the selected folder; once. A photo that isn't any more what was selected is
+  /// left out, and a box tells of it. A folder that isn't what the tree shows is left alone likewise.
   void RecordPaste_Click();
+  /// Photos that have been deleted are pending no more.
+  void Forget(const std::vector<int>& photos);
+
+ Q_SIGNALS:
+  /// Something else is cut or copied.
+  void Changed();
+  /// The selection is to be seen as cut, or no longer.
+  void SelectionGrey(bool grey);
+  void Pasted();
 
  private:
-  bool StageSelection();
-  void LinkStaged(const controls::Node& target);
+  struct Pending {
+    const controls::Node* Source;  ///< the folder in which the records were selected
+    bool IsCut;
+    std::vector<catalogue::ChosenPhoto> Photos;
+  };
+
+  void Take(bool isCut);
+  void SetGrey(bool grey);
+  bool LinkPending(const controls::Node& target, std::vector<int>& others) const;
   void tvTreeView_NodeRemoved(const controls::Node* node);
 
   catalogue::RecordList& Data1;
@@ -54,11 +62,10 @@ class RecordClipboard : public QObject {
   catalogue::RecordSource& Source;
   engine::DBEngine& Engine;
   const catalogue::Paths& ThePaths;
-  ClipboardViews& Views;
 
-  // The folder in which the records were staged; at most one of the two is set.
-  const controls::Node* RecordCutIndex = nullptr;
-  const controls::Node* RecordCopyIndex = nullptr;
+  std::optional<Pending> ThePending;
+  bool UndoCutShown = false;
+  bool IsGrey = false;
 };
 
 }  // namespace veldrin::records

@@ -223,7 +223,13 @@ void CommandBars::Apply(const RecordMenuState& state) {
   }
 }
 
+void CommandBars::ApplyPending(const RecordMenuState& state) {
+  Item("RecordPaste").setEnabled(state.RecordPaste);
+  for (const char* name : {"RecordUndoCut", "RecordSep1"}) Item(name).setVisible(state.RecordUndoCut);
+}
+
 void CommandBars::Apply(const folders::FolderMenuState& state) {
+  for (const char* name : {"FolderUndoCut", "FolderSep"}) Item(name).setVisible(state.FolderUndoCut);
   Item("FolderAdd").setEnabled(state.FolderAdd);
   Item("FolderRen").setEnabled(state.FolderRen);
   Item("FolderDel").setEnabled(state.FolderDel);

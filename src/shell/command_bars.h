@@ -36,6 +36,8 @@ class CommandBars {
   // Apply what the pure functions of the same names answer.
   void Apply(const ViewMenuState& state, int view);
   void Apply(const RecordMenuState& state);
+  /// Of the same state what a cut, a copy or the undo of a cut changes at once.
+  void ApplyPending(const RecordMenuState& state);
   void Apply(const folders::FolderMenuState& state);
 
  private:

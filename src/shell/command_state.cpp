@@ -48,6 +48,7 @@ RecordMenuState RecordMenusFor(const RecordMenuInput& input) {
   state.RecordCut = records && leaf;
   state.RecordCopy = records && leaf && !input.NodeIsUnorganized;
   state.RecordPaste = PasteEnabled(input);
+  state.RecordUndoCut = input.UndoCutShown;
 
   if (input.ShownTab > BrowseTab) state.RecordAll = state.RecordCut = state.RecordCopy = false;
   if (input.ShownTab == FormTab) state.RecordEdit = false;

@@ -57,6 +57,7 @@ struct RecordMenuInput {
   bool RecordsCut = false;
   bool RecordsCopied = false;
   bool NodeIsAboveSource = false;  ///< IsAboveFolder of the selected node and the node copied from
+  bool UndoCutShown = false;
 };
 
 /// Which commands on records are enabled.
@@ -67,7 +68,8 @@ struct RecordMenuState {
   bool RecordRmv = false;
   bool RecordCut = false;
   bool RecordCopy = false;
-  bool RecordPaste = false;  ///< and FolderRcdPaste
+  bool RecordPaste = false;    ///< and FolderRcdPaste
+  bool RecordUndoCut = false;  ///< visible, with its separator
   bool RecordAll = false;
   bool Records = false;  ///< query, search, get, e-mail, web pages, reports
   bool operator==(const RecordMenuState&) const = default;

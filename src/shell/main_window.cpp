@@ -4,7 +4,6 @@
 #include <QMenuBar>
 #include <QScreen>
 #include <QStandardPaths>
-#include <utility>
 
 #include "base/failure.h"
 #include "catalogue/schema.h"
@@ -34,7 +33,12 @@ frmMain::frmMain(const App& app, const catalogue::Paths& paths, engine::DBEngine
       Data1(engine),
       Media(std::move(media)),
       Inside(new QWidget(this)),
-      TheRecordSearch(Data1, browse::GridFields(), *this, *this),
+      TheRecordSearch(
+          Data1, browse::GridFields(),
+          [this] {
+            if (ThumbPannel->isVisible()) ThumbPannel->ShowThumbnails(Data1.AbsolutePosition());
+          },
+          *this),
       TheExternalViewer(Data1, engine, paths, *this) {
   setObjectName(QStringLiteral("frmMain"));
   setWindowTitle(App::Title());
@@ -42,16 +46,16 @@ frmMain::frmMain(const App& app, const catalogue::Paths& paths, engine::DBEngine
   MakeHeader();
   MakePanes();
   Source = std::make_unique<catalogue::RecordSource>(
-      Data1, [this] { return folders::SelectedFolderKey(*tvTreeView); }, Engine, ThePaths, *this);
-  Folders = std::make_unique<folders::FolderNavigation>(*tvTreeView, *txtFldrSearch, *Source, *this);
+      Data1, [this] { return folders::SelectedFolderKey(*tvTreeView); }, Engine, ThePaths);
+  const catalogue::Chooser chosen = [this] { return Data1.Chosen(CurrentView != FormViewCode); };
+  Folders = std::make_unique<folders::FolderNavigation>(*tvTreeView, *txtFldrSearch, *Source);
   TheDeletePhotos =
-      std::make_unique<records::DeletePhotos>(*Source, Data1, *tvTreeView, Engine, ThePaths, *this, *this);
-  TheFolderCommands =
-      std::make_unique<folders::FolderCommands>(*tvTreeView, *Folders, *this, Engine, ThePaths);
-  Clipboard =
-      std::make_unique<records::RecordClipboard>(Data1, *tvTreeView, *Source, Engine, ThePaths, *this);
-  TheQuery = std::make_unique<find::Query>(*Source, Data1, *this, *this);
-  Output = std::make_unique<OutputCommands>(Data1, *tvTreeView, ThePaths, *this, *this,
+      std::make_unique<records::DeletePhotos>(chosen, *Source, *tvTreeView, Engine, ThePaths, *this);
+  TheFolderCommands = std::make_unique<folders::FolderCommands>(*tvTreeView, *Folders, Engine, ThePaths);
+  Clipboard = std::make_unique<records::RecordClipboard>(Data1, *tvTreeView, *Source, Engine, ThePaths);
+  TheQuery = std::make_unique<find::Query>(
+      *Source, Data1, [this](const auto& dialog) { HoldShow(dialog); }, *this);
+  Output = std::make_unique<OutputCommands>(Data1, chosen, *tvTreeView, Engine, ThePaths, *this,
                                             [this] { Bars->Menu("ReportMenu").popup(QCursor::pos()); });
   ConnectViews();
   ConnectCommands();
@@ -114,16 +118,25 @@ void frmMain::MakePanes() {
 }
 
 void frmMain::ConnectViews() {
-  connect(&Data1, &catalogue::RecordList::Reposition, this, &frmMain::Data1_Reposition);
-  connect(SSTab1, &QStackedWidget::currentChanged, this,
-          [this, previous = 0](int tab) mutable { SSTab1_Click(std::exchange(previous, tab)); });
-  const auto popUp = [this] { Bars->Menu("RecordMenu").popup(QCursor::pos()); };
-  connect(&TheDataView->TDBGrid1(), &browse::RecordGrid::RecordMenuRequested, this, popUp);
-  connect(ThumbPannel, &browse::ThumbnailPage::RecordMenuRequested, this, popUp);
-  // A new selection isn't the one that was cut.
-  connect(&TheDataView->TDBGrid1(), &browse::RecordGrid::SelChange, this, [this] {
-    if (Clipboard->IsCutPending()) SetSelectionGrey(false);
+  connect(SSTab1, &QStackedWidget::currentChanged, this, &frmMain::SSTab1_Click);
+  const auto popUp = [this](const char* menu) {
+    return [this, menu] { Bars->Menu(menu).popup(QCursor::pos()); };
+  };
+  connect(&TheDataView->TDBGrid1(), &browse::RecordGrid::RecordMenuRequested, this, popUp("RecordMenu"));
+  connect(ThumbPannel, &browse::ThumbnailPage::RecordMenuRequested, this, popUp("RecordMenu"));
+  connect(Folders.get(), &folders::FolderNavigation::FolderMenuRequested, this, popUp("FolderMenu"));
+  connect(Folders.get(), &folders::FolderNavigation::FolderShown, this, [this] {
+    SetFolderMenus();
+    SetRecordMenus();
   });
+  connect(TheFolderCommands.get(), &folders::FolderCommands::Changed, this, &frmMain::SetFolderMenus);
+  connect(Clipboard.get(), &records::RecordClipboard::Changed, this,
+          [this] { Bars->ApplyPending(RecordMenusFor(RecordMenus())); });
+  connect(Clipboard.get(), &records::RecordClipboard::SelectionGrey, this, &frmMain::SetSelectionGrey);
+  connect(Clipboard.get(), &records::RecordClipboard::Pasted, this, &frmMain::SetRecordMenus);
+  connect(TheDeletePhotos.get(), &records::DeletePhotos::Deleted, Clipboard.get(),
+          &records::RecordClipboard::Forget);
+  connect(&Data1, &catalogue::RecordList::Refreshed, this, &frmMain::ShowQueryState);
   connect(bttnGo, &QPushButton::clicked, Folders.get(), &folders::FolderNavigation::bttnGo_Click);
   connect(txtFldrSearch, &QLineEdit::returnPressed, Folders.get(), &folders::FolderNavigation::bttnGo_Click);
 }
@@ -133,13 +146,11 @@ void frmMain::ConnectViews() {
 void frmMain::Form_Load() {
   const QRect area = screen()->availableGeometry();
   move(area.left() + (area.width() - width()) / 2, area.top());
-  Data1.SuppressReposition = false;
-  Folders->LastNodeIndex = -1;
   TheDataView->PreviewOption(0).setChecked(true);
   folders::LoadFolderTree(*tvTreeView, Engine, ThePaths.WorkFile);
   Data1.DatabaseName = ThePaths.WorkFile;
   Source->ClearQuery();
-  Folders->tvTreeView_NodeClick(*tvTreeView->SelectedItem());
+  Folders->ShowAnew();
   SetViewControls(DataViewCode);
   LoadMusic();
   tvTreeView->setFocus();
@@ -175,13 +186,11 @@ void frmMain::tbarToolBar_ButtonClick(int number) {
   ResumeNext([&] {
     switch (number) {
       case DataViewCode:
-        return ShowDataView();
       case ImageViewCode:
-        return ShowImageView();
       case FormViewCode:
       case AddNewCode:
       case ImagePlayCode:
-        return SSTab1->setCurrentIndex(TabOfView(number));
+        return ShowView();
       case ExitProgramCode:
         close();
         return;
@@ -207,40 +216,36 @@ void frmMain::tbarToolBar_ButtonClick(int number) {
   });
 }
 
-void frmMain::ShowDataView() {
-  SSTab1->setCurrentIndex(BrowseTab);
-  ThumbPannel->hide();
-  ThumbPannel->SetButtonsVisible(false);
-}
-
-void frmMain::ShowImageView() {
-  SSTab1->setCurrentIndex(BrowseTab);
-  ThumbPannel->show();
-  ThumbPannel->SetButtonsVisible(true);
-  ResumeNext([&] { ThumbPannel->ReloadSelPositions(); });
-  ThumbPannel->ShowFromCurrentRecord();
-}
-
 void frmMain::SetViewControls(int view) {
-  Bars->EnableView(TheCurrentView, true);
-  TheCurrentView = view;
-  Bars->EnableView(TheCurrentView, false);
-  Bars->Apply(ViewMenusFor(TheCurrentView), TheCurrentView);
+  Bars->EnableView(CurrentView, true);
+  CurrentView = view;
+  Bars->EnableView(CurrentView, false);
+  Bars->Apply(ViewMenusFor(CurrentView), CurrentView);
 }
 
-void frmMain::SSTab1_Click(int previousTab) {
-  if (previousTab == PlayTab) TheImagePlay->tbarShow_ButtonClick(show::StopPlay);
-  // Another view: no routine walks the list. A page without records and the end of a show leave the guard up,
-  // with which this view would not follow the list.
-  Data1.SuppressReposition = false;
-  if (SSTab1->currentIndex() == BrowseTab) Data1_Reposition();
-  if (FormViewIsShown()) ShowFolderRecords();
+// The show leaves the list where it ends before another view shows it. Grid and thumbnails lie in one place:
+// the one that is not to be seen is hidden, so that no key and no focus reaches it.
+void frmMain::ShowView() {
+  if (SSTab1->currentIndex() == PlayTab) TheImagePlay->tbarShow_ButtonClick(show::StopPlay);
+  const Tab tab = TabOfView(CurrentView);
+  if (tab == BrowseTab) {
+    QWidget& grid = TheDataView->TDBGrid1();
+    const bool thumbnails = CurrentView == ImageViewCode;
+    QWidget& shown = thumbnails ? *ThumbPannel : grid;
+    QWidget& hidden = thumbnails ? grid : *ThumbPannel;
+    const QWidget* focus = focusWidget();
+    const bool takesFocus = focus == &hidden || (focus != nullptr && hidden.isAncestorOf(focus));
+    shown.show();
+    if (takesFocus && !thumbnails) shown.setFocus();
+    hidden.hide();
+    ThumbPannel->SetButtonsVisible(thumbnails);
+  }
+  SSTab1->setCurrentIndex(tab);
+}
+
+void frmMain::SSTab1_Click() {
   if (SSTab1->currentIndex() == AddTab) TheAddView->FillFileTypes();
   SetRecordMenus();
-}
-
-void frmMain::Data1_Reposition() {
-  if (SSTab1->currentIndex() == BrowseTab) TheDataView->Data1_Reposition();
 }
 
 void frmMain::ShowQueryState() {
@@ -249,32 +254,16 @@ void frmMain::ShowQueryState() {
   Bars->ShowQueryHolds(!criteria.isEmpty());
 }
 
-bool frmMain::PreviewIsOn() const { return TheDataView->PreviewOption(0).isChecked(); }
-void frmMain::SetPreview(bool on) { TheDataView->PreviewOption(on ? 0 : 1).setChecked(true); }
-void frmMain::SetSliderMax(int recordCount) { TheImagePlay->Slider1().setMaximum(recordCount); }
-void frmMain::InitThumbScroll() { ThumbPannel->InitThumbScroll(); }
-
-// Thumbnails that stand behind another tab are drawn when Image View comes back.
-void frmMain::ShowFolderRecords() {
-  if (FormViewIsShown()) {
-    TheFormView->ShowFormRecord();
-    TheFormView->ShowFormImage();
-  } else if (SSTab1->currentIndex() == BrowseTab && !ThumbPannel->isHidden()) {
-    ThumbPannel->ShowFromCurrentRecord();
-  }
-}
-
 void frmMain::RefreshBttn_Click() {
   if (Data1.RecordCount() == 0) return;
-  if (SSTab1->currentIndex() != BrowseTab) return TheFormView->ShowFormImage();
-  if (!ThumbPannel->isHidden()) return ThumbPannel->Redraw();
-  if (PreviewIsOn()) TheDataView->PreviewOption_Click(0);
+  if (CurrentView == ImageViewCode) return ThumbPannel->Redraw();
+  if (CurrentView != DataViewCode) return TheFormView->ShowFormImage();
+  if (TheDataView->PreviewOption(0).isChecked()) TheDataView->PreviewOption_Click(0);
 }
 
 void frmMain::ResetBttn_Click() {
   Source->ClearQuery();
   Source->SetRecordSource();
-  ShowFolderRecords();
 }
 
 void frmMain::SetSelectionGrey(bool grey) {
@@ -291,11 +280,13 @@ void frmMain::SetFolderMenus() {
   input.IsRoot = node.Index() == 1;
   input.IsUnorganized = folders::IsUnorganized(node);
   input.IsCut = folders::IsNodeCut(node);
-  input.FolderPending = TheFolderCommands->HasPending();
+  input.IsDeepest = folders::GetNodeLevel(node) == catalogue::LevelCount;
+  input.TakesPaste = TheFolderCommands->TakesPaste(node);
+  input.UndoCutShown = TheFolderCommands->UndoCutIsShown();
   Bars->Apply(folders::FolderMenusFor(input));
 }
 
-void frmMain::SetRecordMenus() {
+RecordMenuInput frmMain::RecordMenus() const {
   const controls::Node& node = *tvTreeView->SelectedItem();
   RecordMenuInput input;
   input.ShownTab = SSTab1->currentIndex();
@@ -308,22 +299,9 @@ void frmMain::SetRecordMenus() {
   const controls::Node* source = Clipboard->CopySource();
   input.RecordsCopied = source != nullptr;
   input.NodeIsAboveSource = source != nullptr && folders::IsAboveFolder(node, *source);
-  Bars->Apply(RecordMenusFor(input));
+  input.UndoCutShown = Clipboard->UndoCutIsShown();
+  return input;
 }
-
-void frmMain::ShowFolderUndoCut(bool visible) {
-  for (const char* name : {"FolderUndoCut", "FolderSep"}) Bars->Item(name).setVisible(visible);
-}
-
-void frmMain::EnableFolderPaste(bool enabled) { Bars->Item("FolderPaste").setEnabled(enabled); }
-
-void frmMain::EnableRecordPaste(bool enabled) { Bars->Item("RecordPaste").setEnabled(enabled); }
-
-void frmMain::ShowRecordUndoCut(bool visible) {
-  for (const char* name : {"RecordUndoCut", "RecordSep1"}) Bars->Item(name).setVisible(visible);
-}
-
-void frmMain::PopupFolderMenu() { Bars->Menu("FolderMenu").popup(QCursor::pos()); }
 
 // --- layout -----------------------------------------------------------------------------------------------
 
@@ -355,7 +333,7 @@ void frmMain::showEvent(QShowEvent* event) {
 // --- dialogs and help -------------------------------------------------------------------------------------
 
 void frmMain::HoldShow(const std::function<void()>& dialog) {
-  const auto onShow = [this] { return SSTab1->currentWidget() == TheImagePlay; };
+  const auto onShow = [this] { return CurrentView == ImagePlayCode; };
   if (!onShow()) return dialog();
   const int playState = TheImagePlay->TheShow().Suspend();
   dialog();

@@ -34,13 +34,7 @@
 
 namespace veldrin::shell {
 
-class frmMain : public QMainWindow,
-                public catalogue::RecordViews,
-                public folders::FolderViews,
-                public records::DeleteViews,
-                public records::ClipboardViews,
-                public find::FindViews,
-                public output::OutputViews {
+class frmMain : public QMainWindow {
  public:
   /// Paths and engine must outlive the window. Nothing is read before Form_Load.
   frmMain(const App& app, const catalogue::Paths& paths, engine::DBEngine& engine,
@@ -53,7 +47,7 @@ class frmMain : public QMainWindow,
 
   /// Presses a button of the toolbar by its number; the menus press the same ones. Passes over errors.
   void tbarToolBar_ButtonClick(int number);
-  int CurrentView() const { return TheCurrentView; }
+  /// What all views show.
   const catalogue::RecordList& List() const { return Data1; }
 
  protected:
@@ -62,25 +56,8 @@ class frmMain : public QMainWindow,
   void closeEvent(QCloseEvent* event) override;
 
  private:
-  // What the record source asks of the views.
-  bool PreviewIsOn() const override;
-  void SetPreview(bool on) override;
-  void SetSliderMax(int recordCount) override;
-  void InitThumbScroll() override;
-  // What the folders and the commands on records ask of them.
-  void ShowFolderRecords() override;
-  bool FormViewIsShown() const override { return SSTab1->currentWidget() == TheFormView; }
-  void SetFolderMenus() override;
-  void SetRecordMenus() override;
-  void ShowFolderUndoCut(bool visible) override;
-  void EnableFolderPaste(bool enabled) override;
-  void PopupFolderMenu() override;
-  // What the clipboard asks of them; SetRecordMenus and ShowFolderRecords too.
-  void SetSelectionGrey(bool grey) override;
-  void EnableRecordPaste(bool enabled) override;
-  void ShowRecordUndoCut(bool visible) override;
   /// Runs a dialog for which a show on its tab waits.
-  void HoldShow(const std::function<void()>& dialog) override;
+  void HoldShow(const std::function<void()>& dialog);
 
   void MakeHeader();
   void MakePanes();
@@ -98,10 +75,12 @@ class frmMain : public QMainWindow,
   void Form_Unload();
 
   void SetViewControls(int view);
-  void ShowDataView();
-  void ShowImageView();
-  void SSTab1_Click(int previousTab);
-  void Data1_Reposition();
+  void ShowView();
+  void SSTab1_Click();
+  void SetFolderMenus();
+  RecordMenuInput RecordMenus() const;
+  void SetRecordMenus() { Bars->Apply(RecordMenusFor(RecordMenus())); }
+  void SetSelectionGrey(bool grey);
   void ShowQueryState();
   void ArrangeMainWindow(float position);
 
@@ -118,7 +97,7 @@ class frmMain : public QMainWindow,
   catalogue::RecordList Data1;
   show::ShowSettings TheShowSettings;
   std::unique_ptr<show::Media> Media;
-  int TheCurrentView = DataViewCode;
+  int CurrentView = DataViewCode;
 
   // The controls belong to the window.
   QWidget* Inside;

@@ -51,7 +51,7 @@ void frmMain::ConnectViewCommands() {
   connect(&TheDataView->Button("ResetBttn"), &QPushButton::clicked, this, &frmMain::ResetBttn_Click);
   const auto* refresh = new QShortcut(QKeySequence::Refresh, this);
   connect(refresh, &QShortcut::activated, this, [this] {
-    if (SSTab1->currentIndex() == BrowseTab || FormViewIsShown()) RefreshBttn_Click();
+    if (SSTab1->currentIndex() == BrowseTab || CurrentView == FormViewCode) RefreshBttn_Click();
   });
 }
 
@@ -77,7 +77,10 @@ void frmMain::ConnectRecordCommands() {
   OnChoice("RecordCopy", [this] { Clipboard->RecordCopy_Click(); });
   for (const char* item : {"RecordPaste", "FolderRcdPaste"})
     OnChoice(item, [this] { Clipboard->RecordPaste_Click(); });
-  OnChoice("RecordAll", [this] { ThumbPannel->RecordAll_Click(); });
+  OnChoice("RecordAll", [this] {
+    Data1.SelectAll();
+    if (CurrentView == ImageViewCode) ThumbPannel->ShowFromCurrentRecord();
+  });
   // Of the two views that have a selection: in a text field the keys select the text.
   const auto* all = new QShortcut(QKeySequence::SelectAll, TheDataView);
   connect(all, &QShortcut::activated, &Bars->Item("RecordAll"), &QAction::trigger);
@@ -96,7 +99,6 @@ void frmMain::ConnectFinding() {
   connect(&TheFormView->Button("SearchBttn(1)"), &QPushButton::clicked, this, search);
   OnChoice("RecordQuery", [this] { TheQuery->RecordQuery_Click(); });
   OnChoice("RecordSearch", search);
-  connect(&Data1, &catalogue::RecordList::Refreshed, this, &frmMain::ShowQueryState);
   // A click lifts the button, or puts it down, whatever the dialog is left by.
   connect(&Bars->Button(QueryDatabaseCode), &QAction::toggled, this, &frmMain::ShowQueryState);
 }

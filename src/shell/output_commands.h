@@ -14,16 +14,16 @@ namespace veldrin::shell {
 /// The parts of `output`, which share the progress dialog and the settings of an export.
 struct OutputCommands {
   /// The references must outlive the object; the dialogs stand over `window`.
-  OutputCommands(catalogue::RecordList& data1, const controls::TreeView& tvTreeView,
-                 const catalogue::Paths& paths, const output::OutputViews& views, QWidget& window,
-                 std::function<void()> popUpReportMenu)
+  OutputCommands(catalogue::RecordList& data1, const catalogue::Chooser& chosen,
+                 const controls::TreeView& tvTreeView, engine::DBEngine& engine,
+                 const catalogue::Paths& paths, QWidget& window, std::function<void()> popUpReportMenu)
       : Web(paths, &window),
         Pages(data1, tvTreeView, paths, Web, window),
         Progress(Pages, &window),
         Export(data1, paths, Web, Progress, window),
         Report(data1, paths, Progress, std::move(popUpReportMenu)),
-        Mail(data1, paths, views, window),
-        Copies(data1, paths, views, window) {}
+        Mail(chosen, engine, paths, window),
+        Copies(chosen, engine, paths, window) {}
 
   output::frmWeb Web;
   output::WebPages Pages;

@@ -28,10 +28,8 @@ QString FullName(const FileListBox& list, int index) {
 
 }  // namespace
 
-frmAudio::frmAudio(catalogue::RecordList& data1, FileListBox& musicList, QString musicDir, QWidget* parent,
-                   QString audioDir)
+frmAudio::frmAudio(FileListBox& musicList, QString musicDir, QWidget* parent, QString audioDir)
     : QDialog(parent),
-      Data1(data1),
       MusicList(musicList),
       MusicDir(std::move(musicDir)),
       AudioDir(std::move(audioDir)),
@@ -39,9 +37,8 @@ frmAudio::frmAudio(catalogue::RecordList& data1, FileListBox& musicList, QString
   setObjectName(QStringLiteral("frmAudio"));
   setWindowTitle(QStringLiteral("Select Audio FIles"));
   Arrange();
-  connect(Choosers, &controls::DirectoryChooser::Change, this, &frmAudio::Dir1_Change);
-  connect(Choosers, &controls::DirectoryChooser::Restore, this,
-          [this](bool begins) { Data1.SuppressReposition = begins; });
+  connect(Choosers, &controls::DirectoryChooser::Change, this,
+          [this] { FileToSel->SetPath(Choosers->Path()); });
   Form_Load();
 }
 
@@ -90,10 +87,6 @@ QPushButton* frmAudio::MakeButton(const char* name, const char* caption, void (f
   button->setAutoDefault(false);
   connect(button, &QPushButton::clicked, this, handler);
   return button;
-}
-
-void frmAudio::Dir1_Change() {
-  if (!Data1.SuppressReposition) FileToSel->SetPath(Choosers->Path());
 }
 
 void frmAudio::AddBttn_Click() {

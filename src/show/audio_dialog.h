@@ -4,7 +4,6 @@
 #include <QDialog>
 #include <QStandardPaths>
 
-#include "catalogue/record_list.h"
 #include "controls/directory_chooser.h"
 #include "controls/file_list.h"
 
@@ -18,7 +17,7 @@ class frmAudio : public QDialog {
 
  public:
   /// `musicList` is read anew when the dialog goes, so that the show plays what there is then.
-  frmAudio(catalogue::RecordList& data1, controls::FileListBox& musicList, QString musicDir, QWidget* parent,
+  frmAudio(controls::FileListBox& musicList, QString musicDir, QWidget* parent,
            QString audioDir = QStandardPaths::writableLocation(QStandardPaths::MusicLocation));
   ~frmAudio() override;
 
@@ -29,14 +28,12 @@ class frmAudio : public QDialog {
                     controls::FileListBox*& list);
   QPushButton* MakeButton(const char* name, const char* caption, void (frmAudio::*handler)());
 
-  void Dir1_Change();
   /// A copy that fails is an error of the program.
   void AddBttn_Click();
   /// Passes over what can't be deleted.
   void RmvBttn_Click();
   void CloseBttn_Click() { accept(); }
 
-  catalogue::RecordList& Data1;
   controls::FileListBox& MusicList;
   QString MusicDir;
   QString AudioDir;

@@ -37,6 +37,11 @@ ImagePlay::ImagePlay(const ShowParts& parts, QWidget* parent)
   PlaceControls();
   SetShowButtons();
   Slider->installEventFilter(this);
+  connect(Slider, &QSlider::actionTriggered, this, &ImagePlay::Slider1_Action);
+  // Of an empty list it keeps the range.
+  connect(&Parts.Data1, &catalogue::RecordList::Refreshed, this, [this] {
+    if (Parts.Data1.RecordCount() > 0) Slider->setMaximum(Parts.Data1.RecordCount());
+  });
   connect(Stage, &ShowStage::WindowChanged, this, &ImagePlay::PlayFullScreen);
   connect(Stage, &ShowStage::MusicSwitched, this, &ImagePlay::MusicSwitched);
 }
@@ -66,14 +71,23 @@ void ImagePlay::resizeEvent(QResizeEvent* event) {
 bool ImagePlay::eventFilter(QObject* watched, QEvent* event) {
   const bool pressed =
       event->type() == QEvent::MouseButtonPress || event->type() == QEvent::MouseButtonDblClick;
-  if (pressed) TheShow().Slider1_MouseDown();
+  if (pressed) {
+    SliderHeld = true;
+    TheShow().Slider1_MouseDown();
+  }
   if (event->type() == QEvent::MouseButtonRelease) {
+    SliderHeld = false;
     // The slider takes its last value first.
     watched->event(event);
     TheShow().Slider1_MouseUp(Slider->value());
     return true;
   }
   return QWidget::eventFilter(watched, event);
+}
+
+// By keys and wheel. What the slider shows may be a record apart from the list: only the way counts.
+void ImagePlay::Slider1_Action() {
+  if (!SliderHeld) TheShow().MoveBy(Slider->sliderPosition() - Slider->value());
 }
 
 void ImagePlay::PlayFullScreen() {

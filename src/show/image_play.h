@@ -34,6 +34,7 @@ class ImagePlay : public QWidget {
 
  private:
   void PlayFullScreen();
+  void Slider1_Action();
   void MakeControls();
   void PlaceControls();
 
@@ -43,6 +44,7 @@ class ImagePlay : public QWidget {
   QWidget* picScreen;
   QSlider* Slider;
   ShowStage* Stage;
+  bool SliderHeld = false;  ///< by the mouse, whose moves count when it lets go
 };
 
 }  // namespace veldrin::show

@@ -1,24 +1,13 @@
 #include "show/picture_show.h"
 
+#include <algorithm>
+
 #include "base/failure.h"
 #include "catalogue/image_store.h"
 
 namespace veldrin::show {
 
 using base::EndSilently;
-using base::ResumeNext;
-
-namespace {
-
-// A list that couldn't be read has no recordset and counts as empty.
-bool AtEnd(const catalogue::RecordList& data1) {
-  return data1.RecordCount() == 0 || data1.Recordset().AtEOF();
-}
-bool AtBeginning(const catalogue::RecordList& data1) {
-  return data1.RecordCount() == 0 || data1.Recordset().BOF();
-}
-
-}  // namespace
 
 bool PictureShow::IsRunning() const {
   return Parts.Settings.ShowState == PlayBackward || Parts.Settings.ShowState == PlayForward;
@@ -53,6 +42,7 @@ void PictureShow::tbarShow_ButtonClick(int button) {
 }
 
 void PictureShow::Play(int direction) {
+  if (!IsRunning()) Parts.Settings.Next = Parts.Data1.AbsolutePosition();
   Parts.Settings.ShowState = direction;
   Surface.SetShowButtons();
   Timer1_Timer();
@@ -60,6 +50,7 @@ void PictureShow::Play(int direction) {
 }
 
 void PictureShow::StopShow() {
+  if (Parts.Settings.ShowState != StopPlay) Parts.Data1.MoveNear(Parts.Settings.Next);
   Parts.Settings.ShowState = StopPlay;
   Surface.SetShowButtons();
   ClearShow();
@@ -67,7 +58,8 @@ void PictureShow::StopShow() {
 }
 
 void PictureShow::Pause() {
-  TakeBack();
+  if (IsRunning() && IsStale) ShowPlayImage();
+  Parts.Settings.Next = Parts.Data1.AbsolutePosition();
   Parts.Settings.ShowState = PausePlay;
   Surface.SetShowButtons();
   Timer1.SetEnabled(false);
@@ -80,13 +72,13 @@ void PictureShow::SetRepeat(bool repeat) {
 }
 
 void PictureShow::LeaveWindow() {
-  if (IsRunning()) TakeBack();
+  if (IsRunning()) Parts.Settings.Next = Parts.Data1.AbsolutePosition();
   Timer1.SetEnabled(false);
   Surface.ChangeWindow();
 }
 
 void PictureShow::TakeUp() {
-  if (Parts.Settings.ShowState == PausePlay) Timer1_Timer();
+  if (Parts.Settings.ShowState == PausePlay) ShowPlayImage();
   tbarShow_ButtonClick(Parts.Settings.ShowState);
 }
 
@@ -127,36 +119,37 @@ void PictureShow::Resume(int playState) {
 
 void PictureShow::Timer1_Timer() {
   Timer1.SetEnabled(false);
-  Parts.Data1.SuppressReposition = true;
-  if ((AtEnd(Parts.Data1) || AtBeginning(Parts.Data1)) && !TurnAround()) return;
+  if (IsPastAnEnd() && !TurnAround()) return;
+  Parts.Data1.MoveNear(Parts.Settings.Next);
   ShowPlayImage();
-  WriteSlider();
-  // By the button and not by the state: a show that comes back paused goes on as its window knew it.
-  MoveOn(Surface.IsEnabled(PlayBackward));
-  Parts.Data1.SuppressReposition = false;
+  Parts.Settings.Next += Parts.Settings.ShowState == PlayBackward ? -1 : 1;
   Timer1.SetEnabled(true);
   PrepareNext();
 }
 
-// At an end of the list. False when the show is over; SuppressReposition stays set then.
+bool PictureShow::IsPastAnEnd() const {
+  return Parts.Settings.Next < 0 || Parts.Settings.Next >= Parts.Data1.RecordCount();
+}
+
+// At an end of the list. False when the show is over.
 bool PictureShow::TurnAround() {
-  const bool atEnd = AtEnd(Parts.Data1);
+  const int count = Parts.Data1.RecordCount();
+  const bool atEnd = Parts.Settings.Next >= count || count == 0;
   const bool repeat = Parts.Settings.ShowRepeat;
   const bool toLast = atEnd != repeat;
-  ResumeNext([&] { toLast ? Parts.Data1.MoveLast() : Parts.Data1.MoveFirst(); });
-  Surface.SetSlider(toLast ? Parts.Data1.RecordCount() : 0);
+  Parts.Settings.Next = toLast ? count - 1 : 0;
+  Surface.SetSlider(toLast ? count : 0);
   if (!repeat) StopShow();
   return repeat;
 }
 
 void PictureShow::ShowPlayImage() {
+  IsStale = false;
   EndSilently([&] {
-    // The row may have changed since the list came to stand on it.
-    Parts.Data1.Reread();
-    Surface.ShowPicture(catalogue::ImageFileName(Parts.ThePaths,
-                                                 Parts.Data1.Field(QStringLiteral("PhotoID")).toInt(),
-                                                 Parts.Data1.Field(QStringLiteral("ImageType")).toString()));
+    const QString file = FileAt(Parts.Data1.AbsolutePosition());
+    if (!file.isEmpty()) Surface.ShowPicture(file);
   });
+  Surface.SetSlider(Parts.Data1.AbsolutePosition() + 1);
 }
 
 void PictureShow::ClearShow() {
@@ -165,44 +158,29 @@ void PictureShow::ClearShow() {
   Surface.PreparePicture({});
 }
 
-void PictureShow::WriteSlider() { Surface.SetSlider(Parts.Data1.AbsolutePosition() + 1); }
-
-void PictureShow::MoveOn(bool forward) {
-  ResumeNext([&] { forward ? Parts.Data1.MoveNext() : Parts.Data1.MovePrevious(); });
-}
-
 void PictureShow::StepShow(int button) {
-  const bool forward = button == StepForward;
-  MoveOn(forward);
-  if (forward && AtEnd(Parts.Data1)) ResumeNext([&] { Parts.Data1.MoveLast(); });
-  if (!forward && AtBeginning(Parts.Data1)) ResumeNext([&] { Parts.Data1.MoveFirst(); });
+  const int step = button == StepForward ? 1 : -1;
+  Parts.Data1.MoveNear(Parts.Data1.AbsolutePosition() + step);
+  Parts.Settings.Next = Parts.Data1.AbsolutePosition();
   ShowPlayImage();
-  WriteSlider();
-  Prepare(Parts.Data1.AbsolutePosition() + (forward ? 1 : -1));
-}
-
-// Undoes the move that the last tick made ahead.
-void PictureShow::TakeBack() {
-  if (Parts.Settings.ShowState == PlayBackward) {
-    MoveOn(true);
-    if (AtEnd(Parts.Data1)) ResumeNext([&] { Parts.Data1.MoveLast(); });
-  } else {
-    MoveOn(false);
-    if (AtBeginning(Parts.Data1)) ResumeNext([&] { Parts.Data1.MoveFirst(); });
-  }
+  Prepare(Parts.Data1.AbsolutePosition() + step);
 }
 
 // --- the picture to come ----------------------------------------------------------------------------------
 
+// A paused show stands on the current record; a running one shows it with its next step.
 void PictureShow::ListChanged() {
+  Parts.Settings.Next = Parts.Data1.AbsolutePosition();
+  IsStale = true;
   if (IsRunning()) PrepareNext();
+  if (Parts.Settings.ShowState != PausePlay) return;
+  if (Parts.Data1.RecordCount() == 0) Surface.HidePictures();
+  ShowPlayImage();
 }
 
 void PictureShow::PrepareNext() {
-  const catalogue::RecordList& list = Parts.Data1;
-  if (list.RecordCount() == 0) return Surface.PreparePicture({});
-  int position = list.AbsolutePosition();
-  if (position < 0 && Parts.Settings.ShowRepeat) position = AtEnd(list) ? 0 : list.RecordCount() - 1;
+  int position = Parts.Settings.Next;
+  if (IsPastAnEnd() && Parts.Settings.ShowRepeat) position = position < 0 ? Parts.Data1.RecordCount() - 1 : 0;
   Prepare(position);
 }
 
@@ -212,15 +190,13 @@ void PictureShow::Prepare(int position) {
   Surface.PreparePicture(file);
 }
 
+// Empty for a place beyond the list and a row that has gone.
 QString PictureShow::FileAt(int position) const {
   if (position < 0 || position >= Parts.Data1.RecordCount()) return {};
-  const engine::Recordset& records = Parts.Data1.Recordset();
-  const auto row = records.ReadRows(position, 1).front();
-  if (row.empty()) return {};
-  const QStringList names = records.FieldNames();
-  const auto field = [&](const QString& name) { return row.at(names.indexOf(name)); };
-  return catalogue::ImageFileName(Parts.ThePaths, field(QStringLiteral("PhotoID")).toInt(),
-                                  field(QStringLiteral("ImageType")).toString());
+  const catalogue::ListRows row = Parts.Data1.ReadRows(position, 1);
+  if (!row.IsThere(0)) return {};
+  return catalogue::ImageFileName(Parts.ThePaths, Parts.Data1.BookmarkAt(position),
+                                  row.Field(0, QStringLiteral("ImageType")).toString());
 }
 
 // --- the slider -------------------------------------------------------------------------------------------
@@ -231,19 +207,21 @@ void PictureShow::Slider1_MouseDown() {
 
 // A tick writes positions that count from 1; the user's are records to pass over, from the first one on.
 void PictureShow::Slider1_MouseUp(int value) {
+  if (Parts.Data1.RecordCount() == 0) return;
+  if (Parts.Settings.ShowState == StopPlay) return Parts.Data1.MoveNear(value);
+  Parts.Settings.Next = value;
+  Timer1_Timer();
+  if (Parts.Settings.ShowState != PausePlay) return;
+  Timer1.SetEnabled(false);
+  Parts.Settings.Next = Parts.Data1.AbsolutePosition();
+}
+
+void PictureShow::MoveBy(int records) {
   const int count = Parts.Data1.RecordCount();
   if (count == 0) return;
-  {
-    const catalogue::RepositionGuard guard(Parts.Data1);
-    if (value < count) {
-      Parts.Data1.SetAbsolutePosition(value);
-    } else {
-      Parts.Data1.MoveLast();
-      Parts.Data1.MoveNext();
-    }
-  }
-  if (Parts.Settings.ShowState != StopPlay) Timer1_Timer();
-  if (Parts.Settings.ShowState == PausePlay) Timer1.SetEnabled(false);
+  Slider1_MouseDown();
+  Slider1_MouseUp(std::clamp(Parts.Data1.AbsolutePosition() + records, 0, count - 1));
+  if (Parts.Settings.ShowState == StopPlay) Surface.SetSlider(Parts.Data1.AbsolutePosition());
 }
 
 }  // namespace veldrin::show

@@ -20,7 +20,6 @@ class ShowSurface {
   virtual void PreparePicture(const QString& file) = 0;
   virtual void HidePictures() = 0;
   virtual void SetSlider(int value) = 0;
-  virtual bool IsEnabled(int button) const = 0;
   /// Sets the buttons from the settings.
   virtual void SetShowButtons() = 0;
   virtual void MusicOnChanged() = 0;
@@ -54,11 +53,13 @@ class PictureShow {
       : Parts(parts), Surface(surface), Timer1(timer), Window(window) {}
 
   void tbarShow_ButtonClick(int button);
-  /// One step: shows the current record and moves on, so that the list always stands one record ahead of the
-  /// picture. Errors are passed over.
+  /// One step: makes the next record the current one and shows it. Errors are passed over. A show that is
+  /// stopped leaves the list where its next step would have been, or at the end that it came to.
   void Timer1_Timer();
   void Slider1_MouseDown();
   void Slider1_MouseUp(int value);
+  /// The same by keys or wheel: so many records on or back.
+  void MoveBy(int records);
 
   /// Takes up the show in the state in which the other window left it.
   void TakeUp();
@@ -66,7 +67,7 @@ class PictureShow {
   int Suspend();
   /// Goes on after Suspend, whose answer it takes.
   void Resume(int playState);
-  /// The list was read anew: another picture is the next.
+  /// The list was read anew: its current record is the next.
   void ListChanged();
   void DisableTimer() { Timer1.SetEnabled(false); }
 
@@ -83,10 +84,8 @@ class PictureShow {
   void ClearShow();
   void StepShow(int button);
   void ShowPlayImage();
+  bool IsPastAnEnd() const;
   bool TurnAround();
-  void MoveOn(bool forward);
-  void TakeBack();
-  void WriteSlider();
   void Prepare(int position);
   void PrepareNext();
   QString FileAt(int position) const;
@@ -95,6 +94,7 @@ class PictureShow {
   ShowSurface& Surface;
   ShowTimer& Timer1;
   ShowWindow Window;
+  bool IsStale = false;  ///< the picture on the screen is of a list that is no more
 };
 
 }  // namespace veldrin::show

@@ -8,7 +8,6 @@ ShowStage::ShowStage(const ShowParts& parts, ShowWindow window, PictureLoader& l
                      QWidget& box, QWidget& panel)
     : QObject(&panel),
       Panel(panel),
-      Data1(parts.Data1),
       Settings(parts.Settings),
       TheMusic(parts.TheMusic),
       Slider(slider),
@@ -26,7 +25,7 @@ ShowStage::ShowStage(const ShowParts& parts, ShowWindow window, PictureLoader& l
 }
 
 void ShowStage::ShowAudioDialog() {
-  frmAudio(Data1, TheMusic.MusicList(), TheMusic.MusicDir(), Panel.window()).exec();
+  frmAudio(TheMusic.MusicList(), TheMusic.MusicDir(), Panel.window()).exec();
 }
 
 }  // namespace veldrin::show

@@ -38,13 +38,11 @@ class ShowStage : public QObject, private ShowSurface {
   void ShowPicture(const QString& file) override { Pictures->Show(file); }
   void PreparePicture(const QString& file) override { Pictures->Prepare(file); }
   void SetSlider(int value) override { Slider.setValue(value); }
-  bool IsEnabled(int button) const override { return tbarShow->Button(button).isEnabled(); }
   void MusicOnChanged() override { Q_EMIT MusicSwitched(); }
   void ChangeWindow() override { Q_EMIT WindowChanged(); }
   void ShowAudioDialog() override;
 
   QWidget& Panel;
-  catalogue::RecordList& Data1;
   const ShowSettings& Settings;
   Music& TheMusic;
   QSlider& Slider;

@@ -29,6 +29,9 @@ struct ShowSettings {
   bool ShowRepeat = false;
   bool MusicOn = false;
   int MusicIndex = 0;
+  /// The place in the list that the next tick shows; -1 and the list's length are past its ends. While no
+  /// show runs it is where one begins.
+  int Next = 0;
 };
 
 /// Which buttons are enabled, by number; the others keep what they have.

@@ -1,5 +1,7 @@
 #include "browse/thumbnail_page.h"
 
+#include <QDir>
+
 #include "browse/page_arithmetic.h"
 #include "catalogue/image_store.h"
 #include "support/test_support.h"
@@ -21,9 +23,7 @@ struct ThumbnailPageTest : testing::Test {
     Data1.DatabaseName = Catalogue.Paths().WorkFile;
     Data1.RecordSource = "SELECT tblPhotos.* FROM tblPhotos";
     Data1.Refresh();
-    Page.InitThumbScroll();
     Page.show();
-    Page.ShowFromCurrentRecord();
   }
 
   template <class Control>
@@ -39,7 +39,6 @@ struct ThumbnailPageTest : testing::Test {
     }
     return marked;
   }
-  bool FrameIsHidden() { return Page.findChild<Shape*>("shpThumb")->isHidden(); }
   void Click(int index, Qt::KeyboardModifiers keys = {}) {
     QTest::mouseClick(&Cell<ThumbImage>("ImgThumb", index), Qt::LeftButton, keys);
   }
@@ -64,31 +63,28 @@ struct ThumbnailPageTest : testing::Test {
   ThumbnailPage Page{Data1, Catalogue.Engine(), Catalogue.Paths(), &Tab};
 };
 
-TEST_F(ThumbnailPageTest, AnEmptyListClearsThePageAndKeepsTheHandlersStill) {
-  Open(3);
-  Catalogue.Execute({"DELETE FROM tblPhotos"});
-  Data1.Refresh();
-  Page.ShowThumbnails(0);
-  EXPECT_EQ(State(), "-1+0");
-  EXPECT_TRUE(FrameIsHidden());
-  EXPECT_TRUE(Data1.SuppressReposition);
-}
-
-TEST_F(ThumbnailPageTest, APhotoWithoutImageCutsThePageShort) {
+TEST_F(ThumbnailPageTest, APhotoWithoutImageIsAnEmptyCellWithItsCaption) {
   Open(5);
-  for (int id = 1; id <= 5; ++id) QFile::remove(catalogue::ThumbFileName(Catalogue.Paths(), id));
+  Click(2);
+  for (int id = 1; id <= 4; ++id) QFile::remove(catalogue::ThumbFileName(Catalogue.Paths(), id));
   QFile::remove(catalogue::ImageFileName(Catalogue.Paths(), 3, "jpg"));
+  const QString damaged = catalogue::ThumbFileName(Catalogue.Paths(), 5);
+  test::WriteFile(damaged, "BM");
+  // Thumbnails that can't be stored are shown all the same.
+  QDir().mkdir(catalogue::ThumbFileName(Catalogue.Paths(), 4));
   Catalogue.Execute({"UPDATE tblPhotos SET Title = 'It''s <b>new</b>'",
                      "UPDATE tblPhotos SET Title = Null WHERE PhotoID = 2"});
-  Data1.Refresh();
-  Page.ShowThumbnails(0);
+  Page.Redraw();
   EXPECT_EQ(Title(0), "1: It's <b>new</b>");
   EXPECT_EQ(Title(1), "2: ");
-  EXPECT_EQ(Title(2), "3: Photo");  // what it showed before
-  EXPECT_EQ(Title(3), "4: Photo");
-  EXPECT_EQ(Data1.AbsolutePosition(), 2);
-  EXPECT_TRUE(FrameIsHidden());
-  EXPECT_FALSE(Data1.SuppressReposition);
+  EXPECT_EQ(State(), "0+2");
+  for (int i = 0; i < 5; ++i) EXPECT_EQ(Cell<ThumbImage>("ImgThumb", i).isHidden(), i == 2) << i;
+  EXPECT_NE(test::ReadFile(damaged), "BM") << "a damaged one is made anew";
+  Catalogue.AddPhoto(6, {}, {}, QSize(4, 4));
+  QFile::copy(catalogue::ImageFileName(Catalogue.Paths(), 6, "jpg"),
+              catalogue::ImageFileName(Catalogue.Paths(), 3, "jpg"));
+  Page.Redraw();
+  EXPECT_FALSE(Cell<ThumbImage>("ImgThumb", 2).isHidden());
 }
 
 TEST_F(ThumbnailPageTest, MovesByKeys) {
@@ -110,12 +106,18 @@ TEST_F(ThumbnailPageTest, TheScrollBarMovesByRowsAndJumps) {
   EXPECT_FALSE(scroll.isEnabled());
   Add(13, 40);
   Data1.Refresh();
-  Page.InitThumbScroll();
   EXPECT_EQ(scroll.maximum(), 13);
   scroll.triggerAction(QAbstractSlider::SliderSingleStepAdd);
   EXPECT_EQ(State(), "0+3");
-  scroll.setValue(8);
+  scroll.setSliderPosition(2);  // as by a drag, from row to row
+  EXPECT_EQ(State(), "6+0");
+  scroll.setSliderPosition(8);
   EXPECT_EQ(State(), "24+0");
+  QWheelEvent turn({50, 50}, Page.mapToGlobal(QPointF(50, 50)), {}, {0, 240}, {}, {}, Qt::NoScrollPhase,
+                   false);
+  QCoreApplication::sendEvent(&Page, &turn);
+  EXPECT_EQ(State(), "18+0");
+  EXPECT_EQ(scroll.value(), 6);
   Press(Qt::Key_Home);
   EXPECT_EQ(scroll.value(), 0);
 }
@@ -127,66 +129,57 @@ TEST_F(ThumbnailPageTest, TheMouseSelects) {
   Page.SetMarkColor(DimmedColor);
   QTest::mousePress(&Cell<ThumbImage>("ImgThumb", 0), Qt::RightButton);
   EXPECT_TRUE(Page.MarksAreDimmed());
+  EXPECT_EQ(State(), "0+0") << "the menu is for the photo under the pointer";
   Click(4, Qt::ControlModifier);
   EXPECT_FALSE(Page.MarksAreDimmed());
   Click(6, Qt::ControlModifier);
   Press(Qt::Key_PageDown);
   EXPECT_EQ(State(), "2+0");
   EXPECT_EQ(Marked(), " 2 4");
-  Click(11, Qt::ControlModifier);
-  Click(4, Qt::ControlModifier);
-  EXPECT_EQ(Data1.SelBookmarks.Count(), 2);
-  EXPECT_EQ(Marked(), " 2 11");
   Click(0, Qt::ControlModifier | Qt::ShiftModifier);  // not Ctrl alone: a plain click
-  EXPECT_EQ(Data1.SelBookmarks.Count(), 0);
   EXPECT_EQ(Marked(), "");
-  Click(3, Qt::ControlModifier);
-  Page.RecordAll_Click();
-  EXPECT_EQ(Data1.SelBookmarks.Count(), 14);
-  EXPECT_EQ(State(), "5+0");
-  EXPECT_EQ(Marked(), " 0 1 2 3 4 5 6 7 8");
+  QTest::mousePress(&Cell<ThumbCaption>("ThumbTitle", 3), Qt::RightButton);
+  QTest::mouseClick(&Cell<PictureCell>("picThumb", 3), Qt::LeftButton, Qt::ControlModifier, QPoint(1, 1));
+  EXPECT_EQ(State() + Marked(), "2+3 3") << "a black margin is as good as the picture";
 }
 
-using Scroll = PageMove::Scroll;
+// A key counts where it went down, also when another one moves the focus meanwhile.
+TEST_F(ThumbnailPageTest, KeysThatOverlapCountBoth) {
+  Open(5);
+  for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Down}) QTest::keyPress(QApplication::focusWidget(), key);
+  for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Down, Qt::Key_Right})
+    QTest::keyRelease(QApplication::focusWidget(), key);
+  EXPECT_EQ(State(), "0+4");
+}
 
 TEST(PageArithmetic, MovesAsTheKeySays) {
-  const std::tuple<const char*, PageMove, PageMove> cases[] = {
-      {"right at the edge scrolls by one", MoveRight(11, 11, 14), {Scroll{12, 1}, 11}},
-      {"right never scrolls to the last record", MoveRight(11, 11, 13), {{}, 11}},
-      {"right on the last record stays", MoveRight(11, 12, 13), {{}, 11}},
-      {"left at the edge scrolls by one", MoveLeft(0, 20), {Scroll{19, 19}, 0}},
-      {"left on the first record stays", MoveLeft(0, 0), {{}, 0}},
-      {"down stops with the last record in the last cell", MoveDown(11, 11, 13), {Scroll{12, 1}, 11}},
-      {"down on a full last page stays", MoveDown(9, 9, 12), {{}, 9}},
-      {"down that would pass the last record does nothing", MoveDown(9, 21, 22), {{}, 9}},
-      {"up scrolls by what is left", MoveUp(1, 3), {Scroll{1, 0}, 1}},
-      {"page down by what is left", MovePageDown(5, 5, 14), {Scroll{2, 2}, 0}},
-      {"page down on the last page goes to the first cell", MovePageDown(5, 5, 12), {{}, 0}},
-      {"page down on a short page goes to the first cell", MovePageDown(2, 22, 25), {{}, 0}},
-      {"page up on the first page goes to the first cell", MovePageUp(5, 5), {{}, 0}},
+  const std::tuple<const char*, PagePlace, PagePlace> cases[] = {
+      {"right at the edge scrolls by one", MoveRight({0, 11}, 14), {1, 11}},
+      {"right never scrolls to the last record", MoveRight({0, 11}, 13), {0, 11}},
+      {"right stays on the last record", MoveRight({12, 0}, 13), {12, 0}},
+      {"left at the edge scrolls by one", MoveLeft({20, 0}), {19, 0}},
+      {"left on the first record stays", MoveLeft({0, 0}), {0, 0}},
+      {"down stops with the last record in the last cell", MoveDown({0, 11}, 13), {1, 11}},
+      {"down goes to no empty cell", MoveDown({0, 3}, 6), {0, 3}},
+      {"down on a full last page stays", MoveDown({0, 9}, 12), {0, 9}},
+      {"down that would pass the last record does nothing", MoveDown({12, 9}, 22), {12, 9}},
+      {"up scrolls by what is left", MoveUp({2, 1}), {0, 1}},
+      {"page down by what is left", MovePageDown({0, 5}, 14), {2, 0}},
+      {"page down on the last page goes to the first cell", MovePageDown({0, 5}, 12), {0, 0}},
+      {"page down on a short page goes to the first cell", MovePageDown({20, 2}, 25), {20, 0}},
+      {"page up on the first page goes to the first cell", MovePageUp({0, 5}), {0, 0}},
+      {"the wheel keeps the cell", TurnRows({0, 5}, 2, 20), {6, 5}},
+      {"and stops at the ends", TurnRows({2, 5}, -2, 20), {0, 5}},
+      {"the end of a short list", LastPlace(5), {0, 4}},
   };
-  for (const auto& [name, move, expected] : cases) EXPECT_EQ(move, expected) << name;
+  for (const auto& [name, place, expected] : cases) {
+    EXPECT_EQ(std::pair(place.Start, place.Cell), std::pair(expected.Start, expected.Cell)) << name;
+  }
   EXPECT_EQ(ScrollMax(13), 4);
   EXPECT_EQ(ScrollMax(1'000'000), 32767) << "the bar counts in sixteen bits";
-  EXPECT_EQ(ScrollPosition(10922), 32766);
-  EXPECT_EQ(ScrollPosition(10923), std::nullopt);
-}
-
-// Whatever keys are pressed from whatever page, the current record and its cell stay within the list.
-TEST(PageArithmetic, WalksEveryListWithoutLeavingIt) {
-  for (int count : {1, 2, 5, 11, 12, 13, 14, 22, 25, 40}) {
-    for (int at = 0; at < count; ++at) {
-      for (int cell = 0; cell < CellCount && cell <= at; ++cell) {
-        for (const PageMove& move :
-             {MoveRight(cell, at, count), MoveLeft(cell, at), MoveDown(cell, at, count), MoveUp(cell, at),
-              MovePageDown(cell, at, count), MovePageUp(cell, at)}) {
-          const auto [position, start] = move.Page.value_or(Scroll{0, 0});
-          ASSERT_TRUE(0 <= start && start <= position && position < count && position - start < CellCount)
-              << count << ' ' << at << ' ' << cell;
-        }
-      }
-    }
-  }
+  EXPECT_EQ(ScrollPosition(10922, 99'999), 32766);
+  EXPECT_EQ(ScrollPosition(10923, 99'999), std::nullopt);
+  EXPECT_EQ(ScrollPosition(4, 12), std::nullopt);
 }
 
 }  // namespace

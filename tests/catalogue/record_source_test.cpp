@@ -16,51 +16,42 @@ TEST(QueryClause, IsBuiltInOrder) {
       << "opposite directions are alternatives";
 }
 
-// Records what the source asks of the views.
-class FakeViews : public RecordViews {
- public:
-  bool PreviewIsOn() const override { return Preview; }
-  void SetPreview(bool on) override {
-    Preview = on;
-    Log << (on ? "on" : "off");
-  }
-  void SetSliderMax(int count) override { Log << QString::number(count); }
-  void InitThumbScroll() override { Log << "scroll"; }
-  bool Preview = true;
-  QStringList Log;
-};
-
-TEST(RecordSource, ShowsTheFolderWithThePreviewOffAroundTheMoves) {
+TEST(RecordSource, ShowsTheFolderAndKeepsTheListThatItCantRead) {
   test::TestCatalogue catalogue;
   controls::TreeView tree;
   RecordList data1(catalogue.Engine());
   data1.DatabaseName = catalogue.Paths().WorkFile;
-  FakeViews views;
   RecordSource source(
-      data1, [&] { return tree.SelectedItem()->Tag(); }, catalogue.Engine(), catalogue.Paths(), views);
+      data1, [&] { return tree.SelectedItem()->Tag(); }, catalogue.Engine(), catalogue.Paths());
   controls::Node* root = tree.Add(nullptr, "Photos");
   for (const char* key : {"0001", "0002"}) tree.Add(root, key)->SetTag(key);
   catalogue.AddPhoto(1, "in one", {"0001"});
   catalogue.AddPhoto(2, "below one", {"00010001"});
   catalogue.AddPhoto(3, "without a link", {});
-  // The numbers of the photos that a node shows, and what happened to the views.
+  // The numbers of the photos that a node shows, with the current one.
+  const auto shown = [&] {
+    QStringList photos;
+    for (int i = 0; i < data1.RecordCount(); ++i) photos << QString::number(data1.BookmarkAt(i));
+    return (photos << QString::number(data1.AbsolutePosition())).join(' ');
+  };
   const auto show = [&](int node) {
     tree.Select(tree.NodeAt(node));
     source.SetRecordSource();
-    QStringList shown;
-    for (; !data1.Recordset().AtEOF(); data1.MoveNext()) shown << data1.Field("PhotoID").toString();
-    return (shown + std::exchange(views.Log, {})).join(' ');
+    return shown();
   };
-  EXPECT_EQ(show(1), "1 2 3 off 3 scroll on");
-  EXPECT_EQ(show(2), "1 2 off 2 scroll on");
-  source.Query.QryTitle = "IN";
-  EXPECT_EQ(show(2), "1 off 1 scroll on");
-  views.Preview = false;
-  EXPECT_EQ(show(3), "scroll") << "the slider stays for an empty list";
+  EXPECT_EQ(show(1), "1 2 3 0");
+  EXPECT_EQ(show(3), "-1");
+  EXPECT_EQ(show(2), "1 2 0");
+  data1.SetAbsolutePosition(1);
   source.Query.QryImageType = "x' AND";
   EXPECT_THROW(show(1), base::RuntimeError);
-  EXPECT_EQ(data1.RecordCount(), 0);
-  EXPECT_EQ(data1.AbsolutePosition(), -1);
+  EXPECT_EQ(source.Query, Criteria{});
+  EXPECT_EQ(shown(), "1 2 1");
+  data1.RefreshAt(2);
+  EXPECT_EQ(shown(), "1 2 1") << "the folder is still that of the list";
+  catalogue.Execute({"DELETE FROM tblPhotoLinks WHERE PhotoID = 2"});
+  data1.RefreshAt(2);
+  EXPECT_EQ(shown(), "1 0");
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <QApplication>
 #include <QLocale>
 #include <QPushButton>
+#include <QScopedValueRollback>
 #include <QTest>
 #include <QTimer>
 
@@ -99,14 +100,20 @@ class QueryTest : public test::FindingTest {
   void Ask(const char* field, const QString& text, void (Query::*command)() = &Query::QueryBttn_Click) {
     QTimer::singleShot(0, qApp, [&, field] {
       Root = QApplication::activeModalWidget();
-      WasHeld = Views.ShowIsHeld;
+      WasHeld = ShowIsHeld;
       Field(field).setText(text);
       Click("OkBttn");
     });
     (Querying.*command)();
   }
 
-  Query Querying{Source, Data1, Views, Window};
+  bool ShowIsHeld = false;
+  Query Querying{Source, Data1,
+                 [this](const std::function<void()>& dialog) {
+                   const QScopedValueRollback held(ShowIsHeld, true);
+                   dialog();
+                 },
+                 Window};
   bool WasHeld = false;
 };
 
@@ -119,18 +126,16 @@ TEST_F(QueryTest, ATitleHoldsUntilItIsNotTypedAgain) {
   QTimer::singleShot(0, qApp, [] { QApplication::activeModalWidget()->close(); });
   Querying.QueryBttn_Click();
   EXPECT_EQ(Ids(), "1");
-  EXPECT_EQ(Views.Log.size(), 1);
   Ask("qMadeBy", {});
   EXPECT_EQ(Ids(), "1 2");
   EXPECT_THROW(Ask("qImage", "' OR 1=1) OR (1='1"), base::RuntimeError);
-  EXPECT_EQ(Views.Log.size(), 3);
+  EXPECT_EQ(Ids(), "1 2");
   Source.ClearQuery();
   Show();
   Ask("qTitle", "nowhere", &Query::RecordQuery_Click);
   EXPECT_TRUE(WasHeld);
   EXPECT_EQ(Ids(), "");
   Querying.RecordQuery_Click();  // No dialog: it would wait for an answer.
-  EXPECT_EQ(Views.Log.size(), 4);
 }
 
 // --- the results ------------------------------------------------------------------------------------------
@@ -155,7 +160,7 @@ TEST_F(QueryTest, FindsThePhotosThatFit) {
   for (const auto& [query, ids] : cases) {
     Source.Query = query;
     Show();
-    EXPECT_EQ(Ids(), ids) << Source.RecordSourceSql.toStdString();
+    EXPECT_EQ(Ids(), ids);
   }
 }
 

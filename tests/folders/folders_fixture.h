@@ -5,7 +5,6 @@
 #include "folders/folder_navigation.h"
 #include "folders/folder_nodes.h"
 #include "folders/folder_tree.h"
-#include "support/silent_views.h"
 #include "support/test_support.h"
 
 namespace veldrin::folders {
@@ -14,7 +13,11 @@ struct FoldersTest : testing::Test {
   FoldersTest() {
     Data1.DatabaseName = Catalogue.Paths().WorkFile;
     Tree.setGeometry(0, 40, 300, 600);
+    QObject::connect(&Navigation, &FolderNavigation::FolderShown, [this] { Log << "show"; });
+    QObject::connect(&Navigation, &FolderNavigation::FolderMenuRequested, [this] { Log << "popup"; });
   }
+  // What the window was told since the last look.
+  QString Take() { return std::exchange(Log, {}).join(' '); }
 
   QString AddRow(const QString& name, const QString& parent = {}) {
     return AddFolderRecord(Catalogue.Engine(), Catalogue.Paths().WorkFile, LevelOfKey(parent) + 1, name,
@@ -50,10 +53,10 @@ struct FoldersTest : testing::Test {
   controls::TreeView Tree{&Window};
   QLineEdit Search{&Window};
   catalogue::RecordList Data1{Catalogue.Engine()};
-  test::SilentViews Views;
+  QStringList Log;
   catalogue::RecordSource Source{Data1, [this] { return SelectedFolderKey(Tree); }, Catalogue.Engine(),
-                                 Catalogue.Paths(), Views};
-  FolderNavigation Navigation{Tree, Search, Source, Views};
+                                 Catalogue.Paths()};
+  FolderNavigation Navigation{Tree, Search, Source};
 };
 
 }  // namespace veldrin::folders

@@ -52,9 +52,9 @@ void Walk::CheckStored() {
     });
     JourneyModel chosen = std::move(*met);
     Model = std::move(chosen);
-  } else if (Stored expected = Outcomes.front().AsStored();
-             MayAdopt && stored.Rows == expected.Rows && stored.Images == expected.Images &&
-             LeavesForeignAlone(stored)) {
+  } else if (Stored expected = Outcomes.front().AsStored(); MayAdopt && stored.Rows == expected.Rows &&
+                                                            stored.Images == expected.Images &&
+                                                            LeavesForeignAlone(stored)) {
     Model.Adopt(stored);
     Other->Write(Model);  // What two machines left of the "!UNORGANIZED" isn't the walk's affair.
   } else {

@@ -111,7 +111,7 @@ class Walk {
 
   TestCatalogue Catalogue;
   QTemporaryDir Home;
-  std::set<int> Changed;      ///< photos that another machine changed since the list was read
+  std::set<int> Changed;  ///< photos that another machine changed since the list was read
   /// Folders that another machine changed since the start: whether they have gone or are others now, or have
   /// another name only.
   std::map<QString, bool> Foreign;
@@ -171,7 +171,7 @@ class Walk {
   int Births = 0;
   int Texts = 0;
   int SliderMax = 0;
-  bool TreeIsOld = false;  ///< another machine changed folders since the start
+  bool TreeIsOld = false;         ///< another machine changed folders since the start
   bool ListIsOld = false;         ///< another machine changed what it was read from
   std::map<int, int> BirthsRead;  ///< of all photos when the list was read
 };

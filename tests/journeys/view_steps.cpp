@@ -48,7 +48,8 @@ void ClickThumb(Walk& walk, int a, int b) {
   } else if (onImage) {
     walk.ExpectSelection(ctrl ? Toggled(walk.Before.Selected, number) : std::vector<int>());
   }
-  if (!walk.Before.Naming && (right ? onImage && walk.Before.Selected.empty() : true)) walk.ExpectCurrent(number);
+  if (!walk.Before.Naming && (right ? onImage && walk.Before.Selected.empty() : true))
+    walk.ExpectCurrent(number);
 }
 
 void ClickCaption(Walk& walk, int a, int b) {

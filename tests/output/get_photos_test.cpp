@@ -59,7 +59,7 @@ class GetTest : public test::OutputTest {
   const test::Environment Home{{"HOME", Target.path().toUtf8()},
                                {"XDG_CONFIG_HOME", Target.path().toUtf8() + "/none"}};
   frmGet::CopyFunction Copy = desktop::CopyFile;
-  PhotoGetter Getter{Data1, Catalogue.Paths(), *this, Window,
+  PhotoGetter Getter{Chosen, Catalogue.Engine(), Catalogue.Paths(), Window,
                      [this](const QString& source, const QString& target) { Copy(source, target); }};
 };
 
@@ -71,7 +71,8 @@ TEST_F(GetTest, ListsTheChosenPhotosAndCopiesThem) {
   EXPECT_EQ(test::FilesBelow(Target.path()), QStringList({"1.jpg", "4.bmp", "5.jpg"}));
   EXPECT_EQ(test::ReadFile(Target.filePath("1.jpg")), BytesOf(1));
   Catalogue.Execute({"DELETE FROM tblPhotos WHERE PhotoID = 5"});
-  EXPECT_EQ(RefusalOf(1), "Error|Error Code: 3167 Record is deleted.");
+  Select({5});
+  EXPECT_EQ(RefusalOf(1), "Error|The photo 5 was changed by another machine.");
   FormView = true;
   EXPECT_EQ(Listed({5, 1}), "2.jpg");
   Data1.RecordSource += " WHERE PhotoID > 99";

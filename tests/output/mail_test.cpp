@@ -47,7 +47,7 @@ class MailTest : public test::OutputTest {
                                   {"XDG_DATA_DIRS", "/none"},
                                   {"XDG_CONFIG_HOME", "/none"},
                                   {"MAILER", "mailer"}};
-  PhotoMail Mail{Data1, Catalogue.Paths(), *this, Window};
+  PhotoMail Mail{Chosen, Catalogue.Engine(), Catalogue.Paths(), Window};
 };
 
 TEST_F(MailTest, AFailureShowsABoxAndTheNextMessageComes) {
@@ -104,8 +104,8 @@ TEST_F(MailTest, TheMessageHasTheChosenPhotosAndNotMoreThanTen) {
   FormView = false;
   Select({3, 5, 7});
   Catalogue.Execute({"DELETE FROM tblPhotos WHERE PhotoID = 5"});
-  EXPECT_EQ(Send(1), "Error|Error Code: 3167 Record is deleted.");
-  EXPECT_FALSE(IsOpen());
+  EXPECT_EQ(Send(1), "Error|The photo 5 was changed by another machine.");
+  EXPECT_EQ(Received(), QStringList({"  \n\r2 Photo image(s) attached", ImageOf(3), ImageOf(7)}));
   Data1.RecordSource += " WHERE PhotoID > 99";
   Data1.Refresh();
   Send();

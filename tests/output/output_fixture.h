@@ -5,9 +5,9 @@
 
 #include "catalogue/image_store.h"
 #include "engine/sql_tokens.h"
+#include "output/record_choice.h"
 #include "output/web_pages.h"
 #include "support/environment.h"
-#include "support/silent_views.h"
 #include "support/test_support.h"
 
 namespace veldrin::test {
@@ -47,7 +47,7 @@ class FakeForm : public output::ProgressForm {
   float Value = 0;
 };
 
-class OutputTest : public testing::Test, public SilentViews {
+class OutputTest : public testing::Test {
  protected:
   OutputTest() {
     Data1.DatabaseName = Catalogue.Paths().WorkFile;
@@ -95,13 +95,14 @@ class OutputTest : public testing::Test, public SilentViews {
   /// That a command on the list left nothing behind.
   void ExpectAsBefore(int current) const {
     EXPECT_EQ(QGuiApplication::overrideCursor(), nullptr);
-    EXPECT_FALSE(Data1.SuppressReposition);
     EXPECT_EQ(Data1.Bookmark(), current);
   }
 
   TestCatalogue Catalogue;
   controls::TreeView Tree;
   catalogue::RecordList Data1{Catalogue.Engine()};
+  bool FormView = false;
+  const catalogue::Chooser Chosen = [this] { return Data1.Chosen(!FormView); };
   output::WebSettings Web;
   QWidget Window;
   output::WebPages Pages{Data1, Tree, Catalogue.Paths(), Web, Window};

@@ -81,11 +81,6 @@ class Adding : public testing::Test, public test::Controls {
 };
 
 TEST_F(Adding, FiltersByFileTypeAndMarksWhatIsSelected) {
-  {
-    const catalogue::RepositionGuard guard(Data1);
-    Get<controls::DirListBox>("Dir1").SetPath("/tmp");
-    EXPECT_EQ(Files().Path(), Pictures.path()) << "while another routine walks the list";
-  }
   const std::tuple<int, Qt::KeyboardModifiers, const char*> steps[] = {
       {0, {}, "ImgNew"},
       {1, {}, "ImgNew"},

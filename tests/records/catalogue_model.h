@@ -150,9 +150,9 @@ class CatalogueModel {
     Links.emplace(QString(), photo);
   }
 
-  // One that waits for a paste still comes to stand where it is pasted, shown by nothing.
   void DeletePhoto(int photo) {
     RemoveBelow({}, photo);
+    std::erase_if(Staged, [&](const Link& link) { return link.second == photo; });
     Photos.erase(photo);
   }
 
@@ -180,14 +180,14 @@ class CatalogueModel {
   }
 
   // A photo comes to stand at the parent unless it stands elsewhere below it. From the top only the unfiled
-  // photos count as standing elsewhere. The staging of records goes: the move uses its table.
+  // photos count as standing elsewhere.
   void MovePhotosUp(const QString& folder) {
     const QString parent = folder.chopped(4);
-    Staged.clear();
+    std::set<Link> moved;
     for (const auto& [key, photo] : Links)
-      if (key.startsWith(folder)) Staged.emplace(parent, photo);
+      if (key.startsWith(folder)) moved.emplace(parent, photo);
     std::erase_if(Links, [&](const Link& link) { return link.first.startsWith(folder); });
-    for (const Link& link : Staged) {
+    for (const Link& link : moved) {
       const bool isThere = parent.isEmpty() ? Links.contains(link) : StandsBelow(parent, link.second);
       if (!isThere) Links.insert(link);
     }

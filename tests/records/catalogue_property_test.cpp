@@ -64,9 +64,8 @@ class CatalogueProperty : public test::CommandsTest {
 
   void Select(const QString& node) {
     Model.Selected = node;
-    Navigation.LastNodeIndex = -1;
     Tree.Select(Find(node));
-    Navigation.tvTreeView_NodeClick(*Tree.SelectedItem());
+    Navigation.ShowAnew();
   }
 
   // Types names into the open editor until one is accepted.
@@ -107,8 +106,8 @@ class CatalogueProperty : public test::CommandsTest {
   void TakeAway(void (DeletePhotos::*click)(), void (CatalogueModel::*takeAway)(int)) {
     std::vector<int> photos = SelectPhotos(1);
     Data1.SetAbsolutePosition(Pick(Data1.RecordCount()));
-    Views.FormView = Seldom();
-    if (photos.empty() || Views.FormView) photos = {Data1.Bookmark()};
+    FormView = Seldom();
+    if (photos.empty() || FormView) photos = {Data1.Bookmark()};
     if (!IsSure([this, click] { (Deletion.*click)(); })) return;
     for (const int photo : photos) (Model.*takeAway)(photo);
   }
@@ -235,13 +234,12 @@ class CatalogueProperty : public test::CommandsTest {
     EXPECT_EQ(PhotosOf(Data1), Model.Shows(Model.Selected));
     EXPECT_EQ(Clipboard.IsCutPending() || Clipboard.CopySource() != nullptr,
               Model.PendingRecords.has_value());
-    EXPECT_EQ(Views.Grey, Clipboard.IsCutPending());
     EXPECT_EQ(Folders.HasPending(), Model.PendingFolder.has_value());
   }
 
   QLineEdit Search;
-  folders::FolderNavigation Navigation{Tree, Search, Source, Views};
-  folders::FolderCommands Folders{Tree, Navigation, Views, Catalogue.Engine(), Catalogue.Paths()};
+  folders::FolderNavigation Navigation{Tree, Search, Source};
+  folders::FolderCommands Folders{Tree, Navigation, Catalogue.Engine(), Catalogue.Paths()};
 
   CatalogueModel Model;
   std::mt19937 Random;

@@ -5,14 +5,19 @@
 
 #include "folders/folder_nodes.h"
 #include "folders/folder_tree.h"
-#include "support/silent_views.h"
+#include "records/delete_photos.h"
+#include "records/record_clipboard.h"
 #include "support/test_support.h"
 
 namespace veldrin::test {
 
 class CommandsTest : public testing::Test {
  protected:
-  CommandsTest() { Data1.DatabaseName = Catalogue.Paths().WorkFile; }
+  CommandsTest() {
+    Data1.DatabaseName = Catalogue.Paths().WorkFile;
+    QObject::connect(&Deletion, &records::DeletePhotos::Deleted, &Clipboard,
+                     &records::RecordClipboard::Forget);
+  }
 
   void LoadFolders() { folders::LoadFolderTree(Tree, Catalogue.Engine(), Catalogue.Paths().WorkFile); }
   controls::Node* Find(const QString& key) {
@@ -25,11 +30,12 @@ class CommandsTest : public testing::Test {
   TestCatalogue Catalogue;
   controls::TreeView Tree;
   catalogue::RecordList Data1{Catalogue.Engine()};
-  SilentViews Views;
+  bool FormView = false;
   catalogue::RecordSource Source{Data1, [this] { return folders::SelectedFolderKey(Tree); },
-                                 Catalogue.Engine(), Catalogue.Paths(), Views};
-  records::RecordClipboard Clipboard{Data1, Tree, Source, Catalogue.Engine(), Catalogue.Paths(), Views};
-  records::DeletePhotos Deletion{Source, Data1, Tree, Catalogue.Engine(), Catalogue.Paths(), Views, Tree};
+                                 Catalogue.Engine(), Catalogue.Paths()};
+  records::RecordClipboard Clipboard{Data1, Tree, Source, Catalogue.Engine(), Catalogue.Paths()};
+  records::DeletePhotos Deletion{
+      [this] { return Data1.Chosen(!FormView); }, Source, Tree, Catalogue.Engine(), Catalogue.Paths(), Tree};
 };
 
 }  // namespace veldrin::test

@@ -34,8 +34,6 @@ class FormViewTest : public testing::Test, public test::Controls {
   void Open(const char* where = "") {
     Data1.RecordSource = QString("SELECT tblPhotos.* FROM tblPhotos") + where;
     Data1.Refresh();
-    Form.ShowFormRecord();
-    Form.ShowFormImage();
   }
   void Change(const char* sql) { Catalogue.Execute({sql}); }
   std::string Label(const char* name) { return Get<QLabel>(name).text().toStdString(); }
@@ -83,7 +81,6 @@ TEST_F(FormViewTest, TheNavigatorStopsAtBothEndsAndAnEmptyListAtOnce) {
     Click(button);
     EXPECT_EQ(Shown(), shown) << button;
     EXPECT_EQ(ShownImage().isValid(), *shown != '3') << shown;
-    EXPECT_FALSE(Data1.SuppressReposition);
   }
   EXPECT_EQ(Texts(), stored);
 

@@ -63,7 +63,7 @@ class PlainSurface : public ShowSurface {
   void PreparePicture(const QString& file) override { Prepared = file.isEmpty() ? 0 : Number(file); }
   void HidePictures() override { Shown = 0; }
   void SetSlider(int value) override { Slider = value; }
-  bool IsEnabled(int button) const override { return !Disabled.contains(button); }
+  bool IsEnabled(int button) const { return !Disabled.contains(button); }
   void SetShowButtons() override {
     for (const ShowButtonState& state : show::ShowButtonsFor(Settings, IsEnabled(StopPlay))) {
       state.Enabled ? (void)Disabled.erase(state.Button) : (void)Disabled.insert(state.Button);

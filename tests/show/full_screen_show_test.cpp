@@ -116,20 +116,20 @@ TEST_F(FullScreenTest, ShowsItsButtonsAtTheLowerEdge) {
 
 TEST_F(FullScreenTest, LeadsBackToTheWindow) {
   const std::pair<std::function<void(QWidget&)>, const char*> waysOut[] = {
-      {[](QWidget& window) { QTest::keyClick(&window, Qt::Key_Escape); }, "6: 2 @ 3/2"},
-      {[](QWidget& window) { QTest::mouseDClick(&window, Qt::LeftButton, {}, QPoint(2, 2)); }, "6: 3 @ 4/3"},
+      {[](QWidget& window) { QTest::keyClick(&window, Qt::Key_Escape); }, "6: 2 @ 2/2"},
+      {[](QWidget& window) { QTest::mouseDClick(&window, Qt::LeftButton, {}, QPoint(2, 2)); }, "6: 3 @ 3/3"},
       {[](QWidget& window) {
          QTest::mouseDClick(window.findChild<QWidget*>("PictureShow(0)"), Qt::LeftButton);
        },
-       "6: 4 @ 5/4"},
-      {[](QWidget& window) { window.findChild<QAction*>("tbarShow(15)")->trigger(); }, "6: 4 @ 5/4"},
+       "6: 4 @ 4/4"},
+      {[](QWidget& window) { window.findChild<QAction*>("tbarShow(15)")->trigger(); }, "6: 4 @ 4/4"},
       {[](QWidget& window) {
          QTest::keyClick(&window, Qt::Key_Space);
          QTest::keyClick(&window, Qt::Key_Escape);
        },
        "9: 4 @ 4/4"}};
   Play.Button(PlayForward).trigger();
-  EXPECT_EQ(State(), "6: 1 @ 2/1");
+  EXPECT_EQ(State(), "6: 1 @ 1/1");
   for (const auto& [leave, state] : waysOut) {
     OnWholeScreen([&, shown = PhotoShown(Play)](QWidget& window) {
       EXPECT_EQ(PhotoShown(window), shown);

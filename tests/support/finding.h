@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
+#include "catalogue/record_source.h"
 #include "folders/folder_nodes.h"
-#include "support/silent_views.h"
 #include "support/test_support.h"
 
 namespace veldrin::test {
@@ -32,9 +32,8 @@ class FindingTest : public testing::Test, public Controls {
   TestCatalogue Catalogue;
   controls::TreeView Tree;
   catalogue::RecordList Data1{Catalogue.Engine()};
-  SilentViews Views;
   catalogue::RecordSource Source{Data1, [this] { return folders::SelectedFolderKey(Tree); },
-                                 Catalogue.Engine(), Catalogue.Paths(), Views};
+                                 Catalogue.Engine(), Catalogue.Paths()};
   QWidget Window;
 };
 

@@ -48,7 +48,7 @@ void Database::Insert(const QString& table, const QStringList& columns, std::spa
     const Clashes clashes = option == dbResumeNext ? Clashes::LeaveOut : Clashes::Fail;
     LastInsert = {table, columns, option, InsertSql(session.Sql(), table, columns, clashes)};
   }
-  Affected = session.Execute(LastInsert.Sql, values);
+  Affected = session.ExecuteRows(LastInsert.Sql, columns.size(), values);
 }
 
 std::unique_ptr<Recordset> Database::OpenRecordset(const QString& sql, RecordsetType type) {

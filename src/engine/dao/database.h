@@ -32,7 +32,8 @@ class Database {
   void CreateQueryDef(const QueryDef& query);
 
   void Execute(const QString& sql, ExecuteOption option = dbResumeNext);
-  /// The same for the columns of one new row: for many rows that differ in their values alone.
+  /// The same for the columns of a new row, or of several, one after the other in `values`: for many rows
+  /// that differ in their values alone. Several belong into a group, or an error leaves those before it.
   void Insert(const QString& table, const QStringList& columns, std::span<const Value> values,
               ExecuteOption option = dbResumeNext);
 

@@ -205,10 +205,20 @@ RowSet SqliteSession::Rows(const QString& sql, std::span<const Value> parameters
 }
 
 int SqliteSession::Execute(const QString& sql, std::span<const Value> parameters) {
-  StatementUse statement(Prepare(sql), parameters);
-  while (statement.Step()) {
+  return ExecuteRows(sql, static_cast<qsizetype>(parameters.size()), parameters);
+}
+
+int SqliteSession::ExecuteRows(const QString& sql, qsizetype width, std::span<const Value> parameters) {
+  StatementUse statement(Prepare(sql), parameters.first(width));
+  int changed = 0;
+  for (;;) {
+    while (statement.Step()) {
+    }
+    changed += sqlite3_changes(Db.getHandle());
+    parameters = parameters.subspan(width);
+    if (parameters.empty()) return changed;
+    statement.Restart(parameters.first(width));
   }
-  return sqlite3_changes(Db.getHandle());
 }
 
 void SqliteSession::Begin(Writes writes) {

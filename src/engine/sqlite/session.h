@@ -23,6 +23,7 @@ class SqliteSession : public Session {
   std::vector<int> Keys(const QString& sql, std::span<const Value> parameters) override;
   RowSet Rows(const QString& sql, std::span<const Value> parameters) override;
   int Execute(const QString& sql, std::span<const Value> parameters) override;
+  int ExecuteRows(const QString& sql, qsizetype width, std::span<const Value> parameters) override;
   const TableColumns& ColumnsOf(const QString& table) override;
   void Begin(Writes writes) override;
   void Commit() override;

@@ -21,13 +21,23 @@ void PreparedStatement::ReadColumns() {
 
 StatementUse::StatementUse(std::shared_ptr<PreparedStatement> statement, std::span<const Value> parameters)
     : Prepared(std::move(statement)), Statement(Prepared->Statement) {
-  int index = 0;
-  for (const Value& value : parameters) Bind(++index, value);
+  Bind(parameters);
 }
 
 StatementUse::~StatementUse() {
   sqlite3_reset(Statement);
   sqlite3_clear_bindings(Statement);
+}
+
+void StatementUse::Restart(std::span<const Value> parameters) {
+  sqlite3_reset(Statement);
+  sqlite3_clear_bindings(Statement);
+  Bind(parameters);
+}
+
+void StatementUse::Bind(std::span<const Value> parameters) {
+  int index = 0;
+  for (const Value& value : parameters) Bind(++index, value);
 }
 
 void StatementUse::Bind(int index, const Value& value) {

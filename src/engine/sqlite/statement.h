@@ -37,6 +37,8 @@ class StatementUse {
 
   /// True while there is a row.
   bool Step();
+  /// From the beginning, with other parameters.
+  void Restart(std::span<const Value> parameters);
 
   const PreparedStatement& Columns() const;
   int Number(int column) const;
@@ -44,6 +46,7 @@ class StatementUse {
   Value Read(int column, bool isDate) const;
 
  private:
+  void Bind(std::span<const Value> parameters);
   void Bind(int index, const Value& value);
 
   std::shared_ptr<PreparedStatement> Prepared;

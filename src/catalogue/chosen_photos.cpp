@@ -1,0 +1,72 @@
+#include "catalogue/chosen_photos.h"
+
+#include <algorithm>
+
+namespace veldrin::catalogue {
+
+namespace {
+
+constexpr size_t RowsAtOnce = 512;
+constexpr size_t MostNamed = 20;
+
+QHash<int, PhotoLook> LooksOf(engine::Database& database, std::span<const ChosenPhoto> photos) {
+  QHash<int, PhotoLook> looks;
+  for (size_t first = 0; first < photos.size(); first += RowsAtOnce) {
+    QStringList numbers;
+    for (const ChosenPhoto& photo : photos.subspan(first, std::min(RowsAtOnce, photos.size() - first))) {
+      numbers << QString::number(photo.PhotoID);
+    }
+    const auto rows = database.OpenRecordset(
+        QStringLiteral("SELECT PhotoID, ImageType, CreateDate FROM tblPhotos WHERE PhotoID IN (%1)")
+            .arg(numbers.join(QLatin1Char(','))),
+        engine::dbOpenSnapshot);
+    const ListRows read(rows->FieldNames(), rows->ReadRows(0, rows->RecordCount()));
+    for (int i = 0; i < read.Count(); ++i) {
+      looks[read.Field(i, QStringLiteral("PhotoID")).toInt()] = {
+          read.Field(i, QStringLiteral("ImageType")).toString(),
+          read.Field(i, QStringLiteral("CreateDate")).toDateTime()};
+    }
+  }
+  return looks;
+}
+
+}  // namespace
+
+CheckedPhotos CheckChosen(engine::Database& database, std::span<const ChosenPhoto> photos) {
+  const QHash<int, PhotoLook> looks = LooksOf(database, photos);
+  CheckedPhotos checked;
+  for (const ChosenPhoto& photo : photos) {
+    const auto look = looks.constFind(photo.PhotoID);
+    if (look == looks.cend()) {
+      checked.Gone.push_back(photo.PhotoID);
+    } else if (photo.Look && *photo.Look != *look) {
+      checked.Changed.push_back(photo.PhotoID);
+    } else {
+      checked.Same.push_back({photo.PhotoID, look->ImageType});
+    }
+  }
+  return checked;
+}
+
+void NoteLooks(engine::Database& database, std::span<ChosenPhoto> photos) {
+  std::vector<ChosenPhoto> unseen;
+  std::copy_if(photos.begin(), photos.end(), std::back_inserter(unseen),
+               [](const ChosenPhoto& photo) { return !photo.Look; });
+  const QHash<int, PhotoLook> looks = LooksOf(database, unseen);
+  for (ChosenPhoto& photo : photos) {
+    if (const auto look = looks.constFind(photo.PhotoID); !photo.Look && look != looks.cend())
+      photo.Look = *look;
+  }
+}
+
+QString ChangedPhotosText(const std::vector<int>& photos) {
+  QStringList numbers;
+  for (size_t i = 0; i < std::min(photos.size(), MostNamed); ++i) numbers << QString::number(photos[i]);
+  if (photos.size() > MostNamed) numbers << QStringLiteral("...");
+  return photos.size() == 1
+             ? QStringLiteral("The photo %1 was changed by another machine.").arg(numbers.front())
+             : QStringLiteral("The photos %1 were changed by another machine.")
+                   .arg(numbers.join(QStringLiteral(", ")));
+}
+
+}  // namespace veldrin::catalogue
