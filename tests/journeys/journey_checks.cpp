@@ -197,7 +197,6 @@ void Walk::CheckRanges() {
   if (Reader->Scroll.isEnabled())
     Require(Reader->Scroll.maximum() == count / browse::CellsPerRow, "scroll bar",
             QStringLiteral("%1 rows of %2").arg(Reader->Scroll.maximum()).arg(count));
-  if (count > 0) SliderMax = count;
   Require(SliderMax == 0 || Reader->Slider.maximum() == SliderMax, "slider",
           QStringLiteral("%1, expected %2").arg(Reader->Slider.maximum()).arg(SliderMax));
 }

@@ -212,10 +212,11 @@ void OtherMachine::Write(const JourneyModel& model) {
   for (const auto& [number, texts] : wanted.Rows)
     if (!there.Rows.contains(number) || there.Rows.at(number) != texts)
       sql << QStringLiteral(
-                 "INSERT INTO tblPhotos (PhotoID, ImageType, Title, Description, MadeBy) VALUES "
-                 "(%1, %2, %3, nullif(%4, ''), nullif(%5, ''))")
+                 "INSERT INTO tblPhotos (PhotoID, ImageType, Title, Description, MadeBy, CreateDate) "
+                 "VALUES (%1, %2, %3, nullif(%4, ''), nullif(%5, ''), datetime('2001-01-01', '+%6 minutes'))")
                  .arg(number)
-                 .arg(Quoted(texts[0]), Quoted(texts[1]), Quoted(texts[2]), Quoted(texts[3]));
+                 .arg(Quoted(texts[0]), Quoted(texts[1]), Quoted(texts[2]), Quoted(texts[3]))
+                 .arg(model.Rows.at(number).Birth);
   for (const auto& [place, number] : there.Links)
     if (!wanted.Links.contains({place, number}))
       sql << QStringLiteral("DELETE FROM tblPhotoLinks WHERE IDNo = '%1' AND PhotoID = %2")

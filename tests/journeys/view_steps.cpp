@@ -25,40 +25,39 @@ std::vector<int> Toggled(std::vector<int> numbers, int number) {
 
 // --- thumbnails -------------------------------------------------------------------------------------------
 
+// The black margin of a thumbnail is as good as the thumbnail.
 void ClickThumb(Walk& walk, int a, int b) {
-  if (!walk.Before.Page) return;
-  const int cell = a % browse::CellCount;
-  const CellOnScreen& seen = walk.Before.Cells[static_cast<size_t>(cell)];
-  QWidget& picture = *walk.On().Cells[static_cast<size_t>(cell)];
-  QWidget& image = *walk.On().Images[static_cast<size_t>(cell)];
-  if (!seen.Shown) return;
-  const int number = seen.Caption.section(u':', 0, 0).toInt();
-  // A picture of the cell's form leaves no margin.
-  const bool onImage = image.isVisible() && (b % 8 != 7 || image.geometry().contains(1, 1));
-  QWidget& target = onImage ? image : picture;
-  const QPoint place = onImage ? image.rect().center() : QPoint(1, 1);
+  const auto cell = static_cast<size_t>(a % browse::CellCount);
+  const CellOnScreen& seen = walk.Before.Cells[cell];
+  if (!walk.Before.Page || !seen.Shown) return;
+  QWidget& box = *walk.On().Cells[cell];
   const bool right = b % 8 == 6;
-  const bool ctrl = onImage && b % 8 >= 3 && b % 8 <= 5;
-  const bool clicked = walk.Click(target, place, ctrl ? Qt::ControlModifier : Qt::NoModifier,
-                                  right ? Qt::RightButton : Qt::LeftButton);
-  if (!clicked) return;
+  const bool ctrl = b % 8 >= 3 && b % 8 <= 5;
+  const QPoint place = b % 3 == 0 ? QPoint(1, 1) : box.rect().center();
+  if (!walk.Click(box, place, ctrl ? Qt::ControlModifier : Qt::NoModifier,
+                  right ? Qt::RightButton : Qt::LeftButton))
+    return;
   walk.LeaveMenu();
-  if (right || !onImage) {
-    walk.ExpectSelection(walk.Before.Selected);
-  } else if (onImage) {
-    walk.ExpectSelection(ctrl ? Toggled(walk.Before.Selected, number) : std::vector<int>());
-  }
-  if (!walk.Before.Naming && (right ? onImage && walk.Before.Selected.empty() : true))
-    walk.ExpectCurrent(number);
+  const int number = seen.Caption.section(u':', 0, 0).toInt();
+  walk.ExpectSelection(right  ? walk.Before.Selected
+                       : ctrl ? Toggled(walk.Before.Selected, number)
+                              : std::vector<int>());
+  if (!walk.Before.Naming) walk.ExpectCurrent(number);
 }
 
+// A click on a title selects nothing; the menu is for the photo that it names.
 void ClickCaption(Walk& walk, int a, int b) {
-  if (!walk.Before.Page) return;
-  QWidget& caption = *walk.On().Captions[static_cast<size_t>(a % browse::CellCount)];
-  if (!walk.Click(caption, caption.rect().center(), {}, b % 2 == 0 ? Qt::LeftButton : Qt::RightButton))
+  const auto cell = static_cast<size_t>(a % browse::CellCount);
+  const bool right = b % 2 == 0;
+  QWidget& caption = *walk.On().Captions[cell];
+  if (!walk.Before.Page ||
+      !walk.Click(caption, caption.rect().center(), {}, right ? Qt::RightButton : Qt::LeftButton))
     return;
   walk.LeaveMenu();
   walk.ExpectSelection(walk.Before.Selected);
+  const CellOnScreen& seen = walk.Before.Cells[cell];
+  if (right && seen.Shown && !walk.Before.Naming)
+    walk.ExpectCurrent(seen.Caption.section(u':', 0, 0).toInt());
 }
 
 void TurnPage(Walk& walk, int a, int) {

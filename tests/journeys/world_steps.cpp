@@ -53,6 +53,7 @@ void DeleteFolderElsewhere(Walk& walk, int a, int b) {
 }
 
 void LoseImage(Walk& walk, int a, int b) {
+  if (walk.Model.Rows.empty()) return;
   const int number = AnyPhoto(walk, a);
   walk.Elsewhere([&](JourneyModel& model) {
     JourneyModel::Photo& photo = model.Rows.at(number);
