@@ -220,6 +220,10 @@ void ThumbnailPage::FocusCell(int cell) {
   if (!picture.hasFocus()) picThumb_GotFocus(cell);
 }
 
+void ThumbnailPage::TakeFocus() {
+  if (Data1.RecordCount() > 0) FocusCell(CurThumbCell());
+}
+
 void ThumbnailPage::picThumb_GotFocus(int cell) {
   if (Shown[cell] == 0) return;
   if (Data1.Bookmark() != Shown[cell]) EndSilently([&] { Data1.SetBookmark(Shown[cell]); });

@@ -41,6 +41,8 @@ class ThumbnailPage : public QWidget {
   void Redraw() { ShowThumbnails(PageStart); }
   /// Gives a cell the focus, by which its record becomes the current one.
   void FocusCell(int cell);
+  /// Gives the focus to the current record's cell, if there is one.
+  void TakeFocus();
 
   void SetMarkColor(QColor color);
   bool MarksAreDimmed() const;

@@ -95,7 +95,7 @@ void FolderCommands::tvTreeView_AfterLabelEdit(bool& Cancel, QString& NewString)
   });
   AddedNode = nullptr;
   if (!Cancel) node.SetText(NewString);
-  Navigation.ShowAnew();
+  Navigation.ShowRenamed();
 }
 
 void FolderCommands::FolderDel_Click() {

@@ -35,6 +35,11 @@ void FolderNavigation::ShowAnew() {
   Q_EMIT FolderShown();
 }
 
+void FolderNavigation::ShowRenamed() {
+  if (Tree.SelectedItem() != LastNode) return ShowAnew();
+  Q_EMIT FolderShown();
+}
+
 void FolderNavigation::tvTreeView_MouseDown(Qt::MouseButton button, const QPoint& point) {
   if (button != Qt::RightButton) return;
   Node* node = Tree.HitTest(point);

@@ -22,6 +22,9 @@ class FolderNavigation : public QObject {
   void tvTreeView_NodeClick();
   /// The same in any case.
   void ShowAnew();
+  /// After a change of the selected node alone: a list that is its own already stays, with its record, its
+  /// selection and what is typed beside it.
+  void ShowRenamed();
   void tvTreeView_MouseDown(Qt::MouseButton button, const QPoint& point);
   /// Selects the first folder of the name typed, in the order of making, without regard to case.
   void bttnGo_Click();

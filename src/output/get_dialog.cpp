@@ -82,8 +82,8 @@ void frmGet::OkBttn_Click() {
   for (int i = 0; i < TheList->count(); ++i) {
     const QString name = TheList->item(i)->text();
     const QString target = Chooser->Path() + QLatin1Char('/') + name;
-    Copy(ImageDir + name, target);
-    if (QFileInfo(target).isFile()) continue;
+    const bool copied = base::ResumeNext([&] { Copy(ImageDir + name, target); });
+    if (copied && QFileInfo(target).isFile()) continue;
     StillBusy.emplace();
     controls::MsgBox(this, QStringLiteral("File Transfer Error !"), controls::vbExclamation,
                      QStringLiteral("Error"));

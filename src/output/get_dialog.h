@@ -31,7 +31,7 @@ class frmGet : public QDialog {
   QWidget* MakePanel(const char* labelName, const char* caption, QWidget* content, QWidget* buddy);
   void Form_Load();
 
-  /// A copy that fails is an error of the program.
+  /// At a copy that fails it says so, and the dialog stays with what is left to copy.
   void OkBttn_Click();
   void CancelBttn_Click() { reject(); }
 

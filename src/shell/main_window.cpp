@@ -228,19 +228,23 @@ void frmMain::SetViewControls(int view) {
 void frmMain::ShowView() {
   if (SSTab1->currentIndex() == PlayTab) TheImagePlay->tbarShow_ButtonClick(show::StopPlay);
   const Tab tab = TabOfView(CurrentView);
-  if (tab == BrowseTab) {
-    QWidget& grid = TheDataView->TDBGrid1();
-    const bool thumbnails = CurrentView == ImageViewCode;
-    QWidget& shown = thumbnails ? *ThumbPannel : grid;
-    QWidget& hidden = thumbnails ? grid : *ThumbPannel;
+  if (tab != BrowseTab) return SSTab1->setCurrentIndex(tab);
+  QWidget& grid = TheDataView->TDBGrid1();
+  const bool thumbnails = CurrentView == ImageViewCode;
+  QWidget& shown = thumbnails ? *ThumbPannel : grid;
+  QWidget& hidden = thumbnails ? grid : *ThumbPannel;
+  // The tab would give the focus to what had it last.
+  const auto keepFocus = [&] {
     const QWidget* focus = focusWidget();
-    const bool takesFocus = focus == &hidden || (focus != nullptr && hidden.isAncestorOf(focus));
-    shown.show();
-    if (takesFocus && !thumbnails) shown.setFocus();
-    hidden.hide();
-    ThumbPannel->SetButtonsVisible(thumbnails);
-  }
+    if (focus != nullptr && (focus == &hidden || hidden.isAncestorOf(focus))) shown.setFocus();
+  };
+  shown.show();
+  keepFocus();
+  hidden.hide();
+  ThumbPannel->SetButtonsVisible(thumbnails);
   SSTab1->setCurrentIndex(tab);
+  keepFocus();
+  if (thumbnails) ThumbPannel->TakeFocus();
 }
 
 void frmMain::SSTab1_Click() {
