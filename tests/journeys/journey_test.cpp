@@ -18,7 +18,7 @@ namespace {
 
 constexpr int DefaultSteps = 2000;
 constexpr int MostNumber = 9'999;
-constexpr int MostAttempts = 300;
+constexpr size_t MostShrinking = 60'000;  // steps
 
 using Steps = std::vector<Step>;
 
@@ -97,13 +97,14 @@ std::optional<Fall> WalkThrough(const Steps& steps) {
 // Leaves out what the failure doesn't need: large pieces first, then single steps.
 Steps Shrink(Steps steps, Fall& fall) {
   steps.resize(fall.Step + 1);
-  int attempts = 0;
+  size_t walked = 0;
   for (size_t piece = std::max<size_t>(1, steps.size() / 2), before = 0; piece > 0;) {
     before = steps.size();
-    for (size_t at = 0; at < steps.size() && attempts < MostAttempts; ++attempts) {
+    for (size_t at = 0; at < steps.size() && walked < MostShrinking;) {
       Steps fewer = steps;
       fewer.erase(fewer.begin() + at, fewer.begin() + std::min(at + piece, fewer.size()));
       const auto again = WalkThrough(fewer);
+      walked += again ? again->Step + 1 : fewer.size();
       if (again && again->Why.Invariant == fall.Why.Invariant) {
         fall = *again;
         steps = std::move(fewer);
@@ -112,7 +113,7 @@ Steps Shrink(Steps steps, Fall& fall) {
         at += piece;
       }
     }
-    if (piece > 1 || before == steps.size()) piece /= 2;
+    if (piece > 1 || before == steps.size() || walked >= MostShrinking) piece /= 2;
   }
   return steps;
 }

@@ -257,7 +257,6 @@ void Walk::AnswerBox(QMessageBox& box) {
 // --- a step -----------------------------------------------------------------------------------------------
 
 void Walk::Fail(const char* invariant, const QString& what) {
-  if (!m.isEmpty() && (QLatin1String(invariant) + u'/' + what).contains(m)) return;
   if (!First) First = Failure{invariant, what.toStdString()};
 }
 
