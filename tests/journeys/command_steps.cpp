@@ -90,7 +90,7 @@ void TypeName(Walk& walk, int a, int b) {
   if (kept && (!walk.Foreign.empty() || (there && !renamed.Rename(typed))))
     walk.AnswerBox("Duplicate Folder Name!", QMessageBox::Ok, walk.Foreign.empty());
   walk.ExpectAt({walk.Before.Folder}, [&](JourneyModel& model) {
-    if (kept && model.Rename(typed)) model.ClearQuery();
+    if (kept) model.Rename(typed);
   });
   QTest::keyClick(editor, kept ? Qt::Key_Return : Qt::Key_Escape);
 }

@@ -18,7 +18,7 @@ namespace {
 
 constexpr int DefaultSteps = 2000;
 constexpr int MostNumber = 9'999;
-constexpr size_t MostShrinking = 60'000;  // steps
+constexpr size_t MostShrinking = 120'000;  // steps
 
 using Steps = std::vector<Step>;
 

@@ -306,7 +306,6 @@ void Walk::KeepName() {
   // What a folder was called that has gone elsewhere stands in the tree still.
   if ((isThere && !Model.Rename(Before.NameTyped)) || !Foreign.empty())
     AnswerBox("Duplicate Folder Name!", QMessageBox::Ok, false);
-  Model.ClearQuery();
 }
 
 JourneyModel& Walk::Outcome() { return Outcomes.emplace_back(Model); }
