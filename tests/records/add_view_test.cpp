@@ -25,6 +25,7 @@ class Adding : public testing::Test, public test::Controls {
     Root = &View;
     Folder = Tree.Add(Tree.Add(nullptr, "Photos"), "Holidays");
     Folder->SetTag("0001");
+    Catalogue.AddFolder("0001", "Holidays");
     Data1.DatabaseName = Catalogue.Paths().WorkFile;
     Data1.RecordSource = "tblPhotos";
     Data1.Refresh();
