@@ -1,0 +1,159 @@
+#include <QApplication>
+#include <algorithm>
+
+#include "catalogue/image_store.h"
+#include "journeys/journey_steps.h"
+
+namespace veldrin::test {
+
+namespace {
+
+constexpr int MostFolders = 26;
+constexpr int DeepestFolder = 7 * 4;  // characters of a key
+
+// --- records ----------------------------------------------------------------------------------------------
+
+// One in three times from the menu that the mouse brings up, on a photo that is pointed at anew.
+bool ChooseForRecords(Walk& walk, const char* command, int a) {
+  if (a % 3 == 0 && walk.Before.Tab == shell::BrowseTab) {
+    const auto& screen = walk.On();
+    if (walk.Before.Page) {
+      QWidget& image = *screen.Images[static_cast<size_t>(a / 3 % browse::CellCount)];
+      walk.Click(image, image.rect().center(), {}, Qt::RightButton);
+    } else {
+      walk.Click(*screen.Grid.viewport(), QPoint(30, 12 + a / 3 % 10 * 24), {}, Qt::RightButton);
+    }
+    QCoreApplication::processEvents();
+    walk.Look();
+  }
+  return walk.Choose(command);
+}
+
+void DeleteRecords(Walk& walk, int a, int b) {
+  const bool sure = b % 3 != 0;
+  walk.AnswerBox("This option will delete", sure ? QMessageBox::Yes : QMessageBox::No, false);
+  if (!ChooseForRecords(walk, "RecordDel", a) || !sure) return;
+  walk.ExpectOn(walk.Pointed(), [](JourneyModel& model, int photo) { model.Delete(photo); });
+}
+
+void RemoveRecords(Walk& walk, int a, int b) {
+  const bool sure = b % 3 != 0;
+  walk.AnswerBox("This option will remove", sure ? QMessageBox::Yes : QMessageBox::No, false);
+  if (!ChooseForRecords(walk, "RecordRmv", a) || !sure) return;
+  if (walk.IsForeign(walk.Model.Selected)) walk.ExpectAt({walk.Model.Selected}, [](JourneyModel&) {});
+  walk.ExpectOn(walk.Pointed(), [](JourneyModel& model, int photo) { model.Remove(photo); });
+}
+
+void CutOrCopyRecords(Walk& walk, int a, int b) {
+  if (walk.Before.Selected.empty() || walk.Before.Naming) return;
+  const bool cut = b % 2 == 0;
+  if (!ChooseForRecords(walk, cut ? "RecordCut" : "RecordCopy", a)) return;
+  walk.Outcome().Stage(walk.Before.Selected, cut);
+  walk.ExpectSelection(walk.Before.Selected);
+}
+
+void UndoRecordCut(Walk& walk, int a, int) {
+  if (ChooseForRecords(walk, "RecordUndoCut", a) && walk.Model.PendingRecords) walk.Outcome().UndoRecordCut();
+}
+
+void PasteRecords(Walk& walk, int a, int) {
+  const std::optional<CatalogueModel::Pending> pending = walk.Model.PendingRecords;
+  const bool chosen = a % 2 == 0 ? walk.Choose("FolderRcdPaste") : ChooseForRecords(walk, "RecordPaste", a);
+  if (!chosen || !pending) return;
+  walk.ExpectAt({walk.Model.Selected, pending->Source}, [&](JourneyModel& model) {
+    // A photo that another machine made of a number is not the one that was cut.
+    std::erase_if(model.Staged, [&](const auto& link) { return !model.Rows.contains(link.second); });
+    model.PasteRecords();
+  });
+}
+
+// --- folders ----------------------------------------------------------------------------------------------
+
+QLineEdit* Editor(Walk& walk) { return walk.On().Tree.viewport()->findChild<QLineEdit*>(); }
+
+// Types a name and leaves the field open, or ends with it.
+void TypeName(Walk& walk, int a, int b) {
+  QLineEdit* editor = Editor(walk);
+  if (editor == nullptr || !editor->isVisible()) return;
+  const bool open = b % 4 == 0;
+  const bool kept = b % 4 != 1;
+  QString typed = QStringLiteral("f%1").arg(a);
+  if (!open && b % 5 == 0) typed.clear();
+  if (!open && b % 5 == 1)
+    typed = std::next(walk.Model.Folders.begin(), a % std::ssize(walk.Model.Folders))->second;
+  editor->selectAll();
+  QTest::keyClick(editor, Qt::Key_Delete);
+  QTest::keyClicks(editor, typed);
+  if (open) return;
+  JourneyModel renamed = walk.Model;
+  const bool there = renamed.Folders.contains(walk.Before.Folder);
+  if (kept && (!walk.Foreign.empty() || (there && !renamed.Rename(typed))))
+    walk.AnswerBox("Duplicate Folder Name!", QMessageBox::Ok, walk.Foreign.empty());
+  walk.ExpectAt({walk.Before.Folder}, [&](JourneyModel& model) {
+    if (kept) model.Rename(typed);
+  });
+  QTest::keyClick(editor, kept ? Qt::Key_Return : Qt::Key_Escape);
+}
+
+bool HasRoom(const Walk& walk) { return walk.Model.Folders.size() < MostFolders; }
+
+void AddFolder(Walk& walk, int, int) {
+  if (!HasRoom(walk) || walk.Before.Folder.size() >= DeepestFolder || !walk.Choose("FolderAdd")) return;
+  walk.ExpectAt({walk.Before.Folder}, [](JourneyModel& model) { model.Add(QStringLiteral("New Folder")); });
+}
+
+void RenameFolder(Walk& walk, int, int) { walk.Choose("FolderRen"); }
+
+void DeleteFolder(Walk& walk, int, int b) {
+  const bool sure = b % 4 != 0;
+  const QString folder = walk.Before.Folder;
+  walk.AnswerBox("Are you sue to delete the folder", sure ? QMessageBox::Yes : QMessageBox::No, false);
+  if (!walk.Choose("FolderDel") || !sure) return;
+  walk.ExpectAt({folder}, [&](JourneyModel& model) {
+    model.RemoveFolder(folder);
+    model.ClearQuery();
+  });
+}
+
+void CutOrCopyFolder(Walk& walk, int a, int) {
+  if (!walk.Choose(a % 2 == 0 ? "FolderCut" : "FolderCopy")) return;
+  a % 2 == 0 ? walk.Outcome().Cut() : walk.Outcome().Copy();
+}
+
+void UndoFolderCut(Walk& walk, int, int) {
+  if (walk.Choose("FolderUndoCut") && walk.Model.PendingFolder) walk.Outcome().UndoCut();
+}
+
+void PasteFolder(Walk& walk, int, int) {
+  const std::optional<CatalogueModel::Pending> pending = walk.Model.PendingFolder;
+  if (!pending || !HasRoom(walk)) return;
+  qsizetype depth = 0;
+  for (const QString& node : walk.Model.Nodes(pending->Source)) depth = std::max(depth, node.size());
+  if (walk.Before.Folder.size() + depth - pending->Source.size() >= DeepestFolder ||
+      !walk.Choose("FolderPaste"))
+    return;
+  walk.ExpectAt({walk.Before.Folder, pending->Source}, [](JourneyModel& model) {
+    model.Paste();
+    model.ClearQuery();
+  });
+}
+
+}  // namespace
+
+std::span<const StepKind> CommandSteps() {
+  static const StepKind kinds[] = {{"DeleteRecords", 4, DeleteRecords},
+                                   {"RemoveRecords", 4, RemoveRecords},
+                                   {"CutOrCopyRecords", 6, CutOrCopyRecords},
+                                   {"UndoRecordCut", 1, UndoRecordCut},
+                                   {"PasteRecords", 5, PasteRecords},
+                                   {"TypeName", 8, TypeName, true},
+                                   {"AddFolder", 3, AddFolder},
+                                   {"RenameFolder", 2, RenameFolder},
+                                   {"DeleteFolder", 2, DeleteFolder},
+                                   {"CutOrCopyFolder", 3, CutOrCopyFolder},
+                                   {"UndoFolderCut", 1, UndoFolderCut},
+                                   {"PasteFolder", 3, PasteFolder}};
+  return kinds;
+}
+
+}  // namespace veldrin::test

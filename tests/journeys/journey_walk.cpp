@@ -1,0 +1,381 @@
+#include "journeys/journey_walk.h"
+
+#include <QApplication>
+#include <QBuffer>
+#include <QMenu>
+#include <QStandardPaths>
+#include <QThreadPool>
+#include <QToolButton>
+#include <QWindow>
+#include <algorithm>
+
+#include "catalogue/image_store.h"
+#include "catalogue/schema.h"
+
+namespace veldrin::test {
+
+namespace {
+
+constexpr int Hour = 3'600'000;
+constexpr int MostWaiting = 2'000;
+
+}  // namespace
+
+Walk::Walk()
+    : Places{{"HOME", QFile::encodeName(Home.path())},
+             {"XDG_CONFIG_HOME", QFile::encodeName(Home.path() + QStringLiteral("/config"))}},
+      TheApp(Catalogue.ProgramPath(), Catalogue.ProgramPath() + QStringLiteral("/Temp")) {
+  Other = std::make_unique<OtherMachine>(Catalogue.Paths().DatabaseFile, Catalogue.Paths().ImageDir);
+  for (const char* name : {"/Pictures", "/Got"}) QDir().mkpath(Home.path() + QLatin1String(name));
+  FillPictures();
+  MakeCatalogue();
+  Modals.setInterval(0);
+  QObject::connect(&Modals, &QTimer::timeout, &Modals, [this] { AnswerModal(); });
+  Modals.start();
+  Start();
+}
+
+Walk::~Walk() { TakeEscapedErrors(); }
+
+// --- the world --------------------------------------------------------------------------------------------
+
+// Kinds: 0 broken, 1 missing, 2 a single dot, 3 very wide, otherwise an ordinary picture.
+JourneyModel::Photo Walk::NewPhoto(int kind) {
+  JourneyModel::Photo photo;
+  photo.Birth = ++Births;
+  photo.Title = NewText();
+  photo.ImageType = photo.Birth % 3 == 0 ? QStringLiteral("jpg") : QStringLiteral("bmp");
+  if (kind == 0) photo.Image = "no picture " + QByteArray::number(photo.Birth);
+  if (kind <= 1) return photo;
+  const auto tone = [&](int digit) { return 16 + digit % 15 * 16; };
+  const QColor color(tone(photo.Birth), tone(photo.Birth / 15), tone(photo.Birth / 225 + photo.Birth));
+  QImage image(kind == 2 ? QSize(1, 1) : kind == 3 ? QSize(300, 2) : QSize(12, 9), QImage::Format_RGB32);
+  image.fill(color);
+  QBuffer buffer(&photo.Image);
+  image.save(&buffer, photo.ImageType == QLatin1String("jpg") ? "JPG" : "BMP", 100);
+  photo.Colour = color.rgb();
+  return photo;
+}
+
+void Walk::FillPictures() {
+  const QStringList there = QDir(PicturesDir()).entryList(QDir::Files);
+  std::erase_if(Pictures, [&](const auto& picture) { return !there.contains(picture.first); });
+  while (Pictures.size() < 9) {
+    const int kind = static_cast<int>(Pictures.size()) % 9 == 0 ? 0 : 2 + Births % 6;
+    const JourneyModel::Photo photo = NewPhoto(kind);
+    const QString name =
+        QStringLiteral("p%1.%2").arg(photo.Birth, 4, 10, QLatin1Char('0')).arg(photo.ImageType);
+    WriteFile(PicturesDir() + name, photo.Image);
+    Pictures[name] = photo;
+  }
+}
+
+void Walk::MakeCatalogue() {
+  const std::pair<const char*, const char*> folders[] = {
+      {"0001", "Travels"}, {"00010001", "Italy"}, {"000100010001", "Rome"}, {"00010002", "Spain"},
+      {"0002", "Home"},    {"0003", "Empty"},     {"0004", "One"}};
+  for (const auto& [key, name] : folders) Model.Folders[QLatin1String(key)] = QLatin1String(name);
+  const char* const places[] = {"00010001", "000100010001", "0002", "", "00010001", "0001"};
+  for (int number = 1; number <= 36; ++number) {
+    const int kind = number % 12 == 7 ? number / 12 : number % 17 == 4 ? 2 : number % 17 == 9 ? 3 : 9;
+    const QString place = QLatin1String(number == 36 ? "0004" : number < 20 ? places[0] : places[number % 6]);
+    Model.Store(number, NewPhoto(kind), place);
+    if (number % 7 == 0) Model.Links.emplace(QStringLiteral("0002"), number);
+  }
+  Other->Write(Model);
+}
+
+void Walk::Start() {
+  Window = std::make_unique<shell::frmMain>(TheApp, Catalogue.Paths(), Catalogue.Engine());
+  Reader = std::make_unique<ScreenReader>(*Window);
+  QObject::connect(&Window->List(), &catalogue::RecordList::Refreshed, Window.get(), [this] {
+    ++Refreshes;
+    // Of an empty list the slider keeps its range.
+    if (const int count = Window->List().RecordCount(); count > 0) SliderMax = count;
+  });
+  Window->Form_Load();
+  Child<QTimer>(*Window, QStringLiteral("Timer1")).setInterval(Hour);  // A show ticks by hand only.
+  Window->show();
+  Window->activateWindow();
+  if (!QTest::qWaitForWindowActive(Window.get())) Fail("start", QStringLiteral("no active window"));
+  Model.Selected.clear();
+  Model.ClearQuery();
+  Model.PendingFolder.reset();
+  Model.PendingRecords.reset();
+  Model.Staged.clear();
+  Foreign.clear();
+  TreeIsOld = false;
+  SliderMax = 0;
+}
+
+void Walk::Restart() {
+  if (!Window->close()) return;
+  Reader.reset();
+  Window.reset();
+  Catalogue.Engine().Forget();
+  catalogue::CreateWorkFile(Catalogue.Paths(), Catalogue.Engine(), Catalogue.ProgramPath());
+  if (!catalogue::OpenCatalogue(Catalogue.Paths(), Catalogue.Engine()))
+    Fail("start", QStringLiteral("the catalogue can't be opened"));
+  Start();
+  FillPictures();
+}
+
+void Walk::Elsewhere(const std::function<void(JourneyModel&)>& change) {
+  if (Before.Naming) return;  // What the name is given to would be another machine's.
+  JourneyModel changed = Model;
+  change(changed);
+  for (const auto& [number, photo] : Model.Rows) {
+    const auto now = changed.Rows.find(number);
+    if (now != changed.Rows.end() && now->second.Birth == photo.Birth) continue;
+    Changed.insert(number);
+    QFile::remove(catalogue::ThumbFileName(Catalogue.Paths(), number));
+  }
+  for (const auto& [key, name] : Model.Folders) {
+    const auto now = changed.Folders.find(key);
+    const bool isGone = now == changed.Folders.end() || changed.IsReplaced(key);
+    if (!isGone && now->second == name) continue;
+    Foreign[key] |= isGone;
+    TreeIsOld = true;
+  }
+  Other->Write(changed);
+  Model = changed;
+  ListIsOld = true;
+}
+
+// --- the hands --------------------------------------------------------------------------------------------
+
+bool Walk::InSight(const QWidget& control, QPoint place) const {
+  if (!control.isVisible() || !control.rect().contains(place)) return false;
+  const QWidget* window = control.window();
+  const QWidget* there = window->childAt(control.mapTo(window, place));
+  return there == &control || (there == nullptr && window == &control) || control.isAncestorOf(there);
+}
+
+bool Walk::Click(QWidget& control, QPoint place, Qt::KeyboardModifiers keys, Qt::MouseButton button) {
+  if (!InSight(control, place)) return false;
+  QWidget* window = control.window();
+  QTest::mouseClick(window->windowHandle(), button, keys, control.mapTo(window, place));
+  return true;
+}
+
+void Walk::LeaveMenu() {
+  while (QWidget* menu = QApplication::activePopupWidget()) {
+    QTest::keyClick(menu, Qt::Key_Escape);
+    if (QApplication::activePopupWidget() == menu) menu->close();
+  }
+}
+
+bool Walk::Choose(const char* command) {
+  auto& action = Child<QAction>(*Window, QLatin1String(command));
+  if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
+    if (action.isVisible() && action.isEnabled() && menu->actions().contains(&action)) {
+      QTest::mouseClick(menu->windowHandle(), Qt::LeftButton, {}, menu->actionGeometry(&action).center());
+      return true;
+    }
+    LeaveMenu();
+    return false;
+  }
+  for (QObject* owner : action.associatedObjects()) {
+    auto* menu = qobject_cast<QMenu*>(owner);
+    if (menu == nullptr || !menu->menuAction()->isVisible()) continue;
+    if (!action.isVisible() || !action.isEnabled()) return false;
+    action.trigger();
+    return true;
+  }
+  return false;
+}
+
+void Walk::Key(Qt::Key key, Qt::KeyboardModifiers modifiers) {
+  QWidget* focus = QApplication::focusWidget();
+  QTest::keyClick(focus != nullptr ? focus : Window.get(), key, modifiers);
+}
+
+void Walk::Type(const QString& text) {
+  if (QApplication::focusWidget() != nullptr) QTest::keyClicks(QApplication::focusWidget(), text);
+}
+
+void Walk::ShowView(int view, bool byMenu) {
+  static const std::map<int, const char*> items = {{shell::DataViewCode, "MainData"},
+                                                   {shell::ImageViewCode, "MainImage"},
+                                                   {shell::FormViewCode, "MainForm"},
+                                                   {shell::AddNewCode, "MainAdd"},
+                                                   {shell::ImagePlayCode, "MainPlay"}};
+  if (byMenu) {
+    Choose(items.at(view));
+    return;
+  }
+  auto& bar = Child<QToolBar>(*Window, QStringLiteral("tbarToolBar"));
+  Click(*bar.widgetForAction(&Child<QAction>(*Window, QStringLiteral("tbarToolBar(%1)").arg(view))));
+}
+
+// --- boxes and dialogs ------------------------------------------------------------------------------------
+
+void Walk::AnswerBox(const char* begin, QMessageBox::StandardButton button, bool must) {
+  Boxes.push_back({QString::fromUtf8(begin), button, must});
+}
+
+void Walk::OnDialog(const char* name, std::function<void(QDialog&)> handler) {
+  Dialogs[QLatin1String(name)] = std::move(handler);
+}
+
+void Walk::AnswerModal() {
+  QWidget* modal = QApplication::activeModalWidget();
+  if (auto* box = qobject_cast<QMessageBox*>(modal)) return AnswerBox(*box);
+  if (modal != LastModal) Waited = 0;
+  const bool isNew = std::exchange(LastModal, modal) != modal;
+  if (modal == nullptr) return;
+  if (++Waited > MostWaiting) {
+    Fail("dialog", QStringLiteral("%1 doesn't go").arg(modal->objectName()));
+    modal->close();
+  }
+  if (!isNew) return;
+  auto* dialog = qobject_cast<QDialog*>(modal);
+  const auto handler = Dialogs.find(modal->objectName());
+  if (dialog == nullptr || handler == Dialogs.end()) {
+    Fail("dialog", QStringLiteral("not asked for: ") + modal->objectName());
+    modal->close();
+    return;
+  }
+  // Behind this call, which may not come again while it lasts.
+  QTimer::singleShot(0, dialog, [dialog, handler] { handler->second(*dialog); });
+}
+
+void Walk::AnswerBox(QMessageBox& box) {
+  const bool tellsOfOthers = box.text().contains(QLatin1String("another machine"));
+  for (BoxRule& rule : Boxes) {
+    if (!box.text().startsWith(rule.Begin) || box.button(rule.Button) == nullptr) continue;
+    rule.Came = true;
+    return box.button(rule.Button)->click();
+  }
+  const bool mayCome = tellsOfOthers && (!Changed.empty() || !Foreign.empty());
+  if (!mayCome) Fail("box", box.windowTitle() + u'|' + box.text());
+  for (BoxRule& rule : Boxes) rule.Must = false;
+  if (mayCome) MayAdopt = true;
+  box.reject();
+}
+
+// --- a step -----------------------------------------------------------------------------------------------
+
+void Walk::Fail(const char* invariant, const QString& what) {
+  if (!First) First = Failure{invariant, what.toStdString()};
+}
+
+void Walk::Require(bool holds, const char* invariant, const QString& what) {
+  if (!holds) Fail(invariant, what);
+}
+
+void Walk::Settle() {
+  LeaveMenu();
+  QCoreApplication::processEvents();
+  // As a desktop does when a dialog has gone.
+  if (!Window->isActiveWindow()) Window->activateWindow();
+  QCoreApplication::processEvents();
+  if (After.Tab == shell::PlayTab || Before.Tab == shell::PlayTab) {
+    QThreadPool::globalInstance()->waitForDone();
+    QCoreApplication::processEvents();
+  }
+  QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+void Walk::Do(const Step& step) {
+  Outcomes.clear();
+  Boxes.clear();
+  Dialogs.clear();
+  Selection.reset();
+  Current.reset();
+  MayAdopt = false;
+  Refreshes = 0;
+  Look();
+  const JourneyModel before = Model;
+  // A name that is open is kept by whatever takes the user elsewhere.
+  const bool naming = Before.Naming && !step.Kind->TypesName;
+  if (naming) KeepName();
+  step.Kind->Act(*this, step.A, step.B);
+  Settle();
+  After = Reader->Read();
+  if (Outcomes.empty() || naming) Outcome();
+  if (naming && After.Naming) Outcomes.push_back(before);
+  Check();
+  if (First) throw *First;
+}
+
+void Walk::KeepName() {
+  const auto changed = Foreign.find(Model.Selected);
+  if (changed != Foreign.end()) Outcome();
+  const bool isThere = changed == Foreign.end() || !changed->second;
+  // What a folder was called that has gone elsewhere stands in the tree still.
+  if ((isThere && !Model.Rename(Before.NameTyped)) || !Foreign.empty())
+    AnswerBox("Duplicate Folder Name!", QMessageBox::Ok, false);
+}
+
+JourneyModel& Walk::Outcome() { return Outcomes.emplace_back(Model); }
+
+std::vector<int> Walk::Pointed() const {
+  if (Before.Tab != shell::FormTab && !Before.Selected.empty()) return Before.Selected;
+  const int current = Before.Current();
+  return current == 0 ? std::vector<int>() : std::vector{current};
+}
+
+// Whether the number is another photo's now than when the list was read.
+bool Walk::IsAnother(int photo) const {
+  const auto read = BirthsRead.find(photo);
+  const auto now = Model.Rows.find(photo);
+  return read != BirthsRead.end() && now != Model.Rows.end() && read->second != now->second.Birth;
+}
+
+void Walk::ExpectOn(const std::vector<int>& photos, const std::function<void(JourneyModel&, int)>& effect) {
+  const auto apply = [&](JourneyModel& model, bool others) {
+    for (const int photo : photos)
+      if (model.Rows.contains(photo) && (others || !IsAnother(photo))) effect(model, photo);
+  };
+  apply(Outcome(), false);
+  const bool changed = std::any_of(photos.begin(), photos.end(), [&](int p) { return Changed.contains(p); });
+  if (!changed) return;
+  Outcome();
+  // The user may see the new photo already.
+  const auto current = Model.Rows.find(Before.Current());
+  if (current != Model.Rows.end() && current->second.Title == Before.CurrentTitle()) apply(Outcome(), true);
+}
+
+bool Walk::IsForeign(const QString& folder) const {
+  const QString place = CatalogueModel::PlaceOf(folder);
+  const QString parent = place.left(std::max<qsizetype>(0, place.size() - 4));
+  return std::any_of(Foreign.begin(), Foreign.end(), [&](const auto& foreign) {
+    return foreign.first.startsWith(parent) || folder.startsWith(foreign.first);
+  });
+}
+
+void Walk::ExpectAt(const QStringList& folders, const std::function<void(JourneyModel&)>& effect) {
+  const bool foreign =
+      std::any_of(folders.begin(), folders.end(), [&](const QString& key) { return IsForeign(key); });
+  const bool gone = std::any_of(folders.begin(), folders.end(), [&](const QString& key) {
+    const auto changed = Foreign.find(CatalogueModel::PlaceOf(key));
+    return changed != Foreign.end() && changed->second;
+  });
+  if (!gone) effect(Outcome());
+  if (!foreign) return;
+  Outcome();
+  MayAdopt = true;
+}
+
+// A folder that another machine put in the place of a shown one is as it was.
+bool Walk::LeavesForeignAlone(const Stored& stored) const {
+  const Stored before = Model.AsStored();
+  return std::all_of(Foreign.begin(), Foreign.end(), [&](const auto& foreign) {
+    const auto& [key, isGone] = foreign;
+    const auto now = stored.Folders.find(key);
+    const auto then = before.Folders.find(key);
+    if (!isGone || then == before.Folders.end()) return true;
+    const auto isThere = [&](const auto& link) { return link.first == key; };
+    return now != stored.Folders.end() && now->second == then->second &&
+           std::count_if(stored.Links.begin(), stored.Links.end(), isThere) ==
+               std::count_if(before.Links.begin(), before.Links.end(), isThere);
+  });
+}
+
+void Walk::ExpectSelection(std::vector<int> numbers) {
+  std::sort(numbers.begin(), numbers.end());
+  if (!Before.Naming) Selection = std::move(numbers);
+}
+
+}  // namespace veldrin::test
