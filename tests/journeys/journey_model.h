@@ -53,12 +53,13 @@ class JourneyModel : public CatalogueModel {
   /// Puts another folder in the place of one.
   void ReplaceFolder(const QString& folder, const QString& name);
   bool IsReplaced(const QString& folder) const { return Replaced.contains(folder); }
+  void ForgetReplaced() { Replaced.clear(); }
   /// Takes folders and places as they are.
   void Adopt(const Stored& stored);
   Stored AsStored() const;
 
  private:
-  std::set<QString> Replaced;
+  std::set<QString> Replaced;  ///< folders that another machine has put in the place of others just now
 };
 
 /// The files of a catalogue, looked at and changed as another machine does it.

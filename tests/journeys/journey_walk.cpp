@@ -138,6 +138,7 @@ void Walk::Elsewhere(const std::function<void(JourneyModel&)>& change) {
     TreeIsOld = true;
   }
   Other->Write(changed);
+  changed.ForgetReplaced();
   Model = changed;
   ListIsOld = true;
 }
