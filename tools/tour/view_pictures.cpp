@@ -1,11 +1,14 @@
 // The views, and the dialogs of the main window.
 #include <QDragEnterEvent>
+#include <QFile>
+#include <QFileInfo>
 #include <QMimeData>
 #include <QPlainTextEdit>
 #include <QTableView>
 #include <QTemporaryDir>
 #include <QTest>
 
+#include "catalogue/image_store.h"
 #include "controls/dir_list.h"
 #include "controls/file_list.h"
 #include "records/control_drag.h"
@@ -81,9 +84,32 @@ void SelectShortFolder(Tour& tour) {
   }
 }
 
+// One image has gone and one is cut off; their thumbnails are not there either.
+void SaveBrokenPhotos(Tour& tour) {
+  const int missing = 1;
+  const int damaged = 6;
+  const auto thumbnail = [&tour](int row) {
+    return catalogue::ThumbFileName(tour.Paths(), QFileInfo(tour.StoredImage(row)).baseName().toInt());
+  };
+  QFile file(tour.StoredImage(damaged));
+  if (!file.open(QIODevice::ReadWrite)) throw std::runtime_error("no photo to damage");
+  const QByteArray whole = file.readAll();
+  file.resize(whole.size() / 3);
+  QFile::rename(tour.StoredImage(missing), tour.Aside());
+  for (const int row : {missing, damaged}) QFile::remove(thumbnail(row));
+  QTest::keyClick(&tour.Window(), Qt::Key_F5);
+  tour.Save("03-image-view-missing-and-damaged");
+  QFile::rename(tour.Aside(), tour.StoredImage(missing));
+  file.seek(0);
+  file.write(whole);
+  file.close();
+  QTest::keyClick(&tour.Window(), Qt::Key_F5);
+}
+
 void Browse(Tour& tour) {
   tour.Choose("MainImage");
   tour.Save("03-image-view-full");
+  SaveBrokenPhotos(tour);
   for (int cell : {1, 3, 4}) {
     QTest::mouseClick(&tour.Get(qPrintable(QStringLiteral("ImgThumb(%1)").arg(cell))), Qt::LeftButton,
                       Qt::ControlModifier);
