@@ -87,8 +87,8 @@ void TypeName(Walk& walk, int a, int b) {
   if (open) return;
   JourneyModel renamed = walk.Model;
   const bool there = renamed.Folders.contains(walk.Before.Folder);
-  if (kept && (!walk.Foreign.empty() || (there && !renamed.Rename(typed))))
-    walk.AnswerBox("Duplicate Folder Name!", QMessageBox::Ok, walk.Foreign.empty());
+  if (kept && (walk.TreeIsOld || (there && !renamed.Rename(typed))))
+    walk.AnswerBox("Duplicate Folder Name!", QMessageBox::Ok, !walk.TreeIsOld);
   walk.ExpectAt({walk.Before.Folder}, [&](JourneyModel& model) {
     if (kept) model.Rename(typed);
   });
@@ -127,12 +127,16 @@ void UndoFolderCut(Walk& walk, int, int) {
 void PasteFolder(Walk& walk, int, int) {
   const std::optional<CatalogueModel::Pending> pending = walk.Model.PendingFolder;
   if (!pending || !HasRoom(walk)) return;
+  const QString& folder = walk.Before.Folder;
+  const bool intoItself = folder.startsWith(pending->Source);
   qsizetype depth = 0;
   for (const QString& node : walk.Model.Nodes(pending->Source)) depth = std::max(depth, node.size());
-  if (walk.Before.Folder.size() + depth - pending->Source.size() >= DeepestFolder ||
-      !walk.Choose("FolderPaste"))
-    return;
-  walk.ExpectAt({walk.Before.Folder, pending->Source}, [](JourneyModel& model) {
+  if (folder.size() + depth - pending->Source.size() >= DeepestFolder) return;
+  // A key may stand for two folders there.
+  if (intoItself && walk.TreeIsOld) return;
+  if (!walk.Choose("FolderPaste") || intoItself) return;
+  walk.MayRenumber();
+  walk.ExpectAt({folder, pending->Source}, [](JourneyModel& model) {
     model.Paste();
     model.ClearQuery();
   });

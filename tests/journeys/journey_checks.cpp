@@ -39,6 +39,15 @@ void Walk::Check() {
   Require(hidden.isEmpty(), "focus", hidden);
 }
 
+bool Walk::IsRenumbered(const Stored& stored, const Stored& expected) const {
+  const auto names = [](const Stored& some) {
+    std::multiset<QString> all;
+    for (const auto& [key, name] : some.Folders) all.insert(name);
+    return all;
+  };
+  return Renumbers && stored.Links == expected.Links && names(stored) == names(expected);
+}
+
 void Walk::CheckStored() {
   const Stored& stored = Other->Look();
   const QString dead = stored.DeadEnd();
@@ -52,9 +61,15 @@ void Walk::CheckStored() {
     });
     JourneyModel chosen = std::move(*met);
     Model = std::move(chosen);
-  } else if (Stored expected = Outcomes.front().AsStored(); MayAdopt && stored.Rows == expected.Rows &&
-                                                            stored.Images == expected.Images &&
-                                                            LeavesForeignAlone(stored)) {
+    return;
+  }
+  const Stored expected = Outcomes.front().AsStored();
+  const bool sameRows = stored.Rows == expected.Rows && stored.Images == expected.Images;
+  if (sameRows && IsRenumbered(stored, expected)) {
+    JourneyModel chosen = std::move(Outcomes.front());
+    Model = std::move(chosen);
+    Model.Adopt(stored);
+  } else if (sameRows && MayAdopt && LeavesForeignAlone(stored)) {
     Model.Adopt(stored);
     Other->Write(Model);  // What two machines left of the "!UNORGANIZED" isn't the walk's affair.
   } else {
@@ -63,7 +78,7 @@ void Walk::CheckStored() {
 }
 
 void Walk::CheckList() {
-  if (After.Folder != Before.Folder) Model.ClearQuery();
+  if (FolderMoved) Model.ClearQuery();
   Model.Selected = After.Folder;
   if (Refreshes > 0) {
     ListIsOld = false;
@@ -84,9 +99,10 @@ void Walk::CheckList() {
   if (Selection && Refreshes == 0)
     Require(selected == *Selection, "selection",
             QStringLiteral("%1\nexpected: %2").arg(Numbers(selected), Numbers(*Selection)));
+  const int current = After.Position < 0 ? 0 : After.List.at(static_cast<size_t>(After.Position));
   if (Current && Refreshes == 0)
-    Require(After.Current() == *Current, "clicked",
-            QStringLiteral("%1, and %2 is the current one").arg(*Current).arg(After.Current()));
+    Require(current == *Current, "clicked",
+            QStringLiteral("%1, and %2 is the current one").arg(*Current).arg(current));
 }
 
 void Walk::CheckTree() {

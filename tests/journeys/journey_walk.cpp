@@ -93,6 +93,8 @@ void Walk::Start() {
     // Of an empty list the slider keeps its range.
     if (const int count = Window->List().RecordCount(); count > 0) SliderMax = count;
   });
+  QObject::connect(&Reader->Tree, &QTreeWidget::currentItemChanged, Window.get(),
+                   [this] { FolderMoved = true; });
   Window->Form_Load();
   Child<QTimer>(*Window, QStringLiteral("Timer1")).setInterval(Hour);  // A show ticks by hand only.
   Window->show();
@@ -248,7 +250,7 @@ void Walk::AnswerBox(QMessageBox& box) {
     rule.Came = true;
     return box.button(rule.Button)->click();
   }
-  const bool mayCome = tellsOfOthers && (!Changed.empty() || !Foreign.empty());
+  const bool mayCome = tellsOfOthers && (!Changed.empty() || TreeIsOld);
   if (!mayCome) Fail("box", box.windowTitle() + u'|' + box.text());
   for (BoxRule& rule : Boxes) rule.Must = false;
   if (mayCome) MayAdopt = true;
@@ -284,7 +286,7 @@ void Walk::Do(const Step& step) {
   Dialogs.clear();
   Selection.reset();
   Current.reset();
-  MayAdopt = false;
+  MayAdopt = Renumbers = FolderMoved = false;
   Refreshes = 0;
   Look();
   const JourneyModel before = Model;
@@ -305,7 +307,7 @@ void Walk::KeepName() {
   if (changed != Foreign.end()) Outcome();
   const bool isThere = changed == Foreign.end() || !changed->second;
   // What a folder was called that has gone elsewhere stands in the tree still.
-  if ((isThere && !Model.Rename(Before.NameTyped)) || !Foreign.empty())
+  if ((isThere && !Model.Rename(Before.NameTyped)) || TreeIsOld)
     AnswerBox("Duplicate Folder Name!", QMessageBox::Ok, false);
 }
 

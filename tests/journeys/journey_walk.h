@@ -93,6 +93,8 @@ class Walk {
   bool IsForeign(const QString& folder) const;
   /// The step changes folders or what is filed there; where another machine did so before, it may do nothing.
   void ExpectAt(const QStringList& folders, const std::function<void(JourneyModel&)>& effect);
+  /// New folders get their numbers in the order in which the tree shows what they are copies of.
+  void MayRenumber() { Renumbers = true; }
   /// These photos are marked then, unless the list is read anew.
   void ExpectSelection(std::vector<int> numbers);
   /// A click makes a photo the current one.
@@ -115,6 +117,7 @@ class Walk {
   /// Folders that another machine changed since the start: whether they have gone or are others now, or have
   /// another name only.
   std::map<QString, bool> Foreign;
+  bool TreeIsOld = false;                           ///< some were, and the tree may show what has gone
   std::map<QString, JourneyModel::Photo> Pictures;  ///< what can be added, by the file's name
   QString PicturesDir() const { return Home.path() + QStringLiteral("/Pictures/"); }
   QString GotDir() const { return Home.path() + QStringLiteral("/Got"); }
@@ -138,6 +141,7 @@ class Walk {
 
   void Check();
   void CheckStored();
+  bool IsRenumbered(const Stored& stored, const Stored& expected) const;
   void CheckList();
   void CheckTree();
   void CheckCurrent();
@@ -158,6 +162,7 @@ class Walk {
   Screen After;
   std::vector<JourneyModel> Outcomes;
   bool MayAdopt = false;
+  bool Renumbers = false;
   std::vector<BoxRule> Boxes;
   std::map<QString, std::function<void(QDialog&)>> Dialogs;
   QPointer<QWidget> LastModal;
@@ -166,12 +171,12 @@ class Walk {
   std::optional<int> Current;
   std::optional<Failure> First;
   int Refreshes = 0;
+  bool FolderMoved = false;
 
   // Of the run.
   int Births = 0;
   int Texts = 0;
   int SliderMax = 0;
-  bool TreeIsOld = false;         ///< another machine changed folders since the start
   bool ListIsOld = false;         ///< another machine changed what it was read from
   std::map<int, int> BirthsRead;  ///< of all photos when the list was read
 };
