@@ -65,11 +65,17 @@ struct RecordGridTest : testing::Test {
 
 TEST_F(RecordGridTest, MouseAndKeysGoIntoSelBookmarks) {
   const std::pair<const char*, const char*> cases[] = {
-      {"^c3 ^c1 ^c3", "3: 12"},      {"^c3 ^c1 c2", "2:"},
-      {"c4 +c2 +c6", "6: 15 16 17"}, {"^c1 s3", "3: 14"},
-      {"c2 d5 d4", "4: 13 14 15"},   {"c2 +Down +Down +Up", "3: 13 14"},
-      {"c6 +End", "8: 17 18 19"},    {"c2 Space Down Space Up Space", "2: 14"},
-      {"^c3 ^c1 Esc", "1:"},         {"End Down +Down", "8: 19"},
+      {"^c3 ^c1 ^c3", "3: 12"},
+      {"^c3 ^c1 c2", "2:"},
+      {"c4 +c2 +c6", "6: 15 16 17"},
+      {"^c1 s3", "3: 14"},
+      {"c2 d5 d4", "4: 13 14 15"},
+      {"c2 d5 d2", "2: 13"},
+      {"c2 +Down +Down +Up", "3: 13 14"},
+      {"c6 +End", "8: 17 18 19"},
+      {"c2 Space Down Space Up Space", "2: 14"},
+      {"^c3 ^c1 Esc", "1:"},
+      {"End Down +Down", "8: 19"},
   };
   for (const auto& [steps, state] : cases) {
     Show(Data1.RecordSource);

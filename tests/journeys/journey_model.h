@@ -5,7 +5,7 @@
 #include <QByteArray>
 #include <QRgb>
 
-#include "records/catalogue_model.h"
+#include "journeys/catalogue_model.h"
 
 struct sqlite3;
 

@@ -31,79 +31,6 @@ TEST_F(MainWindowTest, CutsCopiesAndPastesRecords) {
   EXPECT_EQ(shown(), "|");
   EXPECT_EQ(Counter(), "   1 of 11");
   EXPECT_EQ(Caption(0), "2: Photo 2");
-
-  ClickFolder(Italy);
-  Choose("RecordAll");
-  Choose("RecordCopy");
-  // Anywhere but above.
-  for (const auto& [folder, enabled] :
-       {std::pair(Travels, false), std::pair(TopUnorganized, false), std::pair(Home, true)}) {
-    ClickFolder(folder);
-    EXPECT_EQ(Action("RecordPaste").isEnabled(), enabled) << folder;
-  }
-  Choose("RecordPaste");
-  EXPECT_EQ(Counter(), "   1 of 30");
-  ClickFolder(Italy);
-  EXPECT_EQ(Counter(), "   1 of 19");
-}
-
-TEST_F(MainWindowTest, TheFolderMenuChangesTheTree) {
-  const auto shown = [this] {
-    return Those({"FolderUndoCut", "FolderSep"}, &QAction::isVisible) + '|' +
-           Those({"FolderPaste"}, &QAction::isEnabled);
-  };
-  ClickFolder(Home);
-  Choose("FolderCut");
-  EXPECT_EQ(shown(), "FolderUndoCut FolderSep|");
-  ClickFolder(Italy);
-  Choose("FolderCopy");
-  ClickFolder(Home);
-  Choose("FolderPaste");
-  EXPECT_EQ(Counter(), "   No Record");
-  EXPECT_EQ(shown(), "|");
-
-  // By keys alone: the menu gives the focus back before the name is edited.
-  Choose("MainImage");
-  ClickFolder(Travels);
-  QTest::keyClick(Window.get(), Qt::Key_O, Qt::AltModifier);
-  QTest::keyClick(&Get<QMenu>("FolderMenu"), Qt::Key_A);
-  QTest::keyClicks(QApplication::focusWidget(), "Spain");
-  Key(Qt::Key_Return);
-  EXPECT_EQ(Tree().SelectedItem()->Text(), "Spain");
-  EXPECT_TRUE(Action("FolderRen").isEnabled());
-  test::AnswerBoxes([this] { Choose("FolderDel"); }, {QMessageBox::Yes});
-  EXPECT_EQ(Tree().SelectedItem()->Text(), "Travels");
-  EXPECT_EQ(Counter(), "   1 of 20");
-}
-
-TEST_F(MainWindowTest, FormViewFollowsTheFolderAndADeletion) {
-  Choose("MainImage");
-  Choose("RecordAll");
-  Choose("MainForm");
-  const auto title = [&] { return Get<QLineEdit>("eTitle").text(); };
-  ClickFolder(Home);  // The thumbnails behind it take neither the event nor the focus.
-  EXPECT_EQ(title(), "Photo 21");
-  test::AnswerBoxes([&] { Choose("RecordDel"); }, {QMessageBox::Yes});
-  EXPECT_EQ(title(), "Photo 22");
-  Choose("Next");
-  Choose("MainData");
-  EXPECT_EQ(Counter(), "   2 of 9");
-  Choose("RecordEdit");
-  EXPECT_EQ(title(), "Photo 23");
-}
-
-TEST_F(MainWindowTest, OneSelectionForGridAndPage) {
-  ClickFolder(Italy);
-  QCoreApplication::processEvents();  // The grid follows the list.
-  QTest::keyClick(&Get("TDBGrid1"), Qt::Key_Down, Qt::ShiftModifier);
-  Choose("MainImage");
-  EXPECT_FALSE(Get("shpMark(0)").isHidden());
-  EXPECT_TRUE(Get("shpMark(2)").isHidden());
-  ClickThumb(5, Qt::ControlModifier);
-  test::AnswerBoxes([&] { Choose("RecordDel"); }, {QMessageBox::Yes});
-  EXPECT_EQ(Counter(), "   1 of 17");
-  EXPECT_EQ(Caption(4), "8: Photo 8");
-  EXPECT_EQ(Window->focusWidget()->objectName(), "picThumb(0)");
 }
 
 TEST_F(MainWindowTest, RefreshShowsTheImageOfTheViewAnew) {
@@ -251,18 +178,6 @@ TEST_F(MainWindowTest, AShowOnItsTabWaitsForADialog) {
   Window->close();
   expect(false, show::MediaStopped);
   EXPECT_FALSE(Action("tbarShow(5)").isEnabled());
-}
-
-TEST_F(MainWindowTest, AShowEndsWhenItsTabIsLeft) {
-  for (const char* command : {"MainData", "MainAdd"}) {
-    Choose("MainPlay");
-    Choose("tbarShow(13)");
-    Choose("tbarShow(6)");
-    // Beyond the last photo.
-    Get<show::ImagePlay>("TabPannel(3)").TheShow().Slider1_MouseUp(29);
-    Choose(command);
-    EXPECT_FALSE(Get<QTimer>("Timer1").isActive() || Action("tbarShow(5)").isEnabled()) << command;
-  }
 }
 
 }  // namespace
