@@ -84,36 +84,5 @@ TEST_F(RecordGridTest, MouseAndKeysGoIntoSelBookmarks) {
   }
 }
 
-TEST_F(RecordGridTest, FollowsTheListAndMovesIt) {
-  Data1.SetAbsolutePosition(7);
-  FollowList();
-  Do("Up Up");
-  EXPECT_EQ(Data1.AbsolutePosition(), 5);
-  Do("+Down");
-  Data1.Refresh();
-  FollowList();
-  Do("+Down");
-  EXPECT_EQ(State(), "1: 11 12");
-}
-
-TEST_F(RecordGridTest, TheRightButtonTakesTheRowUnlessSomeAreSelected) {
-  int menus = 0;
-  QObject::connect(&Grid, &RecordGrid::RecordMenuRequested, [&menus] { ++menus; });
-  QTest::mouseClick(Grid.viewport(), Qt::RightButton, {}, RowAt(4));
-  EXPECT_EQ(State(), "4:");
-  Do("^c1");
-  QTest::mouseClick(Grid.viewport(), Qt::RightButton, {}, RowAt(6));
-  EXPECT_EQ(State(), "1: 12");
-  EXPECT_EQ(menus, 2);
-}
-
-TEST_F(RecordGridTest, AnEmptyListTakesEveryKeyAndClick) {
-  Show("SELECT tblPhotos.* FROM tblPhotos WHERE PhotoID = 1");
-  Do("Down +End Space Home +PgDown A");
-  QTest::mouseClick(Grid.viewport(), Qt::LeftButton, Qt::ShiftModifier, QPoint(30, 30));
-  QTest::mouseClick(Grid.viewport(), Qt::RightButton, {}, QPoint(30, 30));
-  EXPECT_EQ(State(), "-1:");
-}
-
 }  // namespace
 }  // namespace veldrin::browse
