@@ -141,6 +141,7 @@ class Walk {
 
   void Check();
   void CheckStored();
+  void TakeAsItIs(const Stored& stored);
   bool IsRenumbered(const Stored& stored, const Stored& expected) const;
   void CheckList();
   void CheckTree();
@@ -172,6 +173,7 @@ class Walk {
   std::optional<Failure> First;
   int Refreshes = 0;
   bool FolderMoved = false;
+  bool FromMenu = false;
 
   // Of the run.
   int Births = 0;
