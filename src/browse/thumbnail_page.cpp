@@ -337,6 +337,8 @@ bool ThumbnailPage::MarksAreDimmed() const { return Cells.shpMark[0]->BorderColo
 
 // The commands of the menu are for the photo under the pointer.
 void ThumbnailPage::ImgThumb_MouseDown(int cell, const QMouseEvent& event) {
+  PressedPhoto = Shown[cell];
+  if (PressedPhoto == 0) return;
   if (event.button() == Qt::RightButton) {
     FocusCell(cell);
     Q_EMIT RecordMenuRequested();
@@ -346,13 +348,15 @@ void ThumbnailPage::ImgThumb_MouseDown(int cell, const QMouseEvent& event) {
 }
 
 void ThumbnailPage::ImgThumb_MouseUp(int cell, const QWidget& control, const QMouseEvent& event) {
-  // The button that opened the menu selects nothing.
-  if (event.button() == Qt::RightButton) return;
+  // The button that opened the menu selects nothing; nor does one that went down on another photo, or on a
+  // list that has gone.
+  if (event.button() == Qt::RightButton || Shown[cell] == 0 || Shown[cell] != PressedPhoto) return;
   constexpr auto shiftKeys = Qt::ShiftModifier | Qt::ControlModifier | Qt::AltModifier;
   const bool inside = control.rect().contains(event.pos());
   if ((event.modifiers() & shiftKeys) == Qt::ControlModifier) {
+    // The focus may end the naming of a new folder, whose list comes then.
     FocusCell(cell);
-    Data1.SelBookmarks.Toggle(Shown[cell]);
+    if (Shown[cell] == PressedPhoto) Data1.SelBookmarks.Toggle(PressedPhoto);
     return;
   }
   Data1.SelBookmarks.Clear();

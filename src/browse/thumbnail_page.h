@@ -104,6 +104,7 @@ class ThumbnailPage : public QWidget {
   /// The photo that each cell shows; 0 for none. What a click on a cell means.
   std::array<int, CellCount> Shown{};
   QColor TheMarkColor;
+  int PressedPhoto = 0;    ///< the photo on which a mouse button went down
   std::set<int> KeysDown;  ///< pressed on the page and not yet released
   int WheelTurn = 0;       ///< in eighths of a degree, as far as it gave no whole row
 };

@@ -65,48 +65,23 @@ struct RecordGridTest : testing::Test {
 
 TEST_F(RecordGridTest, MouseAndKeysGoIntoSelBookmarks) {
   const std::pair<const char*, const char*> cases[] = {
-      {"^c3 ^c1 ^c3", "3: 12"},      {"^c3 ^c1 c2", "2:"},
-      {"c4 +c2 +c6", "6: 15 16 17"}, {"^c1 s3", "3: 14"},
-      {"c2 d5 d4", "4: 13 14 15"},   {"c2 +Down +Down +Up", "3: 13 14"},
-      {"c6 +End", "8: 17 18 19"},    {"c2 Space Down Space Up Space", "2: 14"},
-      {"^c3 ^c1 Esc", "1:"},         {"End Down +Down", "8: 19"},
+      {"^c3 ^c1 ^c3", "3: 12"},
+      {"^c3 ^c1 c2", "2:"},
+      {"c4 +c2 +c6", "6: 15 16 17"},
+      {"^c1 s3", "3: 14"},
+      {"c2 d5 d4", "4: 13 14 15"},
+      {"c2 d5 d2", "2: 13"},
+      {"c2 +Down +Down +Up", "3: 13 14"},
+      {"c6 +End", "8: 17 18 19"},
+      {"c2 Space Down Space Up Space", "2: 14"},
+      {"^c3 ^c1 Esc", "1:"},
+      {"End Down +Down", "8: 19"},
   };
   for (const auto& [steps, state] : cases) {
     Show(Data1.RecordSource);
     Do(steps);
     EXPECT_EQ(State(), state) << steps;
   }
-}
-
-TEST_F(RecordGridTest, FollowsTheListAndMovesIt) {
-  Data1.SetAbsolutePosition(7);
-  FollowList();
-  Do("Up Up");
-  EXPECT_EQ(Data1.AbsolutePosition(), 5);
-  Do("+Down");
-  Data1.Refresh();
-  FollowList();
-  Do("+Down");
-  EXPECT_EQ(State(), "1: 11 12");
-}
-
-TEST_F(RecordGridTest, TheRightButtonTakesTheRowUnlessSomeAreSelected) {
-  int menus = 0;
-  QObject::connect(&Grid, &RecordGrid::RecordMenuRequested, [&menus] { ++menus; });
-  QTest::mouseClick(Grid.viewport(), Qt::RightButton, {}, RowAt(4));
-  EXPECT_EQ(State(), "4:");
-  Do("^c1");
-  QTest::mouseClick(Grid.viewport(), Qt::RightButton, {}, RowAt(6));
-  EXPECT_EQ(State(), "1: 12");
-  EXPECT_EQ(menus, 2);
-}
-
-TEST_F(RecordGridTest, AnEmptyListTakesEveryKeyAndClick) {
-  Show("SELECT tblPhotos.* FROM tblPhotos WHERE PhotoID = 1");
-  Do("Down +End Space Home +PgDown A");
-  QTest::mouseClick(Grid.viewport(), Qt::LeftButton, Qt::ShiftModifier, QPoint(30, 30));
-  QTest::mouseClick(Grid.viewport(), Qt::RightButton, {}, QPoint(30, 30));
-  EXPECT_EQ(State(), "-1:");
 }
 
 }  // namespace

@@ -87,19 +87,6 @@ TEST_F(ThumbnailPageTest, APhotoWithoutImageIsAnEmptyCellWithItsCaption) {
   EXPECT_FALSE(Cell<ThumbImage>("ImgThumb", 2).isHidden());
 }
 
-TEST_F(ThumbnailPageTest, MovesByKeys) {
-  const std::tuple<Qt::Key, int, const char*> steps[] = {
-      {Qt::Key_Right, 11, "0+11"}, {Qt::Key_Right, 1, "1+11"}, {Qt::Key_Down, 1, "4+11"},
-      {Qt::Key_Up, 3, "4+2"},      {Qt::Key_Up, 2, "0+2"},     {Qt::Key_PageDown, 1, "12+0"},
-      {Qt::Key_Left, 1, "11+0"},   {Qt::Key_End, 1, "13+11"},  {Qt::Key_PageDown, 1, "13+0"},
-      {Qt::Key_PageUp, 1, "1+0"},  {Qt::Key_Home, 1, "0+0"},   {Qt::Key_A, 1, "0+0"}};
-  Open(25);
-  for (const auto& [key, times, state] : steps) {
-    Press(key, times);
-    EXPECT_EQ(State(), state) << "after key " << key;
-  }
-}
-
 TEST_F(ThumbnailPageTest, TheScrollBarMovesByRowsAndJumps) {
   Open(12);
   QScrollBar& scroll = Page.ThumbVScroll();

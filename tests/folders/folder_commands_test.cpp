@@ -103,17 +103,6 @@ TEST_F(FolderCommandsTest, ATakenNameLeadsBackToTheEdit) {
   EXPECT_EQ(Take(), "show show");
 }
 
-TEST_F(FolderCommandsTest, AMoveOntoATakenNameLeadsToTheEdit) {
-  Load("B C C/B");
-  for (const char* target : {"", "C"}) {
-    EXPECT_EQ(Editor(), nullptr) << "in its own place it keeps its name";
-    On("B", &FolderCommands::FolderCut_Click);
-    On(target, &FolderCommands::FolderPaste_Click);
-  }
-  Type("B2");
-  ExpectTree("Photos(! C(! B B2))");
-}
-
 TEST_F(FolderCommandsTest, WhatCantBeDoneWritesNothing) {
   Load(
       "X X/Y 1 1/2 1/2/3 1/2/3/4 1/2/3/4/5 1/2/3/4/5/6 1/2/3/4/5/6/7 1/2/3/4/5/6/7/8 1/2/3/4/5/6/7/8/9 "

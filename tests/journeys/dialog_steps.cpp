@@ -77,7 +77,8 @@ void FindRecord(Walk& walk, int a, int b) {
   if (!cancelled && found < 0) walk.AnswerBox("Record not fund!", QMessageBox::Ok, false);
   Open(walk, a, "SearchBttn(0)", "SearchBttn(1)", "RecordSearch", shell::FindRecordCode);
   if (!asked || cancelled || walk.Before.Tab > shell::FormTab) return;
-  walk.ExpectCurrent(found < 0 ? walk.Before.Current() : list[static_cast<size_t>(found)]);
+  const int position = found < 0 ? walk.Before.Position : found;
+  if (position >= 0) walk.ExpectCurrent(list[static_cast<size_t>(position)]);
 }
 
 // The files of those that have one come, up to the first that hasn't.

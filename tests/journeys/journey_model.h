@@ -6,7 +6,7 @@
 #include <QRgb>
 #include <utility>
 
-#include "records/catalogue_model.h"
+#include "journeys/catalogue_model.h"
 
 struct sqlite3;
 
@@ -60,7 +60,7 @@ class JourneyModel : public CatalogueModel {
   Stored AsStored() const;
 
  private:
-  std::set<QString> Replaced;
+  std::set<QString> Replaced;  ///< folders that another machine has put in the place of others just now
 };
 
 /// The files of a catalogue, looked at and changed as another machine does it.

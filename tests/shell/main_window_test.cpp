@@ -49,35 +49,6 @@ TEST_F(MainWindowTest, TheMenusFollowTheFolderAndTheTab) {
   EXPECT_EQ(Counter(), "   No Record");
 }
 
-TEST_F(MainWindowTest, BrowsesAFolderByMouseAndKeyboard) {
-  Choose("MainImage");
-  ClickFolder(Italy);
-  Key(Qt::Key_PageDown);
-  EXPECT_EQ(Caption(0), "9: Photo 9");
-  ClickThumb(5);
-  EXPECT_EQ(Counter(), "   14 of 20");
-  ClickFolder(Home);
-  EXPECT_EQ(Counter(), "   1 of 10");
-  EXPECT_TRUE(FirstThumbHasFocus());
-  Tree().setFocus();
-  QTest::keyPress(QApplication::focusWidget(), Qt::Key_Down);    // to Travels; the page takes the focus,
-  QTest::keyRelease(QApplication::focusWidget(), Qt::Key_Down);  // and so the release
-  EXPECT_EQ(Tree().SelectedItem()->Text(), "Travels");
-  EXPECT_EQ(Counter(), "   1 of 20");
-  EXPECT_TRUE(FirstThumbHasFocus());
-
-  // An empty page leaves nothing still.
-  ClickFolder(TopUnorganized);
-  EXPECT_TRUE(Get("picThumb(0)").isHidden());
-  Choose("MainAdd");
-  Get<controls::DirListBox>("Dir1").SetPath(Catalogue.Paths().ImageDir);
-  EXPECT_EQ(Get<controls::FileListBox>("FileToSel").ListCount(), 30);
-  Choose("MainImage");
-  Choose("MainData");
-  ClickFolder(Home);
-  EXPECT_EQ(Counter(), "   1 of 10");
-}
-
 TEST_F(MainWindowTest, AnEditThatIsOpenEndsWithTheWindow) {
   const QString workFile = Catalogue.Paths().WorkFile;
   ClickFolder(Home);

@@ -97,13 +97,13 @@ void SaveBrokenPhotos(Tour& tour) {
   file.resize(whole.size() / 3);
   QFile::rename(tour.StoredImage(missing), tour.Aside());
   for (const int row : {missing, damaged}) QFile::remove(thumbnail(row));
-  QTest::keyClick(&tour.Window(), Qt::Key_F5);
+  tour.Get<QPushButton>("RefreshBttn").click();
   tour.Save("03-image-view-missing-and-damaged");
   QFile::rename(tour.Aside(), tour.StoredImage(missing));
   file.seek(0);
   file.write(whole);
   file.close();
-  QTest::keyClick(&tour.Window(), Qt::Key_F5);
+  tour.Get<QPushButton>("RefreshBttn").click();
 }
 
 void Browse(Tour& tour) {
