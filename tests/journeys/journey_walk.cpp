@@ -363,9 +363,9 @@ void Walk::ExpectAt(const QStringList& folders, const std::function<void(Journey
     return changed != Foreign.end() && changed->second;
   });
   if (!gone) effect(Outcome());
-  if (!foreign) return;
-  Outcome();
-  MayAdopt = true;
+  if (foreign) Outcome();
+  // A folder that has gone may stand in the tree beside the one that was given its key.
+  MayAdopt = foreign || TreeIsOld;
 }
 
 // A folder that another machine put in the place of a shown one is as it was.
