@@ -365,7 +365,7 @@ void Walk::ExpectAt(const QStringList& folders, const std::function<void(Journey
   if (!gone) effect(Outcome());
   if (foreign) Outcome();
   // A folder that has gone may stand in the tree beside the one that was given its key.
-  MayAdopt = foreign || TreeIsOld;
+  MayAdopt |= foreign || TreeIsOld;
 }
 
 // A folder that another machine put in the place of a shown one is as it was.
