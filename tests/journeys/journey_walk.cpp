@@ -147,6 +147,11 @@ void Walk::Elsewhere(const std::function<void(JourneyModel&)>& change) {
 
 // --- the hands --------------------------------------------------------------------------------------------
 
+void Walk::Look() {
+  Before = Reader->Read();
+  Model.Selected = Before.Folder;
+}
+
 bool Walk::InSight(const QWidget& control, QPoint place) const {
   if (!control.isVisible() || !control.rect().contains(place)) return false;
   const QWidget* window = control.window();

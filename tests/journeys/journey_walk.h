@@ -58,7 +58,7 @@ class Walk {
   JourneyModel Model;
   Screen Before;  ///< as the user saw it last
   const ScreenReader& On() const { return *Reader; }
-  void Look() { Before = Reader->Read(); }
+  void Look();
 
   /// A click on what of a control is in sight; false when that place is covered.
   bool Click(QWidget& control, QPoint place, Qt::KeyboardModifiers keys = {},
