@@ -13,15 +13,25 @@ constexpr int DeepestFolder = 7 * 4;  // characters of a key
 
 // --- records ----------------------------------------------------------------------------------------------
 
-// One in three times from the menu that the mouse brings up, on a photo that is pointed at anew.
+void ClickPhoto(Walk& walk, int number, Qt::KeyboardModifiers keys, Qt::MouseButton button) {
+  const auto& screen = walk.On();
+  if (walk.Before.Page) {
+    QWidget& cell = *screen.Cells[static_cast<size_t>(number % browse::CellCount)];
+    walk.Click(cell, cell.rect().center(), keys, button);
+  } else {
+    walk.Click(*screen.Grid.viewport(), QPoint(30, 12 + number % 10 * 24), keys, button);
+  }
+}
+
+// Sometimes from the menu that the mouse brings up on a photo, sometimes after one was marked and another
+// one made the current.
 bool ChooseForRecords(Walk& walk, const char* command, int a) {
-  if (a % 3 == 0 && walk.Before.Tab == shell::BrowseTab) {
-    const auto& screen = walk.On();
-    if (walk.Before.Page) {
-      QWidget& image = *screen.Images[static_cast<size_t>(a / 3 % browse::CellCount)];
-      walk.Click(image, image.rect().center(), {}, Qt::RightButton);
-    } else {
-      walk.Click(*screen.Grid.viewport(), QPoint(30, 12 + a / 3 % 10 * 24), {}, Qt::RightButton);
+  if (a % 3 != 2 && walk.Before.Tab == shell::BrowseTab) {
+    if (a % 3 == 0) {
+      ClickPhoto(walk, a / 3, {}, Qt::RightButton);
+    } else if (!walk.Before.Naming) {
+      ClickPhoto(walk, a / 3, Qt::ControlModifier, Qt::LeftButton);
+      walk.Key(a % 2 == 0 ? Qt::Key_Up : Qt::Key_Down);
     }
     QCoreApplication::processEvents();
     walk.Look();
@@ -145,8 +155,8 @@ void PasteFolder(Walk& walk, int, int) {
 }  // namespace
 
 std::span<const StepKind> CommandSteps() {
-  static const StepKind kinds[] = {{"DeleteRecords", 4, DeleteRecords},
-                                   {"RemoveRecords", 4, RemoveRecords},
+  static const StepKind kinds[] = {{"DeleteRecords", 5, DeleteRecords},
+                                   {"RemoveRecords", 5, RemoveRecords},
                                    {"CutOrCopyRecords", 6, CutOrCopyRecords},
                                    {"UndoRecordCut", 1, UndoRecordCut},
                                    {"PasteRecords", 5, PasteRecords},

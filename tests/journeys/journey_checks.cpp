@@ -54,15 +54,21 @@ void Walk::CheckStored() {
   Require(dead.isEmpty(), "dead end", dead);
   const auto met = std::find_if(Outcomes.begin(), Outcomes.end(),
                                 [&](const JourneyModel& outcome) { return outcome.AsStored() == stored; });
+  const std::map<QString, QString> folders = Model.Folders;
   if (met != Outcomes.end()) {
-    // A key that had gone is given again here.
-    std::erase_if(Foreign, [&](const auto& foreign) {
-      return !Model.Folders.contains(foreign.first) && met->Folders.contains(foreign.first);
-    });
     JourneyModel chosen = std::move(*met);
     Model = std::move(chosen);
-    return;
+  } else {
+    TakeAsItIs(stored);
   }
+  // A key that had gone elsewhere is given again here.
+  std::erase_if(Foreign, [&](const auto& foreign) {
+    return !folders.contains(foreign.first) && Model.Folders.contains(foreign.first);
+  });
+}
+
+// What the step left isn't told to the letter.
+void Walk::TakeAsItIs(const Stored& stored) {
   const Stored expected = Outcomes.front().AsStored();
   const bool sameRows = stored.Rows == expected.Rows && stored.Images == expected.Images;
   if (sameRows && IsRenumbered(stored, expected)) {

@@ -4,6 +4,7 @@
 
 #include <QByteArray>
 #include <QRgb>
+#include <utility>
 
 #include "journeys/catalogue_model.h"
 
@@ -52,8 +53,8 @@ class JourneyModel : public CatalogueModel {
   void RemoveFolderElsewhere(const QString& folder);
   /// Puts another folder in the place of one.
   void ReplaceFolder(const QString& folder, const QString& name);
-  bool IsReplaced(const QString& folder) const { return Replaced.contains(folder); }
-  void ForgetReplaced() { Replaced.clear(); }
+  /// Those since the last look.
+  std::set<QString> TakeReplaced() { return std::exchange(Replaced, {}); }
   /// Takes folders and places as they are.
   void Adopt(const Stored& stored);
   Stored AsStored() const;

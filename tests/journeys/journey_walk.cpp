@@ -132,20 +132,25 @@ void Walk::Elsewhere(const std::function<void(JourneyModel&)>& change) {
     Changed.insert(number);
     QFile::remove(catalogue::ThumbFileName(Catalogue.Paths(), number));
   }
+  const std::set<QString> replaced = changed.TakeReplaced();
   for (const auto& [key, name] : Model.Folders) {
     const auto now = changed.Folders.find(key);
-    const bool isGone = now == changed.Folders.end() || changed.IsReplaced(key);
+    const bool isGone = now == changed.Folders.end() || replaced.contains(key);
     if (!isGone && now->second == name) continue;
     Foreign[key] |= isGone;
     TreeIsOld = true;
   }
   Other->Write(changed);
-  changed.ForgetReplaced();
   Model = changed;
   ListIsOld = true;
 }
 
 // --- the hands --------------------------------------------------------------------------------------------
+
+void Walk::Look() {
+  Before = Reader->Read();
+  Model.Selected = Before.Folder;
+}
 
 bool Walk::InSight(const QWidget& control, QPoint place) const {
   if (!control.isVisible() || !control.rect().contains(place)) return false;
@@ -170,6 +175,7 @@ void Walk::LeaveMenu() {
 
 bool Walk::Choose(const char* command) {
   auto& action = Child<QAction>(*Window, QLatin1String(command));
+  FromMenu = true;
   if (auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget())) {
     if (action.isVisible() && action.isEnabled() && menu->actions().contains(&action)) {
       QTest::mouseClick(menu->windowHandle(), Qt::LeftButton, {}, menu->actionGeometry(&action).center());
@@ -286,7 +292,7 @@ void Walk::Do(const Step& step) {
   Dialogs.clear();
   Selection.reset();
   Current.reset();
-  MayAdopt = Renumbers = FolderMoved = false;
+  MayAdopt = Renumbers = FolderMoved = FromMenu = false;
   Refreshes = 0;
   Look();
   const JourneyModel before = Model;
@@ -296,6 +302,12 @@ void Walk::Do(const Step& step) {
   step.Kind->Act(*this, step.A, step.B);
   Settle();
   After = Reader->Read();
+  const bool refused = naming && std::any_of(Boxes.begin(), Boxes.end(), [](const BoxRule& rule) {
+                         return rule.Came && rule.Begin.startsWith(QLatin1String("Duplicate"));
+                       });
+  // A name that is refused stops a command of the menus, and none of a button.
+  if (refused && FromMenu) Outcomes.clear();
+  if (refused) Model = before;
   if (Outcomes.empty() || naming) Outcome();
   if (naming && After.Naming) Outcomes.push_back(before);
   Check();
@@ -356,9 +368,9 @@ void Walk::ExpectAt(const QStringList& folders, const std::function<void(Journey
     return changed != Foreign.end() && changed->second;
   });
   if (!gone) effect(Outcome());
-  if (!foreign) return;
-  Outcome();
-  MayAdopt = true;
+  if (foreign) Outcome();
+  // A folder that has gone may stand in the tree beside the one that was given its key.
+  MayAdopt |= foreign || TreeIsOld;
 }
 
 // A folder that another machine put in the place of a shown one is as it was.

@@ -58,7 +58,7 @@ class Walk {
   JourneyModel Model;
   Screen Before;  ///< as the user saw it last
   const ScreenReader& On() const { return *Reader; }
-  void Look() { Before = Reader->Read(); }
+  void Look();
 
   /// A click on what of a control is in sight; false when that place is covered.
   bool Click(QWidget& control, QPoint place, Qt::KeyboardModifiers keys = {},
@@ -141,6 +141,7 @@ class Walk {
 
   void Check();
   void CheckStored();
+  void TakeAsItIs(const Stored& stored);
   bool IsRenumbered(const Stored& stored, const Stored& expected) const;
   void CheckList();
   void CheckTree();
@@ -172,6 +173,7 @@ class Walk {
   std::optional<Failure> First;
   int Refreshes = 0;
   bool FolderMoved = false;
+  bool FromMenu = false;
 
   // Of the run.
   int Births = 0;

@@ -170,11 +170,12 @@ void SelectAll(Walk& walk, int a, int) {
   if (byKey) {
     if (walk.Before.Naming || walk.Before.Tab != shell::BrowseTab) return;
     if (qobject_cast<QLineEdit*>(QApplication::focusWidget()) != nullptr) return;
+    if (!Child<QAction>(walk.On().Window, QStringLiteral("RecordAll")).isEnabled()) return;
     walk.Key(Qt::Key_A, Qt::ControlModifier);
   } else if (!walk.Choose("RecordAll")) {
     return;
   }
-  if (!byKey || !walk.Before.List.empty()) walk.ExpectSelection(walk.Before.List);
+  walk.ExpectSelection(walk.Before.List);
 }
 
 void Navigate(Walk& walk, int a, int) {
