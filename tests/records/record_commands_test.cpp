@@ -82,5 +82,19 @@ TEST_F(RecordCommands, APasteThatFailsLeavesEveryPlace) {
   EXPECT_EQ(Catalogue.RowsText("SELECT PhotoID, Left(IDNo, 4) FROM tblPhotoLinks"), "1|0001 2|0001");
 }
 
+TEST_F(RecordCommands, APhotoThatWasDeletedIsPendingNoMore) {
+  Catalogue.AddFolder("0002", "B");
+  AddPhotos(2);
+  for (const int id : {1, 2}) Data1.SelBookmarks.Add(id);
+  Clipboard.RecordCut_Click();
+  Data1.SelBookmarks.Replace({2});
+  Answer(QMessageBox::Yes, Delete);
+  Catalogue.AddPhoto(2, {}, {"0001"});  // the number again
+  Tree.Select(Find("0002"));
+  Clipboard.RecordPaste_Click();
+  EXPECT_EQ(Catalogue.RowsText("SELECT PhotoID, Left(IDNo, 4) FROM tblPhotoLinks ORDER BY PhotoID"),
+            "1|0002 2|0001");
+}
+
 }  // namespace
 }  // namespace veldrin::records

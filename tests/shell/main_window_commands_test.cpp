@@ -141,5 +141,17 @@ TEST_F(MainWindowTest, AShowOnItsTabWaitsForADialog) {
   EXPECT_FALSE(Action("tbarShow(5)").isEnabled());
 }
 
+TEST_F(MainWindowTest, AShowEndsWhenItsTabIsLeft) {
+  for (const char* command : {"MainData", "MainAdd"}) {
+    Choose("MainPlay");
+    Choose("tbarShow(13)");
+    Choose("tbarShow(6)");
+    // To the last photo.
+    Get<show::ImagePlay>("TabPannel(3)").TheShow().Slider1_MouseUp(29);
+    Choose(command);
+    EXPECT_FALSE(Get<QTimer>("Timer1").isActive() || Action("tbarShow(5)").isEnabled()) << command;
+  }
+}
+
 }  // namespace
 }  // namespace veldrin::shell
