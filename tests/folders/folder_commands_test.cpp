@@ -123,5 +123,30 @@ TEST_F(FolderCommandsTest, WhatCantBeDoneWritesNothing) {
   ExpectTree(tree);
 }
 
+TEST_F(FolderCommandsTest, WhatAnotherMachineChangedIsLeftAlone) {
+  Load("X X/Y Z");
+  Catalogue.Execute({"UPDATE tblLevel2 SET FolderName = 'theirs' WHERE FolderName = 'Y'"});
+  const QStringList rows = Rows();
+  const QString tree = Spell(*Tree.Root());
+  const QString told = "Error|The folder was changed by another machine.";
+  const auto ask = [&](const char* path, void (FolderCommands::*command)(), int questions) {
+    QList<QMessageBox::StandardButton> answers(questions, QMessageBox::Yes);
+    return test::AnswerBoxes([&] { On(path, command); }, answers << QMessageBox::Ok).last();
+  };
+  EXPECT_EQ(ask("X", &FolderCommands::FolderDel_Click, 1), told) << "a folder below it";
+  EXPECT_EQ(ask("X/Y", &FolderCommands::FolderAdd_Click, 0), told);
+  On("Z", &FolderCommands::FolderCopy_Click);
+  EXPECT_EQ(ask("X/Y", &FolderCommands::FolderPaste_Click, 0), told);
+  On("X", &FolderCommands::FolderCut_Click);
+  EXPECT_EQ(ask("Z", &FolderCommands::FolderPaste_Click, 0), told);
+  EXPECT_EQ(Rows(), rows);
+  EXPECT_EQ(Spell(*Tree.Root()), tree);
+  // A folder beside the last one keeps their pseudo-folder.
+  Catalogue.Execute({"UPDATE tblLevel2 SET FolderName = 'Y' WHERE FolderName = 'theirs'"});
+  AddRow("Spain", Find("X")->Tag());
+  test::AnswerBoxes([&] { On("X/Y", &FolderCommands::FolderDel_Click); }, {QMessageBox::Yes});
+  EXPECT_EQ(Catalogue.RowsText("SELECT FolderName FROM tblLevel2 ORDER BY IDNo"), "!UNORGANIZED Spain");
+}
+
 }  // namespace
 }  // namespace veldrin::folders
