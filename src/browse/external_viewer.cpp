@@ -5,6 +5,7 @@
 #include <memory>
 
 #include "base/failure.h"
+#include "catalogue/chosen_photos.h"
 #include "catalogue/image_store.h"
 #include "controls/msg_box.h"
 #include "desktop/default_program.h"
@@ -29,6 +30,14 @@ QDateTime DateOfFile(const QString& path) {
 
 void ExternalViewer::ViewBttn_Click() {
   if (Data1.RecordCount() == 0) return;
+  catalogue::CheckedPhotos checked;
+  ResumeNext(
+      [&] { checked = CheckChosen(*Engine.OpenDatabase(ThePaths.WorkFile), Data1.Chosen(false).Photos); });
+  if (!checked.Changed.empty()) {
+    controls::MsgBox(&Window, catalogue::ChangedPhotosText(checked.Changed), controls::vbExclamation,
+                     QStringLiteral("Error"));
+    return;
+  }
   try {
     const int photoId = Data1.Field(QStringLiteral("PhotoID")).toInt();
     const QString imageType = Data1.Field(QStringLiteral("ImageType")).toString();

@@ -1,4 +1,4 @@
-// The twelve cells of the thumbnail page as controls: their places, their looks and their mouse and key
+// The twelve cells of the thumbnail page as controls: their places, their looks and their mouse
 // events.
 #pragma once
 

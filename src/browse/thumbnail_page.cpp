@@ -333,8 +333,6 @@ void ThumbnailPage::SetMarkColor(QColor color) {
   for (Shape* mark : Cells.shpMark) mark->SetBorderColor(color);
 }
 
-bool ThumbnailPage::MarksAreDimmed() const { return Cells.shpMark[0]->BorderColor() == DimmedColor; }
-
 // The commands of the menu are for the photo under the pointer.
 void ThumbnailPage::ImgThumb_MouseDown(int cell, const QMouseEvent& event) {
   PressedPhoto = Shown[cell];
@@ -342,8 +340,6 @@ void ThumbnailPage::ImgThumb_MouseDown(int cell, const QMouseEvent& event) {
   if (event.button() == Qt::RightButton) {
     FocusCell(cell);
     Q_EMIT RecordMenuRequested();
-  } else if (MarksAreDimmed()) {
-    SetMarkColor(TheMarkColor);
   }
 }
 

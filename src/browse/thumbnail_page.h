@@ -45,7 +45,6 @@ class ThumbnailPage : public QWidget {
   void TakeFocus();
 
   void SetMarkColor(QColor color);
-  bool MarksAreDimmed() const;
 
   /// Shows or hides the buttons by which the page is moved, which stand outside of it.
   void SetButtonsVisible(bool visible);

@@ -32,6 +32,12 @@ QHash<int, PhotoLook> LooksOf(engine::Database& database, std::span<const Chosen
 
 }  // namespace
 
+std::vector<int> CheckedPhotos::Others() const {
+  std::vector<int> others = Changed;
+  others.insert(others.end(), Gone.begin(), Gone.end());
+  return others;
+}
+
 CheckedPhotos CheckChosen(engine::Database& database, std::span<const ChosenPhoto> photos) {
   const QHash<int, PhotoLook> looks = LooksOf(database, photos);
   CheckedPhotos checked;

@@ -19,6 +19,9 @@ struct CheckedPhotos {
   std::vector<Photo> Same;   ///< in the order in which they were chosen
   std::vector<int> Changed;  ///< numbers that belong to other photos now
   std::vector<int> Gone;     ///< numbers that belong to none
+
+  /// All that are not the same.
+  std::vector<int> Others() const;
 };
 
 /// Compares the rows with what was seen of them. To be asked within the group of writes that relies on it.

@@ -96,8 +96,9 @@ bool RecordList::FindNext(const QString& criteria) {
 
 ListRows RecordList::ReadRows(int first, int count) const {
   const QStringList names = Recordset().FieldNames();
+  TheRecordset->Reread();  // Field tells the same as the rows that are shown.
   ListRows rows(names, Recordset().ReadRows(first, count));
-  if (Looks.size() > MostLooks) Looks.clear();
+  if (Looks.size() > MostLooks) erase_if(Looks, [this](auto at) { return !SelBookmarks.Contains(at.key()); });
   for (int i = 0; i < rows.Count(); ++i) {
     if (!rows.IsThere(i)) continue;
     Looks[BookmarkAt(first + i)] = {rows.Field(i, QStringLiteral("ImageType")).toString(),

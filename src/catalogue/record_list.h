@@ -39,8 +39,8 @@ class SelBookmarkList : public QObject {
   std::vector<int> Sorted;  ///< the same, for the look-up
 };
 
-/// What tells a photo from another one that has its number: neither changes while a photo is in the
-/// catalogue.
+/// What tells a photo from another one that has its number, unless both are of one type and one second:
+/// neither changes while a photo is in the catalogue.
 struct PhotoLook {
   QString ImageType;
   QDateTime CreateDate;

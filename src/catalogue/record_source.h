@@ -36,7 +36,7 @@ QString BuildQueryClause(const Criteria& criteria);
 /// Tells the key of the selected folder; empty for the whole catalogue.
 using SelectedFolder = std::function<QString()>;
 
-/// The one place where the list of records changes.
+/// The one place where it is decided what the list holds.
 class RecordSource {
  public:
   RecordSource(RecordList& data1, SelectedFolder folder, engine::DBEngine& engine, const Paths& paths)

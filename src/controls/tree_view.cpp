@@ -207,6 +207,12 @@ void TreeView::closeEditor(QWidget* editor, QAbstractItemDelegate::EndEditHint) 
 
 // --- mouse and keyboard -----------------------------------------------------------------------------------
 
+QItemSelectionModel::SelectionFlags TreeView::selectionCommand(const QModelIndex& index,
+                                                               const QEvent* event) const {
+  const auto flags = QTreeWidget::selectionCommand(index, event);
+  return flags.testFlag(QItemSelectionModel::Deselect) ? QItemSelectionModel::NoUpdate : flags;
+}
+
 void TreeView::mousePressEvent(QMouseEvent* event) {
   // A press takes the focus and so ends an edit. One that has the focus again was refused: it goes on.
   const bool refused = Editor != nullptr && window()->focusWidget() == Editor;

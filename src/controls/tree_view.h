@@ -105,10 +105,13 @@ class TreeView : public QTreeWidget {
   void AfterLabelEdit(bool& Cancel, QString& NewString);
   /// The user took an edit of the selected node's label back.
   void LabelEditCancelled();
-  /// The node is about to go, for each node of a removed subtree. The tree is not to be asked meanwhile.
+  /// The node is about to go, for each node of a removed subtree, whose nodes are not to be asked for.
   void NodeRemoved(const veldrin::controls::Node* node);
 
  protected:
+  /// There always is a selected node: Ctrl takes none away.
+  QItemSelectionModel::SelectionFlags selectionCommand(const QModelIndex& index,
+                                                       const QEvent* event) const override;
   void mousePressEvent(QMouseEvent* event) override;
   void mouseMoveEvent(QMouseEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;

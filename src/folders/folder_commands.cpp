@@ -9,6 +9,7 @@
 #include "controls/msg_box.h"
 #include "engine/dao/transaction.h"
 #include "engine/sql_tokens.h"
+#include "folders/change_boxes.h"
 #include "folders/folder_nodes.h"
 #include "folders/folder_rows.h"
 #include "folders/folder_tree.h"
@@ -43,7 +44,6 @@ bool FolderCommands::InOneGroup(Work&& work) {
       return true;
     }
   }
-  TellFolderChanged(&Tree);
   return false;
 }
 
@@ -57,7 +57,7 @@ void FolderCommands::FolderAdd_Click() {
     key = FolderWriter(database).AddFolderRecord(GetNodeLevel(parent) + 1, NewFolderName(), parent.Tag());
     return true;
   });
-  if (!written) return;
+  if (!written) return TellFolderChanged(&Tree);
   AddUnorganizedNode(Tree);
   AddFolderNode(Tree);
   Tree.SelectedItem()->SetTag(key);
@@ -94,6 +94,7 @@ void FolderCommands::tvTreeView_AfterLabelEdit(bool& Cancel, QString& NewString)
     return true;
   });
   AddedNode = nullptr;
+  if (Cancel) TellFolderChanged(&Tree);
   if (!Cancel) node.SetText(NewString);
   Navigation.ShowRenamed();
 }
@@ -107,26 +108,30 @@ void FolderCommands::FolderDel_Click() {
                        QStringLiteral("Question")) != controls::vbYes) {
     return;
   }
+  Node* unorganized = nullptr;
   const bool deleted = InOneGroup([&](Database& database) {
     if (!SubtreeIsAsShown(database, node)) return false;
-    DeleteRows(database, node);
+    unorganized = DeleteRows(database, node);
     return true;
   });
-  if (!deleted) return;
-  RemoveNodes(node);
+  if (!deleted) return TellFolderChanged(&Tree);
+  RemoveNodes(node, unorganized);
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
   Navigation.ShowAnew();
 }
 
-// The links first, while the keys are still there.
-void FolderCommands::DeleteRows(Database& database, const Node& node) const {
+// The links first, while the keys are still there. Returns the "!UNORGANIZED" beside the node where it is
+// left alone and so has gone as well; another machine may have put a folder there that the tree doesn't show.
+Node* FolderCommands::DeleteRows(Database& database, const Node& node) {
   MoveLinksToParent(database, node);
   DeleteFolderRows(database, node);
-  if (const Node* unorganized = LastBeside(node)) DeleteFolderRows(database, *unorganized);
+  Node* unorganized = LastBeside(node);
+  if (unorganized == nullptr || !IsOnlyRow(database, *unorganized)) return nullptr;
+  DeleteFolderRows(database, *unorganized);
+  return unorganized;
 }
 
-void FolderCommands::RemoveNodes(Node& node) {
-  Node* unorganized = LastBeside(node);
+void FolderCommands::RemoveNodes(Node& node, Node* unorganized) {
   Tree.Remove(&node);
   if (unorganized != nullptr) Tree.Remove(unorganized);
 }
@@ -170,20 +175,24 @@ void FolderCommands::FolderPaste_Click() {
   RequireOutside(target, source);
   const bool isFirst = target.Children() == 0;
   Node& pasted = CopyNodes(target);
+  Node* unorganized = nullptr;
   const auto takeBack = [&] { TakeBackNode(Tree, pasted, isFirst); };
   try {
     const bool written = InOneGroup([&](Database& database) {
       if (!RowIsAsShown(database, target) || (isCut && !SubtreeIsAsShown(database, source))) return false;
       StoreFolders(database, pasted);
-      if (isCut) DeleteRows(database, source);
+      if (isCut) unorganized = DeleteRows(database, source);
       return true;
     });
-    if (!written) return takeBack();
+    if (!written) {
+      takeBack();
+      return TellFolderChanged(&Tree);
+    }
   } catch (...) {
     takeBack();
     throw;
   }
-  if (isCut) RemoveNodes(source);
+  if (isCut) RemoveNodes(source, unorganized);
   SetPending({});
   Tree.Select(&pasted);
   // Compared now that the source has gone: a folder cut and pasted in the same place keeps its name.

@@ -21,7 +21,6 @@ class FolderCommands : public QObject {
   FolderCommands(controls::TreeView& tvTreeView, FolderNavigation& navigation, engine::DBEngine& engine,
                  const catalogue::Paths& paths);
 
-  bool HasPending() const { return ThePending.has_value(); }
   /// Whether something is cut or copied that can be pasted there.
   bool TakesPaste(const controls::Node& target) const;
   bool UndoCutIsShown() const { return UndoCutShown; }
@@ -56,8 +55,8 @@ class FolderCommands : public QObject {
   template <class Work>
   bool InOneGroup(Work&& work);
   controls::Node& CopyNodes(controls::Node& target);
-  void DeleteRows(engine::Database& database, const controls::Node& node) const;
-  void RemoveNodes(controls::Node& node);
+  static controls::Node* DeleteRows(engine::Database& database, const controls::Node& node);
+  void RemoveNodes(controls::Node& node, controls::Node* unorganized);
   void SetPending(std::optional<Pending> pending);
   void tvTreeView_LabelEditCancelled();
 

@@ -4,7 +4,6 @@
 
 #include "base/runtime_error.h"
 #include "catalogue/schema.h"
-#include "controls/msg_box.h"
 #include "folders/folder_keys.h"
 #include "folders/folder_tree.h"
 
@@ -62,11 +61,6 @@ Node* LastBeside(const Node& node) {
   if (parent == nullptr || parent->Children() != 2) return nullptr;
   Node* beside = parent->Child() == &node ? parent->Child()->Next() : parent->Child();
   return IsUnorganized(*beside) ? beside : nullptr;
-}
-
-void TellFolderChanged(QWidget* window) {
-  controls::MsgBox(window, QStringLiteral("The folder was changed by another machine."),
-                   controls::vbExclamation, QStringLiteral("Error"));
 }
 
 void RequireOutside(const Node& target, const Node& source) {

@@ -30,9 +30,6 @@ bool TakesCopyOf(const controls::Node& target, const controls::Node& source);
 /// The "!UNORGANIZED" that alone is left beside a node and goes with it; null where others are left.
 controls::Node* LastBeside(const controls::Node& node);
 
-/// Tells that a folder's rows are not what the tree shows, and nothing was done.
-void TellFolderChanged(QWidget* window);
-
 /// Raises 28 when `target` stands in the subtree of `source`: the copy would go on copying itself.
 void RequireOutside(const controls::Node& target, const controls::Node& source);
 

@@ -83,6 +83,14 @@ void DeleteFolderRows(Database& database, const Node& node) {
                        .arg(catalogue::LevelTable(LevelOfKey(node.Tag())), node.Tag()));
 }
 
+bool IsOnlyRow(Database& database, const Node& node) {
+  const auto rows = database.OpenRecordset(
+      QStringLiteral("SELECT IDNo FROM %1 WHERE IDNo Like '%2*'")
+          .arg(catalogue::LevelTable(LevelOfKey(node.Tag())), node.Tag().chopped(SegmentLength)),
+      engine::dbOpenSnapshot);
+  return rows->RecordCount() <= 1;
+}
+
 bool RowIsAsShown(Database& database, const Node& node) {
   if (node.Parent() == nullptr) return true;
   if (IsPseudoFolder(node.Tag())) return RowIsAsShown(database, *node.Parent());

@@ -22,6 +22,9 @@ void MoveLinksToParent(engine::Database& database, const controls::Node& node);
 /// Removes the rows of a subtree, children before their parents. Raises the engine's errors.
 void DeleteFolderRows(engine::Database& database, const controls::Node& node);
 
+/// Whether no other row stands beside a folder's own below its parent. Raises the engine's errors.
+bool IsOnlyRow(engine::Database& database, const controls::Node& node);
+
 // Another machine may have changed a folder, or deleted it and given its key to another one. To be asked
 // within the group of writes that relies on it; each raises the engine's errors.
 

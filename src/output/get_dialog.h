@@ -31,7 +31,7 @@ class frmGet : public QDialog {
   QWidget* MakePanel(const char* labelName, const char* caption, QWidget* content, QWidget* buddy);
   void Form_Load();
 
-  /// At a copy that fails it says so, and the dialog stays with what is left to copy.
+  /// At a copy that fails it says so, and the dialog stays.
   void OkBttn_Click();
   void CancelBttn_Click() { reject(); }
 

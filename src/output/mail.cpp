@@ -11,9 +11,9 @@ void PhotoMail::SendPhotos() {
   const catalogue::Choice choice = Chosen();
   if (choice.Photos.empty()) return;
   controls::TrapWithBox(&Window, [&] {
-    const controls::BusyPointer busy;
     auto photos = TakePhotos(*Engine.OpenDatabase(ThePaths.WorkFile), choice, Window);
     if (photos.empty()) return;
+    const controls::BusyPointer busy;
     MAPISess.Action(mapSignOn);
     MAPIMess.SessionID = MAPISess.SessionID();
     MAPIMess.Action(mapCompose);

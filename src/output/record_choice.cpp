@@ -1,18 +1,13 @@
 #include "output/record_choice.h"
 
-#include "controls/msg_box.h"
+#include "folders/change_boxes.h"
 
 namespace veldrin::output {
 
 std::vector<catalogue::CheckedPhotos::Photo> TakePhotos(engine::Database& database,
                                                         const catalogue::Choice& choice, QWidget& window) {
   catalogue::CheckedPhotos checked = CheckChosen(database, choice.Photos);
-  std::vector<int>& others = checked.Changed;
-  others.insert(others.end(), checked.Gone.begin(), checked.Gone.end());
-  if (!others.empty()) {
-    controls::MsgBox(&window, catalogue::ChangedPhotosText(others), controls::vbExclamation,
-                     QStringLiteral("Error"));
-  }
+  folders::TellPhotosChanged(&window, checked.Others());
   return checked.Same;
 }
 

@@ -2,6 +2,7 @@
 
 #include "controls/msg_box.h"
 #include "output/browser.h"
+#include "output/record_choice.h"
 
 namespace veldrin::output {
 
@@ -11,6 +12,13 @@ void WebExport::WebBttn_Click() {
                      controls::vbExclamation, QStringLiteral("Information"));
     return;
   }
+  // The pages are of the selection: what has become another photo leaves it.
+  std::vector<int> photos;
+  for (const auto& photo : TakePhotos(*Engine.OpenDatabase(ThePaths.WorkFile), Data1.Chosen(true), Window))
+    photos.push_back(photo.PhotoID);
+  if (photos.size() != static_cast<size_t>(Data1.SelBookmarks.Count()))
+    Data1.SelBookmarks.Replace(std::move(photos));
+  if (Data1.SelBookmarks.Count() == 0) return;
   Web.ShowModal();
   if (!Web.WebOK) return;
   ProgressDialog.WebMode = true;

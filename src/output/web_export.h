@@ -10,16 +10,17 @@ class WebExport {
  public:
   /// The references must outlive the object; `window` has the message. The dialogs belong together:
   /// `frmProg` runs generators that read `frmWeb`'s settings.
-  WebExport(const catalogue::RecordList& data1, const catalogue::Paths& paths, frmWeb& web, frmProg& progress,
-            QWidget& window)
-      : Data1(data1), ThePaths(paths), Web(web), ProgressDialog(progress), Window(window) {}
+  WebExport(catalogue::RecordList& data1, engine::DBEngine& engine, const catalogue::Paths& paths,
+            frmWeb& web, frmProg& progress, QWidget& window)
+      : Data1(data1), Engine(engine), ThePaths(paths), Web(web), ProgressDialog(progress), Window(window) {}
 
   /// Asks for the settings, writes the pages and opens the first. Raises 53 when the browser can't be
   /// started.
   void WebBttn_Click();
 
  private:
-  const catalogue::RecordList& Data1;
+  catalogue::RecordList& Data1;
+  engine::DBEngine& Engine;
   const catalogue::Paths& ThePaths;
   frmWeb& Web;
   frmProg& ProgressDialog;

@@ -1,6 +1,7 @@
 #include "records/delete_photos.h"
 
 #include <QFile>
+#include <QSet>
 #include <algorithm>
 
 #include "base/failure.h"
@@ -8,8 +9,8 @@
 #include "controls/busy_pointer.h"
 #include "controls/msg_box.h"
 #include "engine/dao/transaction.h"
+#include "folders/change_boxes.h"
 #include "folders/folder_keys.h"
-#include "folders/folder_nodes.h"
 #include "folders/folder_rows.h"
 
 namespace veldrin::records {
@@ -75,10 +76,7 @@ void DeletePhotos::WriteInGroups(const catalogue::Choice& choice,
     Source.SetRecordSource();
   }
   if (folderChanged) folders::TellFolderChanged(&Window);
-  if (!Others.empty()) {
-    controls::MsgBox(&Window, catalogue::ChangedPhotosText(Others), controls::vbExclamation,
-                     QStringLiteral("Error"));
-  }
+  folders::TellPhotosChanged(&Window, Others);
 }
 
 // The rows first: an image that is left without its row does no harm, a row without its image would.
@@ -100,13 +98,10 @@ void DeletePhotos::RemoveFiles(engine::Database& database, const Photos& photos)
   const engine::Transaction transaction(database);
   std::vector<catalogue::ChosenPhoto> numbers;
   for (const auto& photo : photos) numbers.push_back({photo.PhotoID, {}});
-  const std::vector<int> taken = [&] {
-    std::vector<int> found;
-    for (const auto& photo : CheckChosen(database, numbers).Same) found.push_back(photo.PhotoID);
-    return found;
-  }();
+  const std::vector<int> free = CheckChosen(database, numbers).Gone;
+  const QSet<int> mayGo(free.begin(), free.end());
   for (const auto& photo : photos) {
-    if (std::find(taken.begin(), taken.end(), photo.PhotoID) != taken.end()) continue;
+    if (!mayGo.contains(photo.PhotoID)) continue;
     QFile::remove(catalogue::ThumbFileName(ThePaths, photo.PhotoID));
     QFile::remove(catalogue::ImageFileName(ThePaths, photo.PhotoID, photo.ImageType));
   }
@@ -120,8 +115,8 @@ bool DeletePhotos::RemoveGroup(engine::Database& database, Group group) {
   const catalogue::CheckedPhotos checked = CheckChosen(database, group);
   for (const auto& photo : checked.Same) RemovePhotoLink(database, *folder, photo.PhotoID);
   transaction.Commit();
-  for (const auto* others : {&checked.Changed, &checked.Gone})
-    Others.insert(Others.end(), others->begin(), others->end());
+  const std::vector<int> others = checked.Others();
+  Others.insert(Others.end(), others.begin(), others.end());
   return true;
 }
 

@@ -45,7 +45,8 @@ class FormView : public QWidget {
   /// Writes at once which of the three texts were changed; an empty one as Null. An error of the writing
   /// shows its box, and all stays as it was, on the screen too.
   void SaveBttn_Click();
-  void UndoBttn_Click() { ShowFormRecord(); }
+  /// The photo as it is now: its number may be another's.
+  void UndoBttn_Click() { Follow(); }
 
  Q_SIGNALS:
   void FormImage_DblClick();

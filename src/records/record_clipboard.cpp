@@ -4,10 +4,9 @@
 #include <utility>
 
 #include "controls/busy_pointer.h"
-#include "controls/msg_box.h"
 #include "engine/dao/transaction.h"
+#include "folders/change_boxes.h"
 #include "folders/folder_keys.h"
-#include "folders/folder_nodes.h"
 #include "folders/folder_rows.h"
 #include "folders/folder_tree.h"
 
@@ -121,8 +120,7 @@ bool RecordClipboard::LinkPending(const Node& target, std::vector<int>& others) 
       (ThePending->IsCut && !folders::RowIsAsShown(*database, source)))
     return false;
   const catalogue::CheckedPhotos checked = CheckChosen(*database, ThePending->Photos);
-  others = checked.Changed;
-  others.insert(others.end(), checked.Gone.begin(), checked.Gone.end());
+  others = checked.Others();
   StagePhotos(*database, LinkKey(source.Tag()), checked.Same);
   if (ThePending->IsCut) DeleteLinksOfCut(*database, target, source);
   const QString key = LinkKey(target.Tag());
@@ -141,23 +139,19 @@ bool RecordClipboard::LinkPending(const Node& target, std::vector<int>& others) 
 void RecordClipboard::RecordPaste_Click() {
   if (!ThePending) return;
   std::vector<int> others;
-  {
+  const bool pasted = [&] {
     const BusyPointer busy;
-    if (LinkPending(*Tree.SelectedItem(), others)) {
-      if (ThePending->IsCut) UndoCutShown = false;
-      ThePending.reset();
-      SetGrey(false);
-      Q_EMIT Changed();
-      Source.SetRecordSource();
-      Q_EMIT Pasted();
-    } else {
-      folders::TellFolderChanged(&Tree);
-    }
-  }
-  if (!others.empty()) {
-    controls::MsgBox(&Tree, catalogue::ChangedPhotosText(others), controls::vbExclamation,
-                     QStringLiteral("Error"));
-  }
+    if (!LinkPending(*Tree.SelectedItem(), others)) return false;
+    if (ThePending->IsCut) UndoCutShown = false;
+    ThePending.reset();
+    SetGrey(false);
+    Q_EMIT Changed();
+    Source.SetRecordSource();
+    Q_EMIT Pasted();
+    return true;
+  }();
+  if (!pasted) return folders::TellFolderChanged(&Tree);
+  folders::TellPhotosChanged(&Tree, others);
 }
 
 }  // namespace veldrin::records

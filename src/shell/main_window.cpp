@@ -2,6 +2,7 @@
 
 #include <QCloseEvent>
 #include <QMenuBar>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QStandardPaths>
 
@@ -340,8 +341,10 @@ void frmMain::HoldShow(const std::function<void()>& dialog) {
   const auto onShow = [this] { return CurrentView == ImagePlayCode; };
   if (!onShow()) return dialog();
   const int playState = TheImagePlay->TheShow().Suspend();
+  const auto resume = qScopeGuard([&] {
+    if (onShow()) TheImagePlay->TheShow().Resume(playState);
+  });
   dialog();
-  if (onShow()) TheImagePlay->TheShow().Resume(playState);
 }
 
 void frmMain::FileSetup_Click() {

@@ -63,6 +63,7 @@ class frmMain : public QMainWindow {
   void MakePanes();
   void ConnectViews();
   void OnChoice(QAction& action, const std::function<void()>& handler);
+  void OnChoice(QPushButton& button, const std::function<void()>& handler);
   void OnChoice(const char* item, const std::function<void()>& handler);
   void ConnectCommands();
   void ConnectViewCommands();

@@ -15,6 +15,13 @@ void frmMain::OnChoice(QAction& action, const std::function<void()>& handler) {
   });
 }
 
+// A button's key takes no focus, and so ends no edit by itself.
+void frmMain::OnChoice(QPushButton& button, const std::function<void()>& handler) {
+  connect(&button, &QPushButton::clicked, this, [this, handler] {
+    if (tvTreeView->EndLabelEdit()) handler();
+  });
+}
+
 void frmMain::OnChoice(const char* item, const std::function<void()>& handler) {
   OnChoice(Bars->Item(item), handler);
 }
@@ -47,8 +54,8 @@ void frmMain::ConnectViewCommands() {
   press("RecordAdd", AddNewCode);
   press("RecordEdit", FormViewCode);
 
-  connect(&TheDataView->Button("RefreshBttn"), &QPushButton::clicked, this, &frmMain::RefreshBttn_Click);
-  connect(&TheDataView->Button("ResetBttn"), &QPushButton::clicked, this, &frmMain::ResetBttn_Click);
+  OnChoice(TheDataView->Button("RefreshBttn"), [this] { RefreshBttn_Click(); });
+  OnChoice(TheDataView->Button("ResetBttn"), [this] { ResetBttn_Click(); });
   const auto* refresh = new QShortcut(QKeySequence::Refresh, this);
   connect(refresh, &QShortcut::activated, this, [this] {
     if (SSTab1->currentIndex() == BrowseTab || CurrentView == FormViewCode) RefreshBttn_Click();
@@ -86,17 +93,16 @@ void frmMain::ConnectRecordCommands() {
   connect(all, &QShortcut::activated, &Bars->Item("RecordAll"), &QAction::trigger);
 
   const auto view = [this] { TheExternalViewer.ViewBttn_Click(); };
-  connect(&TheDataView->Button("ViewBttn"), &QPushButton::clicked, this, view);
+  OnChoice(TheDataView->Button("ViewBttn"), view);
   connect(TheDataView, &browse::DataView::ImgPreview_DblClick, this, view);
   connect(TheFormView, &records::FormView::FormImage_DblClick, this, view);
 }
 
 void frmMain::ConnectFinding() {
   const auto search = [this] { TheRecordSearch.SearchBttn_Click(); };
-  connect(&TheDataView->Button("QueryBttn"), &QPushButton::clicked, this,
-          [this] { TheQuery->QueryBttn_Click(); });
-  connect(&TheDataView->Button("SearchBttn(0)"), &QPushButton::clicked, this, search);
-  connect(&TheFormView->Button("SearchBttn(1)"), &QPushButton::clicked, this, search);
+  OnChoice(TheDataView->Button("QueryBttn"), [this] { TheQuery->QueryBttn_Click(); });
+  OnChoice(TheDataView->Button("SearchBttn(0)"), search);
+  OnChoice(TheFormView->Button("SearchBttn(1)"), search);
   OnChoice("RecordQuery", [this] { TheQuery->RecordQuery_Click(); });
   OnChoice("RecordSearch", search);
   // A click lifts the button, or puts it down, whatever the dialog is left by.
@@ -124,7 +130,7 @@ void frmMain::ConnectOutput() {
       {[this] { Output->Report.ReportGallery_Click(); }, {"ReportGallery"}, {}}};
   for (const Command& command : commands) {
     for (const char* item : command.Items) OnChoice(item, command.Handler);
-    for (QPushButton* button : command.Buttons) connect(button, &QPushButton::clicked, this, command.Handler);
+    for (QPushButton* button : command.Buttons) OnChoice(*button, command.Handler);
   }
 }
 

@@ -20,7 +20,7 @@ struct OutputCommands {
       : Web(paths, &window),
         Pages(data1, tvTreeView, paths, Web, window),
         Progress(Pages, &window),
-        Export(data1, paths, Web, Progress, window),
+        Export(data1, engine, paths, Web, Progress, window),
         Report(data1, paths, Progress, std::move(popUpReportMenu)),
         Mail(chosen, engine, paths, window),
         Copies(chosen, engine, paths, window) {}

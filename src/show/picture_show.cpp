@@ -173,9 +173,9 @@ void PictureShow::ListChanged() {
   Parts.Settings.Next = Parts.Data1.AbsolutePosition();
   IsStale = true;
   if (IsRunning()) PrepareNext();
-  if (Parts.Settings.ShowState != PausePlay) return;
-  if (Parts.Data1.RecordCount() == 0) Surface.HidePictures();
-  ShowPlayImage();
+  const bool paused = Parts.Settings.ShowState == PausePlay;
+  if (paused || Parts.Data1.RecordCount() == 0) Surface.HidePictures();
+  if (paused) ShowPlayImage();
 }
 
 void PictureShow::PrepareNext() {

@@ -113,12 +113,9 @@ TEST_F(ThumbnailPageTest, TheMouseSelects) {
   Open(14);
   Click(4);
   EXPECT_EQ(State(), "0+4");
-  Page.SetMarkColor(DimmedColor);
   QTest::mousePress(&Cell<ThumbImage>("ImgThumb", 0), Qt::RightButton);
-  EXPECT_TRUE(Page.MarksAreDimmed());
   EXPECT_EQ(State(), "0+0") << "the menu is for the photo under the pointer";
   Click(4, Qt::ControlModifier);
-  EXPECT_FALSE(Page.MarksAreDimmed());
   Click(6, Qt::ControlModifier);
   Press(Qt::Key_PageDown);
   EXPECT_EQ(State(), "2+0");

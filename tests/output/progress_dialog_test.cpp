@@ -114,7 +114,7 @@ class PageCommands : public ProgressDialogTest {
   }
 
   int PopUps = 0;
-  WebExport Export{Data1, Catalogue.Paths(), TheWeb, Dialog, Window};
+  WebExport Export{Data1, Catalogue.Engine(), Catalogue.Paths(), TheWeb, Dialog, Window};
   Reports TheReports{Data1, Catalogue.Paths(), Dialog, [this] { ++PopUps; }};
 };
 
