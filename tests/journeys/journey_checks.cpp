@@ -48,6 +48,21 @@ bool Walk::IsRenumbered(const Stored& stored, const Stored& expected) const {
   return Renumbers && stored.Links == expected.Links && names(stored) == names(expected);
 }
 
+// A folder that another machine put in the place of a shown one is as it was.
+bool Walk::LeavesForeignAlone(const Stored& stored) const {
+  const Stored before = Model.AsStored();
+  return std::all_of(Foreign.begin(), Foreign.end(), [&](const auto& foreign) {
+    const auto& [key, isGone] = foreign;
+    const auto now = stored.Folders.find(key);
+    const auto then = before.Folders.find(key);
+    if (!isGone || then == before.Folders.end()) return true;
+    const auto isThere = [&](const auto& link) { return link.first == key; };
+    return now != stored.Folders.end() && now->second == then->second &&
+           std::count_if(stored.Links.begin(), stored.Links.end(), isThere) ==
+               std::count_if(before.Links.begin(), before.Links.end(), isThere);
+  });
+}
+
 void Walk::CheckStored() {
   const Stored& stored = Other->Look();
   const QString dead = stored.DeadEnd();
@@ -133,11 +148,11 @@ void Walk::CheckTree() {
 
 // The picture of a photo where it can be read, otherwise none. What another machine did to a photo may show
 // or not.
-bool Walk::IsPictureOf(int number, const Seen& seen, bool ofThumbnail) const {
+bool Walk::IsPictureOf(int number, const Seen& seen) const {
   const auto row = Model.Rows.find(number);
   if (row == Model.Rows.end() || Changed.contains(number)) return true;
   const JourneyModel::Photo& photo = row->second;
-  if (photo.FileChanged && (ofThumbnail || ListIsOld)) return true;
+  if (photo.FileChanged) return true;  // What was shown before stays until the photo is shown anew.
   if (photo.Colour == 0 || !seen) return photo.Colour == 0 && !seen;
   return IsNear(*seen, photo.Colour);
 }
@@ -152,7 +167,7 @@ void Walk::CheckCurrent() {
   Require(After.Counter == counter, "counter", QStringLiteral("%1, expected %2").arg(After.Counter, counter));
   const bool isOn = After.PreviewOn && count > 0;
   const int current = count == 0 ? 0 : After.List[static_cast<size_t>(After.Position)];
-  Require(isOn ? IsPictureOf(current, After.Preview, false) : !After.Preview, "preview",
+  Require(isOn ? IsPictureOf(current, After.Preview) : !After.Preview, "preview",
           QStringLiteral("of %1: %2").arg(current).arg(After.Preview ? *After.Preview : 0, 0, 16));
   if (!After.Page && count > 0)
     Require(After.GridRow == After.Position, "grid",
@@ -190,7 +205,7 @@ void Walk::CheckPage() {
     const bool selected =
         std::find(After.Selected.begin(), After.Selected.end(), number) != After.Selected.end();
     Require(cell.Marked == selected, "mark", where);
-    Require(IsPictureOf(number, cell.Picture, true), "thumbnail", where);
+    Require(IsPictureOf(number, cell.Picture), "thumbnail", where);
   }
 }
 
@@ -208,7 +223,7 @@ void Walk::CheckForm() {
   const QString counter = QStringLiteral("%1 of %2").arg(After.Position + 1).arg(count);
   Require(After.FormCounter == counter, "form",
           QStringLiteral("%1, expected %2").arg(After.FormCounter, counter));
-  Require(IsPictureOf(current, After.FormImage, false), "form image",
+  Require(IsPictureOf(current, After.FormImage), "form image",
           QStringLiteral("of %1: %2").arg(current).arg(After.FormImage ? *After.FormImage : 0, 0, 16));
 }
 

@@ -310,17 +310,29 @@ void Walk::Do(const Step& step) {
   if (refused) Model = before;
   if (Outcomes.empty() || naming) Outcome();
   if (naming && After.Naming) Outcomes.push_back(before);
+  if (refused || (naming && Foreign.contains(before.Selected))) MayKeepFormerName(before);
   Check();
   if (First) throw *First;
 }
 
 void Walk::KeepName() {
   const auto changed = Foreign.find(Model.Selected);
-  if (changed != Foreign.end()) Outcome();
   const bool isThere = changed == Foreign.end() || !changed->second;
   // What a folder was called that has gone elsewhere stands in the tree still.
   if ((isThere && !Model.Rename(Before.NameTyped)) || TreeIsOld)
     AnswerBox("Duplicate Folder Name!", QMessageBox::Ok, false);
+}
+
+// A name that is refused is forgotten, whatever else the step does.
+void Walk::MayKeepFormerName(const JourneyModel& before) {
+  const auto former = before.Folders.find(before.Selected);
+  if (former == before.Folders.end()) return;
+  for (size_t i = 0, count = Outcomes.size(); i < count; ++i) {
+    JourneyModel outcome = Outcomes[i];
+    if (!outcome.Folders.contains(former->first)) continue;
+    outcome.Folders[former->first] = former->second;
+    Outcomes.push_back(std::move(outcome));
+  }
 }
 
 JourneyModel& Walk::Outcome() { return Outcomes.emplace_back(Model); }
@@ -371,21 +383,6 @@ void Walk::ExpectAt(const QStringList& folders, const std::function<void(Journey
   if (foreign) Outcome();
   // A folder that has gone may stand in the tree beside the one that was given its key.
   MayAdopt |= foreign || TreeIsOld;
-}
-
-// A folder that another machine put in the place of a shown one is as it was.
-bool Walk::LeavesForeignAlone(const Stored& stored) const {
-  const Stored before = Model.AsStored();
-  return std::all_of(Foreign.begin(), Foreign.end(), [&](const auto& foreign) {
-    const auto& [key, isGone] = foreign;
-    const auto now = stored.Folders.find(key);
-    const auto then = before.Folders.find(key);
-    if (!isGone || then == before.Folders.end()) return true;
-    const auto isThere = [&](const auto& link) { return link.first == key; };
-    return now != stored.Folders.end() && now->second == then->second &&
-           std::count_if(stored.Links.begin(), stored.Links.end(), isThere) ==
-               std::count_if(before.Links.begin(), before.Links.end(), isThere);
-  });
 }
 
 void Walk::ExpectSelection(std::vector<int> numbers) {

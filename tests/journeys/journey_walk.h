@@ -134,6 +134,7 @@ class Walk {
   void Start();
   void Settle();
   void KeepName();
+  void MayKeepFormerName(const JourneyModel& before);
   bool LeavesForeignAlone(const Stored& stored) const;
   void AnswerModal();
   void AnswerBox(QMessageBox& box);
@@ -150,7 +151,7 @@ class Walk {
   void CheckForm();
   void CheckRanges();
   void Require(bool holds, const char* invariant, const QString& what);
-  bool IsPictureOf(int number, const Seen& seen, bool ofThumbnail) const;
+  bool IsPictureOf(int number, const Seen& seen) const;
 
   Environment Places;
   shell::App TheApp;
