@@ -106,7 +106,7 @@ void Walk::Start() {
   Model.PendingRecords.reset();
   Model.Staged.clear();
   Foreign.clear();
-  TreeIsOld = false;
+  TreeIsOld = PendingChanged = false;
   SliderMax = 0;
 }
 
@@ -130,6 +130,7 @@ void Walk::Elsewhere(const std::function<void(JourneyModel&)>& change) {
     const auto now = changed.Rows.find(number);
     if (now != changed.Rows.end() && now->second.Birth == photo.Birth) continue;
     Changed.insert(number);
+    for (const auto& [key, staged] : Model.Staged) PendingChanged |= staged == number;
     QFile::remove(catalogue::ThumbFileName(Catalogue.Paths(), number));
   }
   const std::set<QString> replaced = changed.TakeReplaced();
@@ -256,7 +257,7 @@ void Walk::AnswerBox(QMessageBox& box) {
     rule.Came = true;
     return box.button(rule.Button)->click();
   }
-  const bool mayCome = tellsOfOthers && (!Changed.empty() || TreeIsOld);
+  const bool mayCome = tellsOfOthers && (!Changed.empty() || PendingChanged || TreeIsOld);
   if (!mayCome) Fail("box", box.windowTitle() + u'|' + box.text());
   for (BoxRule& rule : Boxes) rule.Must = false;
   if (mayCome) MayAdopt = true;
@@ -307,7 +308,7 @@ void Walk::Do(const Step& step) {
                        });
   // A name that is refused stops a command of the menus, and none of a button.
   if (refused && FromMenu) Outcomes.clear();
-  if (refused) Model = before;
+  if (refused) Model.Folders = before.Folders;
   if (Outcomes.empty() || naming) Outcome();
   if (naming && After.Naming) Outcomes.push_back(before);
   if (refused || (naming && Foreign.contains(before.Selected))) MayKeepFormerName(before);

@@ -113,7 +113,8 @@ class Walk {
 
   TestCatalogue Catalogue;
   QTemporaryDir Home;
-  std::set<int> Changed;  ///< photos that another machine changed since the list was read
+  std::set<int> Changed;        ///< photos that another machine changed since the list was read
+  bool PendingChanged = false;  ///< some of those that were cut or copied, since the start
   /// Folders that another machine changed since the start: whether they have gone or are others now, or have
   /// another name only.
   std::map<QString, bool> Foreign;
