@@ -142,6 +142,7 @@ void frmMain::ConnectViews() {
   connect(Clipboard.get(), &records::RecordClipboard::Pasted, this, &frmMain::SetRecordMenus);
   connect(TheDeletePhotos.get(), &records::DeletePhotos::Deleted, Clipboard.get(),
           &records::RecordClipboard::Forget);
+  connect(TheFormView, &records::FormView::Saved, Clipboard.get(), &records::RecordClipboard::Renew);
   connect(&Data1, &catalogue::RecordList::Refreshed, this, &frmMain::ShowQueryState);
   connect(bttnGo, &QPushButton::clicked, Folders.get(), &folders::FolderNavigation::bttnGo_Click);
   connect(txtFldrSearch, &QLineEdit::returnPressed, Folders.get(), &folders::FolderNavigation::bttnGo_Click);
