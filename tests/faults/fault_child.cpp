@@ -1,14 +1,19 @@
 // Opens the main window on a catalogue and carries out one command, in which a fault is put. Tells on its
 // output, a line each, the boxes that came, the status line, and whether the fault was reached.
-// Arguments: the command, the program's directory.
+// Arguments: the command, the program's directory. With "random" for a command, a seed and a number: so many
+// commands at random, each told when it is done.
 #include <dlfcn.h>
 
 #include <QAbstractButton>
 #include <QAction>
 #include <QCheckBox>
+#include <QCryptographicHash>
+#include <QDir>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
+#include <QPointer>
+#include <QRandomGenerator>
 #include <QScopeGuard>
 #include <QStatusBar>
 #include <QTextStream>
@@ -69,7 +74,7 @@ class User {
   }
 
   QTimer Clock;
-  QWidget* Left = nullptr;
+  QPointer<QWidget> Left;
 };
 
 class Child {
@@ -80,8 +85,10 @@ class Child {
   void Choose(const char* action) const { Get<QAction>(Window, QLatin1String(action)).trigger(); }
   void Click(const char* button) const { Get<QAbstractButton>(Window, QLatin1String(button)).click(); }
   void Select(const char* folder) const {
+    Found = false;
     for (int i = 1; i <= Tree.Count(); ++i) {
       if (Tree.NodeAt(i)->Text() != QLatin1String(folder)) continue;
+      Found = true;
       Tree.Select(Tree.NodeAt(i));
       Q_EMIT Tree.NodeClick(Tree.NodeAt(i));
     }
@@ -104,6 +111,25 @@ class Child {
     Get<QLineEdit>(view, QStringLiteral("nTitle")).setText(QStringLiteral("new"));
     Get<QCheckBox>(view, QStringLiteral("chkRemove")).setChecked(true);
   }
+  // New pictures, which a save takes away, into a folder.
+  void MakeFiles(const char* folder) {
+    QDir(Program).mkpath(QStringLiteral("Sources"));
+    for (const QString& old : QDir(Program + QStringLiteral("/Sources")).entryList(QDir::Files))
+      QFile::remove(Program + QStringLiteral("/Sources/") + old);
+    Digests.clear();
+    for (int i = 0; i < 3; ++i) {
+      QImage image(8, 8, QImage::Format_RGB32);
+      image.fill(Random.bounded(1 << 24));
+      image.setPixel(1, 1, Random.generate());
+      const QString name = Program + QStringLiteral("/Sources/p%1.bmp").arg(i);
+      image.save(name);
+      QFile file(name);
+      if (file.open(QIODevice::ReadOnly))
+        Digests << QCryptographicHash::hash(file.readAll(), QCryptographicHash::Sha1).toHex();
+    }
+    ChooseFiles();
+    Select(folder);
+  }
   void TypeInForm() const {
     Choose("MainForm");
     Select("Home");
@@ -113,6 +139,11 @@ class Child {
  private:
   shell::frmMain& Window;
   controls::TreeView& Tree;
+
+ public:
+  QRandomGenerator Random;
+  mutable bool Found = true;  ///< the folder that was to be selected
+  QList<QByteArray> Digests;  ///< of the pictures that were made
 };
 
 struct Command {
@@ -146,6 +177,7 @@ const std::map<QString, Command>& Commands() {
         },
         [](C c) { c.Type("Renamed"); }}},
       {"FolderDelete", {[](C c) { c.Select("Travels"); }, [](C c) { c.Choose("FolderDel"); }}},
+      {"FolderClear", {[](C c) { c.Select("Garden"); }, [](C c) { c.Choose("FolderDel"); }}},
       {"FolderPaste",
        {[](C c) {
           c.Select("Travels");
@@ -158,6 +190,32 @@ const std::map<QString, Command>& Commands() {
       {"Get", {[](C c) { c.Mark("Travels"); }, [](C c) { c.Choose("PhotoGet"); }}},
       {"Web", {[](C c) { c.Mark("Travels"); }, [](C c) { c.Choose("PhotoWeb"); }}}};
   return all;
+}
+
+// Those stored at home nobody deletes.
+void RunRandomly(Child& child, const shell::frmMain& window, int count) {
+  static const char* const others[] = {"Delete",      "Remove", "Paste",      "FolderAdd",
+                                       "FolderClear", "Save",   "Thumbnails", "Get"};
+  for (int i = 0; i < count; ++i) {
+    const int choice = static_cast<int>(child.Random.bounded(12));
+    // As the user's press, so that an error reaches the application's report.
+    QEventLoop wait;
+    QTimer::singleShot(0, &wait, [&] {
+      const auto leave = qScopeGuard([&wait] { QTimer::singleShot(0, &wait, &QEventLoop::quit); });
+      if (choice < 4) {
+        child.MakeFiles(choice < 2 ? "Home" : "Travels");
+        return child.Found ? child.Click("newSaveBttn") : void();
+      }
+      const Command& command = Commands().at(QLatin1String(others[choice - 4]));
+      command.Prepare(child);
+      if (child.Found) command.Run(child);
+    });
+    wait.exec();
+    if (choice < 2 && window.statusBar()->currentMessage() == QLatin1String("3 photos stored in Home"))
+      for (const QByteArray& digest : child.Digests) Tell("stored", QString::fromLatin1(digest));
+    Tell("done", QString::number(choice));
+    Told.flush();
+  }
 }
 
 template <class Function>
@@ -183,7 +241,12 @@ int main(int argc, char** argv) {
   shell::frmMain window(app, paths, engine);
   window.Form_Load();
   window.show();
-  const Child child(window);
+  Child child(window);
+  if (arguments[1] == QLatin1String("random")) {
+    child.Random.seed(arguments[3].toUInt());
+    RunRandomly(child, window, arguments[4].toInt());
+    return 0;
+  }
   const Command& command = Commands().at(arguments[1]);
   command.Prepare(child);
   QCoreApplication::processEvents();
