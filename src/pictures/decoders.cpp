@@ -1,0 +1,170 @@
+#include "pictures/decoders.h"
+
+#include <Magick++.h>
+#include <magick/api.h>
+
+#include <QBuffer>
+#include <QImageReader>
+#include <algorithm>
+#include <cmath>
+#include <memory>
+#include <mutex>
+#include <new>
+
+namespace veldrin::pictures {
+
+namespace {
+
+qint64 PixelsOf(QSize size) { return static_cast<qint64>(size.width()) * size.height(); }
+
+// Decodings that take much memory wait for each other, however many threads there are.
+std::mutex LargeDecoding;
+constexpr qint64 LargeBytes = 400'000'000;
+
+// Room for a decoding, held against what there is before a library asks for it, for not all libraries tell a
+// lack of memory from a broken file.
+class Room {
+ public:
+  explicit Room(qint64 bytes) : Bytes(bytes), Lock(LargeDecoding, std::defer_lock) {
+    if (bytes > MaxDecodingBytes) throw std::bad_alloc();
+    if (bytes > LargeBytes) Lock.lock();
+    Try();
+  }
+  void Try() const { QByteArray().reserve(Bytes); }
+
+ private:
+  qint64 Bytes;
+  std::unique_lock<std::mutex> Lock;
+};
+
+// --- Qt ---------------------------------------------------------------------------------------------------
+
+// By how many eighths a JPEG is decoded: no smaller than it is drawn.
+qint64 Eighths(QSize natural, QSize target) {
+  const double ratio = std::min(static_cast<double>(natural.width()) / target.width(),
+                                static_cast<double>(natural.height()) / target.height());
+  return std::clamp<qint64>(static_cast<qint64>(std::ceil(8 / ratio)), 1, 8);
+}
+
+const char* QtFormat(FileKind kind) {
+  switch (kind) {
+    case FileKind::Jpeg:
+      return "jpeg";
+    case FileKind::Png:
+      return "png";
+    case FileKind::Gif:
+      return "gif";
+    case FileKind::Bitmap:
+      return "bmp";
+    case FileKind::WebP:
+      return "webp";
+    case FileKind::Tiff:
+      return "tiff";
+    default:
+      return nullptr;
+  }
+}
+
+Picture DecodeWithQt(FileKind kind, QByteArray& file, const Claim& claim, const DrawnSize& drawn) {
+  QBuffer buffer(&file);
+  buffer.open(QIODevice::ReadOnly);
+  QImageReader reader(&buffer, QtFormat(kind));
+  reader.setAutoDetectImageFormat(false);
+  reader.setAutoTransform(true);
+  const QSize seen = reader.size();  // Of a bitmap that begins with the upper row the height is negative.
+  if (QSize(seen.width(), std::abs(seen.height())) != claim.Size) return {};
+  const auto transformation = reader.transformation();
+  const bool turned = transformation.testFlag(QImageIOHandler::TransformationRotate90);
+  const QSize natural = turned ? claim.Size.transposed() : claim.Size;
+  const QSize target = drawn ? drawn(natural) : natural;
+  const bool isTrial = target.isNull();
+  const bool isSmaller = !isTrial && target.width() < natural.width() && target.height() < natural.height();
+  qint64 decoded = PixelsOf(claim.Size);
+  qint64 results = 0;  // What is made of the decoded picture.
+  if (isTrial) {
+    reader.setClipRect(QRect(0, 0, claim.Size.width(), 1));
+    if (kind == FileKind::Jpeg) decoded = claim.Size.width();
+  } else if (isSmaller) {
+    reader.setScaledSize(turned ? target.transposed() : target);
+    if (kind == FileKind::Jpeg) decoded = decoded * Eighths(natural, target) * Eighths(natural, target) / 64;
+    results = PixelsOf(target) * 8;
+  } else if (transformation != QImageIOHandler::TransformationNone) {
+    results = decoded * claim.PixelBytes;
+  }
+  const Room room(file.size() + claim.FixedBytes + decoded * claim.PixelBytes + results);
+  QImage image = reader.read();
+  if (image.isNull()) room.Try();
+  return {std::move(image), natural};
+}
+
+// --- GraphicsMagick ---------------------------------------------------------------------------------------
+
+struct MagickFailure : MagickLib::ExceptionInfo {
+  MagickFailure() { MagickLib::GetExceptionInfo(this); }
+  ~MagickFailure() { MagickLib::DestroyExceptionInfo(this); }
+  MagickFailure(const MagickFailure&) = delete;
+  MagickFailure& operator=(const MagickFailure&) = delete;
+
+  bool HasOccurred() const { return severity != MagickLib::UndefinedException; }
+  bool IsLackOfMemory() const {
+    return severity == MagickLib::ResourceLimitError || severity == MagickLib::ResourceLimitFatalError;
+  }
+};
+
+const char* MagickFormat(FileKind kind) {
+  return kind == FileKind::Targa ? "TGA" : kind == FileKind::Pcx ? "PCX" : "PCD";
+}
+
+// Claims have been found good by then; these limits are for what they may have missed.
+void InitializeMagickOnce() {
+  static std::once_flag once;
+  std::call_once(once, [] {
+    MagickFailure failure;
+    // Without the library's signal handlers: a killed program must die as its desktop expects.
+    MagickLib::InitializeMagickEx(nullptr, MAGICK_OPT_NO_SIGNAL_HANDER, &failure);
+    MagickLib::SetMagickResourceLimit(MagickLib::PixelsResource, MaxDecodingBytes / 8);
+    MagickLib::SetMagickResourceLimit(MagickLib::DiskResource, 0);
+    MagickLib::SetMagickResourceLimit(MagickLib::ReadResource, MaxDecodingBytes);
+  });
+}
+
+Picture DecodeWithMagick(FileKind kind, const QByteArray& file, const Claim& claim) {
+  const Room room(file.size() + claim.FixedBytes + PixelsOf(claim.Size) * claim.PixelBytes);
+  InitializeMagickOnce();
+  MagickFailure failure;
+  const std::unique_ptr<MagickLib::ImageInfo, decltype(&MagickLib::DestroyImageInfo)> info(
+      MagickLib::CloneImageInfo(nullptr), MagickLib::DestroyImageInfo);
+  // The library is never left to guess the format, since some of its formats are scripts.
+  std::copy_n(MagickFormat(kind), 4, info->magick);
+  info->affirm = MagickTrue;
+  if (kind == FileKind::PhotoCd) {
+    info->subimage = 3;
+    info->subrange = 1;
+  }
+  const std::unique_ptr<MagickLib::Image, decltype(&MagickLib::DestroyImageList)> decoded(
+      MagickLib::BlobToImage(info.get(), file.constData(), static_cast<size_t>(file.size()), &failure),
+      MagickLib::DestroyImageList);
+  if (failure.IsLackOfMemory()) throw std::bad_alloc();
+  if (!decoded || failure.HasOccurred()) return {};
+  QImage image(static_cast<int>(decoded->columns), static_cast<int>(decoded->rows), QImage::Format_RGB32);
+  if (image.isNull()) throw std::bad_alloc();
+  MagickLib::DispatchImage(decoded.get(), 0, 0, decoded->columns, decoded->rows, "BGRA", MagickLib::CharPixel,
+                           image.bits(), &failure);
+  if (failure.HasOccurred()) return {};
+  const QSize natural = image.size();
+  return {std::move(image), natural};
+}
+
+}  // namespace
+
+Picture Decode(FileKind kind, QByteArray& file, const Claim& claim, const DrawnSize& drawn) {
+  static std::once_flag once;
+  // The library's own limit is below the size of large photographs.
+  std::call_once(once, [] { QImageReader::setAllocationLimit(static_cast<int>(MaxDecodingBytes >> 20)); });
+  if (claim.Steps > MaxJpegSteps || (kind == FileKind::Jpeg && PixelsOf(claim.Size) > MaxJpegPixels))
+    throw std::bad_alloc();
+  return QtFormat(kind) != nullptr ? DecodeWithQt(kind, file, claim, drawn)
+                                   : DecodeWithMagick(kind, file, claim);
+}
+
+}  // namespace veldrin::pictures
