@@ -117,7 +117,7 @@ QByteArray PlainHeader(const QByteArray& file, const Bitmap& bitmap) {
   const qint64 headerBytes = bitmap.Packing == Masks ? MaskHeader : 40;
   const qint64 colors = bitmap.Bits <= 8 ? 1LL << bitmap.Bits : 0;
   QByteArray header("BM");
-  Append(header, 0, 8);
+  header.append(8, '\0');
   Append(header, FileHeader + headerBytes + 4 * colors, 4);
   Append(header, headerBytes, 4);
   Append(header, bitmap.Width, 4);
@@ -125,9 +125,9 @@ QByteArray PlainHeader(const QByteArray& file, const Bitmap& bitmap) {
   Append(header, 1, 2);
   Append(header, bitmap.Bits, 2);
   Append(header, bitmap.Packing, 4);
-  Append(header, 0, 12);
+  header.append(12, '\0');
   Append(header, colors, 4);
-  Append(header, 0, 4);
+  header.append(4, '\0');
   if (bitmap.Packing == Masks) {
     for (const qint64 mask : bitmap.ColorMasks) Append(header, UpperBits(mask), 4);
     header.append(FileHeader + headerBytes - header.size(), '\0');
@@ -146,7 +146,10 @@ QByteArray PlainHeader(const QByteArray& file, const Bitmap& bitmap) {
 std::optional<Claim> ClaimOfBitmap(QByteArray& file) {
   if (!file.startsWith("BM")) file.prepend(QByteArray(FileHeader, '\0'));
   const Bitmap bitmap = ReadHeader(file);
-  if (bitmap.Width <= 0 || bitmap.Rows() <= 0 || bitmap.Rows() > 0x7FFFFFFF || !IsKnown(bitmap)) return {};
+  constexpr qint64 Most = 1 << 26;
+  if (bitmap.Width <= 0 || bitmap.Rows() <= 0 || bitmap.Width > Most || bitmap.Rows() > Most ||
+      !IsKnown(bitmap))
+    return {};
   const bool runs = bitmap.Packing == Rle8 || bitmap.Packing == Rle4;
   const bool isWhole = runs ? RunsAreWhole(file, bitmap) : file.size() - bitmap.Data >= bitmap.DataBytes();
   if (!isWhole) return {};

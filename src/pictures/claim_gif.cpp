@@ -30,6 +30,7 @@ class PixelCounter {
   bool AtEnd() const { return Ended; }
 
   void Add(uchar byte) {
+    if (Ended) return;
     Held |= static_cast<unsigned>(byte) << HeldBits;
     HeldBits += 8;
     while (HeldBits >= Width && !Ended) {

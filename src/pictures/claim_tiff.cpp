@@ -97,7 +97,8 @@ std::optional<Claim> ClaimOfTiff(const QByteArray& file) {
   const qint64 width = directory.Value(ImageWidth, 0);
   const qint64 height = directory.Value(ImageLength, 0);
   constexpr qint64 Most = 1 << 20;
-  if (width < 1 || height < 1 || width > Most || height > Most) return {};
+  constexpr qint64 MostPixels = 1 << 30;
+  if (width > MostPixels || height > MostPixels) return {};
   if (!directory.IsWhole() || !IsKnownPacking(directory.Value(Compression, 1))) return {};
   const bool tiled = directory.Count(TileOffsets) > 0;
   const bool isWhole = tiled ? directory.HasParts(TileOffsets, TileByteCounts)

@@ -71,8 +71,9 @@ Picture DecodeWithQt(FileKind kind, QByteArray& file, const Claim& claim, const 
   QImageReader reader(&buffer, QtFormat(kind));
   reader.setAutoDetectImageFormat(false);
   reader.setAutoTransform(true);
-  const QSize seen = reader.size();  // Of a bitmap that begins with the upper row the height is negative.
-  if (QSize(seen.width(), std::abs(seen.height())) != claim.Size) return {};
+  // Of a bitmap that begins with the upper row the height is negative; of a GIF the size is a guess.
+  const QSize seen(reader.size().width(), std::abs(reader.size().height()));
+  if (kind != FileKind::Gif && seen != claim.Size) return {};
   const auto transformation = reader.transformation();
   const bool turned = transformation.testFlag(QImageIOHandler::TransformationRotate90);
   const QSize natural = turned ? claim.Size.transposed() : claim.Size;
@@ -137,10 +138,10 @@ Picture DecodeWithMagick(FileKind kind, const QByteArray& file, const Claim& cla
   // The library is never left to guess the format, since some of its formats are scripts.
   std::copy_n(MagickFormat(kind), 4, info->magick);
   info->affirm = MagickTrue;
-  if (kind == FileKind::PhotoCd) {
-    info->subimage = 3;
-    info->subrange = 1;
-  }
+  // What follows the first picture, be it another one or nothing that makes sense, isn't looked at. A Photo
+  // CD file holds its picture in several sizes.
+  info->subimage = kind == FileKind::PhotoCd ? 3 : 0;
+  info->subrange = 1;
   const std::unique_ptr<MagickLib::Image, decltype(&MagickLib::DestroyImageList)> decoded(
       MagickLib::BlobToImage(info.get(), file.constData(), static_cast<size_t>(file.size()), &failure),
       MagickLib::DestroyImageList);
@@ -161,7 +162,8 @@ Picture Decode(FileKind kind, QByteArray& file, const Claim& claim, const DrawnS
   static std::once_flag once;
   // The library's own limit is below the size of large photographs.
   std::call_once(once, [] { QImageReader::setAllocationLimit(static_cast<int>(MaxDecodingBytes >> 20)); });
-  if (claim.Steps > MaxJpegSteps || (kind == FileKind::Jpeg && PixelsOf(claim.Size) > MaxJpegPixels))
+  if (claim.Steps > MaxJpegSteps || (kind == FileKind::Jpeg && PixelsOf(claim.Size) > MaxJpegPixels) ||
+      std::max(claim.Size.width(), claim.Size.height()) > MaxPictureSide)
     throw std::bad_alloc();
   return QtFormat(kind) != nullptr ? DecodeWithQt(kind, file, claim, drawn)
                                    : DecodeWithMagick(kind, file, claim);

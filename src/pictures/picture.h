@@ -64,6 +64,8 @@ bool IsPicture(const QString& path);
 /// megapixels in every format, also of deep colours or in progressive scans, and for 600 in a plain one. It
 /// is told before memory is asked for: a file of a few bytes can claim any size.
 constexpr qint64 MaxDecodingBytes = 2'500'000'000;
+/// Beyond it sizes in HIMETRIC and twips are no numbers any more.
+constexpr int MaxPictureSide = 1'000'000;
 /// A JPEG with one scan that is drawn smaller is decoded smaller and takes hardly any memory, only time.
 constexpr qint64 MaxJpegPixels = 2'000'000'000;
 /// Blocks of 8 by 8 pixels that a JPEG's scans go through, all together; a few seconds. Ten scans are usual,
