@@ -135,16 +135,20 @@ Picture DecodeWithMagick(FileKind kind, const QByteArray& file, const Claim& cla
   MagickFailure failure;
   const std::unique_ptr<MagickLib::ImageInfo, decltype(&MagickLib::DestroyImageInfo)> info(
       MagickLib::CloneImageInfo(nullptr), MagickLib::DestroyImageInfo);
-  // The library is never left to guess the format, since some of its formats are scripts.
+  // The format's own reader is called: whatever else the library is told, it looks at the content and
+  // guesses, and some of its formats are scripts.
+  const MagickLib::MagickInfo* format = MagickLib::GetMagickInfo(MagickFormat(kind), &failure);
+  if (format == nullptr || format->decoder == nullptr) return {};
   std::copy_n(MagickFormat(kind), 4, info->magick);
-  info->affirm = MagickTrue;
+  // In this place of the structure stand the plain bytes, which are only read.
+  info->blob = reinterpret_cast<MagickLib::_BlobInfoPtr_>(const_cast<char*>(file.constData()));
+  info->length = static_cast<size_t>(file.size());
   // What follows the first picture, be it another one or nothing that makes sense, isn't looked at. A Photo
   // CD file holds its picture in several sizes.
   info->subimage = kind == FileKind::PhotoCd ? 3 : 0;
   info->subrange = 1;
   const std::unique_ptr<MagickLib::Image, decltype(&MagickLib::DestroyImageList)> decoded(
-      MagickLib::BlobToImage(info.get(), file.constData(), static_cast<size_t>(file.size()), &failure),
-      MagickLib::DestroyImageList);
+      format->decoder(info.get(), &failure), MagickLib::DestroyImageList);
   if (failure.IsLackOfMemory()) throw std::bad_alloc();
   if (!decoded || failure.HasOccurred()) return {};
   QImage image(static_cast<int>(decoded->columns), static_cast<int>(decoded->rows), QImage::Format_RGB32);

@@ -1,5 +1,8 @@
 #include "pictures/file_kind.h"
 
+#include <algorithm>
+#include <initializer_list>
+
 namespace veldrin::pictures {
 
 namespace {
