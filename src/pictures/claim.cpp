@@ -15,8 +15,6 @@ QSize SizeOf(qint64 width, qint64 height) {
           static_cast<int>(std::clamp<qint64>(height, 0, Most))};
 }
 
-qint64 PixelsOf(QSize size) { return static_cast<qint64>(size.width()) * size.height(); }
-
 std::optional<Claim> ClaimOfWebP(const QByteArray& file) {
   const QByteArray chunk = file.mid(12, 4);
   Claim claim;
@@ -89,7 +87,7 @@ std::optional<Claim> ClaimOfPcx(const QByteArray& file) {
 // A Photo CD file holds a picture in several sizes; the third is the one that all have.
 std::optional<Claim> ClaimOfPhotoCd(const QByteArray& file) {
   constexpr QSize Base(768, 512);
-  constexpr qint64 Start = 96 * 2048;
+  constexpr qint64 Start = 96LL * 2048;
   if (file.size() < Start + PixelsOf(Base) * 3 / 2) return {};
   return Claim{Base, MagickPixelBytes, 0, 0};
 }

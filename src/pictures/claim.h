@@ -10,6 +10,8 @@
 
 namespace veldrin::pictures {
 
+inline qint64 PixelsOf(QSize size) { return static_cast<qint64>(size.width()) * size.height(); }
+
 struct Claim {
   QSize Size;             ///< In pixels, as stored.
   qint64 PixelBytes = 4;  ///< What decoding takes for each pixel, the picture that comes out included.

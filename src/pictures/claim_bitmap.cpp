@@ -12,7 +12,7 @@ constexpr qint64 FileHeader = 14;
 constexpr qint64 OldHeader = 12;
 constexpr qint64 MaskHeader = 108;  // The one with room for all masks.
 
-enum Compression : int { None = 0, Rle8 = 1, Rle4 = 2, Masks = 3, AlphaMasks = 6 };
+enum RowPacking : int { None = 0, Rle8 = 1, Rle4 = 2, Masks = 3, AlphaMasks = 6 };
 
 struct Bitmap {
   qint64 HeaderBytes = 0;
@@ -45,10 +45,10 @@ Bitmap ReadHeader(const QByteArray& file) {
   if (!old) bitmap.Packing = field(16, 4);
   if (!old) bitmap.Colors = field(32, 4);
   const bool hasMasks = bitmap.Packing == Masks || bitmap.Packing == AlphaMasks;
-  const int masks = bitmap.HeaderBytes >= 56 || bitmap.Packing == AlphaMasks ? 4 : 3;
+  const qint64 masks = bitmap.HeaderBytes >= 56 || bitmap.Packing == AlphaMasks ? 4 : 3;
   qint64 end = FileHeader + bitmap.HeaderBytes;
   if (hasMasks) {
-    for (int i = 0; i < masks; ++i)
+    for (qint64 i = 0; i < masks; ++i)
       bitmap.ColorMasks[static_cast<size_t>(i)] = LittleEndian(file, FileHeader + 40 + 4 * i, 4);
     end = std::max(end, FileHeader + 40 + 4 * masks);
     bitmap.Packing = bitmap.Bits == 24 ? None : Masks;

@@ -15,8 +15,6 @@ namespace veldrin::pictures {
 
 namespace {
 
-qint64 PixelsOf(QSize size) { return static_cast<qint64>(size.width()) * size.height(); }
-
 // Decodings that take much memory wait for each other, however many threads there are.
 std::mutex LargeDecoding;
 constexpr qint64 LargeBytes = 400'000'000;
@@ -65,6 +63,26 @@ const char* QtFormat(FileKind kind) {
   }
 }
 
+bool IsTurned(const QImageReader& reader) {
+  return reader.transformation().testFlag(QImageIOHandler::TransformationRotate90);
+}
+
+// Sets at which size the picture of this natural size is decoded. Returns what its pixels take in memory.
+qint64 SetSize(QImageReader& reader, FileKind kind, const Claim& claim, QSize natural, QSize target) {
+  const qint64 whole = PixelsOf(natural) * claim.PixelBytes;
+  if (target.isNull()) {
+    reader.setClipRect(QRect(0, 0, claim.Size.width(), 1));
+    return kind == FileKind::Jpeg ? claim.Size.width() * claim.PixelBytes : whole;
+  }
+  if (target.width() < natural.width() && target.height() < natural.height()) {
+    reader.setScaledSize(IsTurned(reader) ? target.transposed() : target);
+    const qint64 eighths = kind == FileKind::Jpeg ? Eighths(natural, target) : 8;
+    constexpr qint64 ScaledAndTurned = 8;
+    return whole * eighths * eighths / 64 + PixelsOf(target) * ScaledAndTurned;
+  }
+  return reader.transformation() == QImageIOHandler::TransformationNone ? whole : 2 * whole;
+}
+
 Picture DecodeWithQt(FileKind kind, QByteArray& file, const Claim& claim, const DrawnSize& drawn) {
   QBuffer buffer(&file);
   buffer.open(QIODevice::ReadOnly);
@@ -74,25 +92,9 @@ Picture DecodeWithQt(FileKind kind, QByteArray& file, const Claim& claim, const 
   // Of a bitmap that begins with the upper row the height is negative; of a GIF the size is a guess.
   const QSize seen(reader.size().width(), std::abs(reader.size().height()));
   if (kind != FileKind::Gif && seen != claim.Size) return {};
-  const auto transformation = reader.transformation();
-  const bool turned = transformation.testFlag(QImageIOHandler::TransformationRotate90);
-  const QSize natural = turned ? claim.Size.transposed() : claim.Size;
+  const QSize natural = IsTurned(reader) ? claim.Size.transposed() : claim.Size;
   const QSize target = drawn ? drawn(natural) : natural;
-  const bool isTrial = target.isNull();
-  const bool isSmaller = !isTrial && target.width() < natural.width() && target.height() < natural.height();
-  qint64 decoded = PixelsOf(claim.Size);
-  qint64 results = 0;  // What is made of the decoded picture.
-  if (isTrial) {
-    reader.setClipRect(QRect(0, 0, claim.Size.width(), 1));
-    if (kind == FileKind::Jpeg) decoded = claim.Size.width();
-  } else if (isSmaller) {
-    reader.setScaledSize(turned ? target.transposed() : target);
-    if (kind == FileKind::Jpeg) decoded = decoded * Eighths(natural, target) * Eighths(natural, target) / 64;
-    results = PixelsOf(target) * 8;
-  } else if (transformation != QImageIOHandler::TransformationNone) {
-    results = decoded * claim.PixelBytes;
-  }
-  const Room room(file.size() + claim.FixedBytes + decoded * claim.PixelBytes + results);
+  const Room room(file.size() + claim.FixedBytes + SetSize(reader, kind, claim, natural, target));
   QImage image = reader.read();
   if (image.isNull()) room.Try();
   return {std::move(image), natural};

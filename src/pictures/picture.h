@@ -61,8 +61,9 @@ Picture LoadPicture(const QString& path, const DrawnSize& drawn = {});
 bool IsPicture(const QString& path);
 
 /// What a decoding takes in memory at most, its file and all that is made on the way included. Enough for 150
-/// megapixels in every format, also of deep colours or in progressive scans, and for 600 in a plain one. It
-/// is told before memory is asked for: a file of a few bytes can claim any size.
+/// megapixels in every format, also of 16 bits a colour or in progressive scans, and for 600 of a plain JPEG;
+/// not for the largest PCX files and TIFF files of 32 bits a colour. It is told before memory is asked for: a
+/// file of a few bytes can claim any size.
 constexpr qint64 MaxDecodingBytes = 2'500'000'000;
 /// Beyond it sizes in HIMETRIC and twips are no numbers any more.
 constexpr int MaxPictureSide = 1'000'000;
