@@ -39,7 +39,7 @@ int ErrorOf(const QString& file) {
 
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   StartOnce();
-  static const QTemporaryDir directory(QStringLiteral("/dev/shm/fuzz-XXXXXX"));
+  static const QTemporaryDir directory;
   static const QString path = directory.filePath(QStringLiteral("picture"));
   QFile file(path);
   if (!file.open(QIODevice::WriteOnly)) std::abort();
