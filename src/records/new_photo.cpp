@@ -17,10 +17,6 @@ namespace {
 
 constexpr qsizetype TypeLength = 3;  // of the column ImageType
 
-bool IsPictureFile(const QString& path) {
-  return ResumeNext([&] { pictures::LoadPicture(path, [](QSize) { return QSize(0, 0); }); });
-}
-
 void KeepAside(const QString& file) {
   QString aside = file + QStringLiteral(".old");
   for (int number = 2; !desktop::RenameToFree(file, aside); ++number) {
@@ -40,7 +36,7 @@ void NewPhoto::Read() {
     ResumeNext([&] { Date = catalogue::GetFileDate(Source); });
     Copy = std::make_unique<desktop::FileCopy>(Source, Temporary);
     Identity = desktop::IdentityOf(Temporary);
-    IsPicture = IsPictureFile(Temporary);
+    IsPicture = pictures::IsPicture(Temporary);
     ImageType = IsPicture ? TypeToStore(Name) : QStringLiteral("jpg");
   } catch (const base::RuntimeError& error) {
     Failure = base::ReasonOf(error);

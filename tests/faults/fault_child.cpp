@@ -198,6 +198,7 @@ void RunRandomly(Child& child, const shell::frmMain& window, int count) {
                                        "FolderClear", "Save",   "Thumbnails", "Get"};
   for (int i = 0; i < count; ++i) {
     const int choice = static_cast<int>(child.Random.bounded(12));
+    window.statusBar()->clearMessage();
     // As the user's press, so that an error reaches the application's report.
     QEventLoop wait;
     QTimer::singleShot(0, &wait, [&] {

@@ -1,4 +1,4 @@
-// Types what the fuzzer starts from, and what it has found, into the fields: a test without the fuzzer.
+// Runs what a fuzzer starts from, and what it has found: a test without the fuzzer.
 #include <QDir>
 #include <QFile>
 #include <QLocale>
