@@ -1,14 +1,22 @@
 #include "catalogue/image_store.h"
 
 #include <QFileInfo>
+#include <algorithm>
 
 #include "base/failure.h"
 #include "base/runtime_error.h"
 
 namespace veldrin::catalogue {
 
+QString ImageName(int photoId, const QString& imageType) {
+  const bool leadsAway = std::any_of(imageType.begin(), imageType.end(), [](QChar sign) {
+    return sign == QLatin1Char('/') || sign.category() == QChar::Other_Control;
+  });
+  return QString::number(photoId) + QLatin1Char('.') + (leadsAway ? QStringLiteral("(none)") : imageType);
+}
+
 QString ImageFileName(const Paths& paths, int photoId, const QString& imageType) {
-  return paths.ImageDir + QString::number(photoId) + QLatin1Char('.') + imageType;
+  return paths.ImageDir + ImageName(photoId, imageType);
 }
 
 QString ThumbFileName(const Paths& paths, int photoId) {

@@ -1,5 +1,7 @@
 #include "shell/configuration.h"
 
+#include <QStandardPaths>
+
 #include "base/failure.h"
 #include "catalogue/schema.h"
 #include "controls/msg_box.h"
@@ -38,6 +40,8 @@ bool LoadConfiguration(catalogue::Paths& paths, engine::DBEngine& engine, const 
   paths.ThumbDir = paths.ImageDir + QStringLiteral("Thumbnails/");
   paths.MusicDir = database + QStringLiteral("/Music/");
   paths.TempDir = app.TempDir() + QLatin1Char('/');
+  // Not below TempDir, which may be in memory: pictures are large, and a message may be open for days.
+  paths.MailDir = QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + QStringLiteral("/Mail/");
   paths.BrowserPath = ReadIniString(QStringLiteral("Programs"), QStringLiteral("Webbrowser"), paths.IniFile);
   if (paths.BrowserPath.isEmpty()) paths.BrowserPath = DefaultBrowser();
   base::ResumeNext([&] { app.MakeTempDir(); });
