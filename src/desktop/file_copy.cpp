@@ -31,17 +31,7 @@ class Descriptor {
   int Number;
 };
 
-void WriteAll(int target, const char* bytes, ssize_t count, const QString& path) {
-  while (count > 0) {
-    const ssize_t written = ::write(target, bytes, static_cast<size_t>(count));
-    if (written < 0 && errno == EINTR) continue;
-    if (written < 0) RaiseFileError(errno, path);
-    bytes += written;
-    count -= written;
-  }
-}
-
-void CopyThroughMemory(int source, const QString& sourceName, int target, const QString& targetName) {
+void CopyThroughMemory(int source, const QString& sourceName, NewFile& target) {
   constexpr size_t BlockSize = 131'072;
   std::array<char, BlockSize> block;
   while (true) {
@@ -49,19 +39,19 @@ void CopyThroughMemory(int source, const QString& sourceName, int target, const 
     if (count < 0 && errno == EINTR) continue;
     if (count < 0) RaiseFileError(errno, sourceName);
     if (count == 0) return;
-    WriteAll(target, block.data(), count, targetName);
+    target.Write(block.data(), count);
   }
 }
 
 // The system copies by itself where it can, some file systems without moving a byte. What it can't do goes
 // through memory, from where it left off.
-void CopyBytes(int source, const QString& sourceName, int target, const QString& targetName) {
+void CopyBytes(int source, const QString& sourceName, NewFile& target) {
   constexpr size_t atOnce = size_t{1} << 30;
   ssize_t copied = 0;
   do {
-    copied = ::copy_file_range(source, nullptr, target, nullptr, atOnce, 0);
+    copied = ::copy_file_range(source, nullptr, target.Descriptor(), nullptr, atOnce, 0);
   } while (copied > 0 || (copied < 0 && errno == EINTR));
-  CopyThroughMemory(source, sourceName, target, targetName);
+  CopyThroughMemory(source, sourceName, target);
 }
 
 // A link may lead to the source itself, or anywhere: it is the link that is replaced.
@@ -92,7 +82,7 @@ std::unique_ptr<NewFile> Copy(const QString& source, const QString& target, int 
     RaiseFileError(ENOENT, source);
   RequireReplaceable(target, status);
   auto to = std::make_unique<NewFile>(target);
-  CopyBytes(from.Get(), source, to->Descriptor(), target);
+  CopyBytes(from.Get(), source, *to);
   KeepTime(to->Descriptor(), status);
   to->PutInPlace();
   return to;

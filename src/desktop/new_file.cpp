@@ -104,6 +104,16 @@ NewFile::~NewFile() {
   ::close(File);
 }
 
+void NewFile::Write(const char* bytes, qint64 count) {
+  while (count > 0) {
+    const ssize_t written = ::write(File, bytes, static_cast<size_t>(count));
+    if (written < 0 && errno == EINTR) continue;
+    if (written < 0) RaiseFileError(errno, Target);
+    bytes += written;
+    count -= written;
+  }
+}
+
 void NewFile::PutInPlace() {
   // Some file systems tell only when a file is closed that there was no room.
   if (::close(::dup(File)) != 0) RaiseFileError(errno, Target);

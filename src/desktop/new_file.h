@@ -20,6 +20,9 @@ class NewFile {
   /// Open for writing, for the life of the object.
   int Descriptor() const { return File; }
 
+  /// Adds bytes at the end. Raises 61 or 75.
+  void Write(const char* bytes, qint64 count);
+
   /// Gives the file its name. A file or link that has the name is replaced. Raises 61 or 75.
   void PutInPlace();
 

@@ -8,6 +8,7 @@
 
 #include "base/failure.h"
 #include "catalogue/schema.h"
+#include "controls/msg_box.h"
 #include "controls/named.h"
 #include "controls/twips.h"
 #include "desktop/program_start.h"
@@ -56,8 +57,10 @@ frmMain::frmMain(const App& app, const catalogue::Paths& paths, engine::DBEngine
   Clipboard = std::make_unique<records::RecordClipboard>(Data1, *tvTreeView, *Source, Engine, ThePaths);
   TheQuery = std::make_unique<find::Query>(
       *Source, Data1, [this](const auto& dialog) { HoldShow(dialog); }, *this);
-  Output = std::make_unique<OutputCommands>(Data1, chosen, *tvTreeView, Engine, ThePaths, *this,
-                                            [this] { Bars->Menu("ReportMenu").popup(QCursor::pos()); });
+  Output = std::make_unique<OutputCommands>(
+      Data1, chosen, *tvTreeView, Engine, ThePaths, *this,
+      [this] { Bars->Menu("ReportMenu").popup(QCursor::pos()); },
+      [this](const base::WorkReport& report) { TellWork(report); });
   ConnectViews();
   ConnectCommands();
   setMinimumWidth(ToPixels(LeastWindowWidth));
@@ -349,6 +352,11 @@ void frmMain::HoldShow(const std::function<void()>& dialog) {
 
 void frmMain::FileSetup_Click() {
   HoldShow([this] { frmSetup(ThePaths.IniFile, this).exec(); });
+}
+
+void frmMain::TellWork(const base::WorkReport& report) {
+  const QString text = FailureText(report);
+  if (!text.isEmpty()) controls::MsgBox(this, text, controls::vbExclamation, QStringLiteral("Information"));
 }
 
 void frmMain::HelpAbout_Click() { frmAbout(this).exec(); }

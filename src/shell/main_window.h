@@ -58,6 +58,8 @@ class frmMain : public QMainWindow {
  private:
   /// Runs a dialog for which a show on its tab waits.
   void HoldShow(const std::function<void()>& dialog);
+  /// A box where something wasn't done.
+  void TellWork(const base::WorkReport& report);
 
   void MakeHeader();
   void MakePanes();

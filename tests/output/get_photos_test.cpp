@@ -58,16 +58,22 @@ class GetTest : public test::OutputTest {
   QTemporaryDir Target;
   const test::Environment Home{{"HOME", Target.path().toUtf8()},
                                {"XDG_CONFIG_HOME", Target.path().toUtf8() + "/none"}};
-  frmGet::CopyFunction Copy = desktop::CopyFile;
-  PhotoGetter Getter{Chosen, Catalogue.Engine(), Catalogue.Paths(), Window,
+  frmGet::CopyFunction Copy = desktop::CopyStoredFile;
+  PhotoGetter Getter{Chosen,
+                     Catalogue.Engine(),
+                     Catalogue.Paths(),
+                     Window,
+                     Tell,
                      [this](const QString& source, const QString& target) { Copy(source, target); }};
 };
 
 TEST_F(GetTest, ListsTheChosenPhotosAndCopiesThem) {
   EXPECT_EQ(Listed({}), "2.jpg");
   EXPECT_EQ(Listed({5, 4, 1}), "5.jpg 4.bmp 1.jpg");
+  EXPECT_EQ(Told, "");
   test::WriteFile(Target.filePath("1.jpg"), "an older one");
   GetTo(".", "OkBttn");
+  EXPECT_EQ(Told, "3 photos copied to " + Target.path());
   EXPECT_EQ(test::FilesBelow(Target.path()), QStringList({"1.jpg", "4.bmp", "5.jpg"}));
   EXPECT_EQ(test::ReadFile(Target.filePath("1.jpg")), BytesOf(1));
   Catalogue.Execute({"DELETE FROM tblPhotos WHERE PhotoID = 5"});
@@ -96,7 +102,7 @@ TEST_F(GetTest, ACopyThatIsNotThereKeepsTheDialogAndThePointer) {
   Select({3, 1, 4});
   int copies = 0;
   Copy = [&](const QString& source, const QString& target) {
-    ++copies % 2 == 1 ? desktop::CopyFile(source, target) : (void)QDir().mkpath(target);
+    ++copies % 2 == 1 ? desktop::CopyStoredFile(source, target) : (void)QDir().mkpath(target);
   };
   Get([&](frmGet& dialog) {
     Dir1(dialog).SetPath(Target.path());
@@ -107,24 +113,35 @@ TEST_F(GetTest, ACopyThatIsNotThereKeepsTheDialogAndThePointer) {
       EXPECT_TRUE(dialog.isVisible());
       ASSERT_NE(QGuiApplication::overrideCursor(), nullptr);
     }
+    EXPECT_EQ(Told, "");
   });
+  EXPECT_EQ(Told,
+            u"1 photo copied to %1.\rNot copied to %1: 2\r\r1.jpg: File not found\r4.bmp: not tried"_qs.arg(
+                Target.path()));
 }
 
-TEST_F(GetTest, ACopyThatFailsLeavesTheStoredImages) {
-  const QString images = Catalogue.Paths().ImageDir;
-  test::WriteFile(Target.filePath("9.jpg"), "an older one");
-  const std::pair<QString, const char*> cases[] = {{images, "2.jpg"}, {Target.path(), "9.jpg"}};
-  for (const auto& [directory, name] : cases) {
+// Nor does a link in the image store lead a copy to another file.
+TEST_F(GetTest, NothingIsCopiedIntoTheProgramsOwnDirectoriesAndNoLinkIsFollowed) {
+  const auto& paths = Catalogue.Paths();
+  const QString outside = Target.filePath("outside");
+  test::WriteFile(outside, "not of the catalogue");
+  QFile::remove(ImageOf(3));
+  QFile::link(outside, ImageOf(3));
+  const QStringList files = test::FilesBelow(Catalogue.ProgramPath());
+  const std::pair<QString, QString> cases[] = {
+      {paths.ImageDir, "Information|The directory '" + paths.ImageDir.chopped(1) + "' belongs to Veldrin."},
+      {paths.MusicDir, "Information|The directory '" + paths.MusicDir.chopped(1) + "' belongs to Veldrin."},
+      {Target.path(), "Error|File Transfer Error !"}};
+  for (const auto& [directory, told] : cases) {
     QString last;
-    frmGet dialog(images, last, nullptr, desktop::CopyFile);
-    dialog.List1().addItem(name);
+    frmGet dialog(paths, last, nullptr, desktop::CopyStoredFile);
+    dialog.List1().addItem("3.jpg");
     Dir1(dialog).SetPath(directory);
-    EXPECT_EQ(test::AnswerBoxes([&] { Press(dialog, "OkBttn"); }, {QMessageBox::Ok}),
-              QStringList("Error|File Transfer Error !"));
+    EXPECT_EQ(test::AnswerBoxes([&] { Press(dialog, "OkBttn"); }, {QMessageBox::Ok}), QStringList(told));
     EXPECT_EQ(last, "");
-    EXPECT_EQ(Data1.Bookmark(), 2);
   }
-  EXPECT_EQ(test::ReadFile(ImageOf(2)), BytesOf(2));
+  EXPECT_EQ(test::FilesBelow(Catalogue.ProgramPath()), files);
+  EXPECT_EQ(test::FilesBelow(Target.path()), QStringList("outside"));
 }
 
 }  // namespace

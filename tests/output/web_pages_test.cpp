@@ -94,6 +94,15 @@ TEST_F(WebPagesTest, AReportLinksToTheCatalogueAndReplacesItsOwnKindAlone) {
   EXPECT_EQ(FilesBelow(Catalogue.Paths().ImageDir), images);
 }
 
+TEST_F(WebPagesTest, AReportsLinksLeadToTheFilesWhateverTheirPath) {
+  AddPhotos(1);
+  Catalogue.Paths().ImageDir = "/50% #1?/Größe \"&x/";
+  FakeForm list(false);
+  Pages.MakeReport(list);
+  const QByteArray page = ReportPage("PhotoData_pg1.htm");
+  EXPECT_TRUE(page.contains("<a href=\"file:///50%25%20%231%3F/Gr%C3%B6%C3%9Fe%20%22%26x/1.jpg\">"));
+}
+
 TEST_F(WebPagesTest, AMissingThumbnailIsMade) {
   AddPhotos(2, false);
   test::WritePicture(ImageOf(1), {400, 300});
@@ -128,6 +137,8 @@ TEST_F(WebPagesTest, EachPageHasItsPhotosAlsoInAStoppedRun) {
     FakeForm report(gallery);
     web.StopAt = report.StopAt = stopAt;
     Pages.MakeWeb(web);
+    EXPECT_EQ(Pages.Report().Stopped, stopAt != 0);
+    EXPECT_EQ(Pages.Report().Done, stopAt == 0 ? photos : stopAt);
     EXPECT_EQ(PhotosOfPages(Web.WebDir + '/', gallery), expected) << photos << ' ' << stopAt;
     if (stopAt == 6) {
       EXPECT_EQ(WebPage("PhotoImage_pg1.htm"), Golden("web_gallery_stopped.htm"));
@@ -161,36 +172,63 @@ class SmallDisk {
   rlimit Before{};
 };
 
-TEST_F(WebPagesTest, AFailureEndsTheRunSilentlyAndLeavesTheListAsItWas) {
+// What comes to be is whole: where a link stands for the images, a picture doesn't fit, a record has gone, a
+// page doesn't fit.
+TEST_F(WebPagesTest, AFailureIsToldAndLeavesWholePagesAndTheListAsItWas) {
   AddPhotos(40);
   WriteFile(ImageOf(18), QByteArray(6000, 'x'));
   SelectLastFirst(40);
-  // How many photos are done when there is a link for the images, when a picture doesn't fit, and when a
-  // record has gone.
-  for (const int photos : {0, 18, 15}) {
-    SCOPED_TRACE(photos);
+  const struct {
+    const char* Name;
+    rlim_t Room;
+    std::vector<qsizetype> Pages;
+    const char* Told;
+  } cases[] = {{"link",
+                1'000'000,
+                {},
+                "No photos written to the web 'Web'.\rNot written to the web 'Web': 1 (Permission "},
+               {"picture",
+                5000,
+                {12, 6},
+                "18 photos written to the web 'Web'.\rNot written to the web 'Web': 22\r\rPhoto "
+                "18: Disk full\rPhoto 19: not written\r"},
+               {"gone",
+                1'000'000,
+                {12, 11, 12, 4},
+                "39 photos written to the web 'Web'.\rNot written to the web 'Web': 1 "
+                "(deleted by another machine)\r\rPhoto 15"},
+               {"page",
+                1000,
+                {},
+                "No photos written to the web 'Web'.\rNot written to the web 'Web': 40\r\rPhoto "
+                "40: Disk full\rPhoto 1: not written\r"}};
+  for (const auto& [name, room, pages, told] : cases) {
+    SCOPED_TRACE(name);
     QDir(Web.WebDir).removeRecursively();
     MakeWebDirs();
     const QString images = Web.WebDir + "/Images";
-    const bool linked = photos != 0 || (QDir().rmdir(images) && QFile::link(Catalogue.ProgramPath(), images));
+    const bool linked =
+        name != std::string("link") || (QDir().rmdir(images) && QFile::link(Catalogue.ProgramPath(), images));
     EXPECT_TRUE(linked);
     Data1.SetBookmark(7);
     FakeForm form(true);
-    form.AtPhoto = [&](int photo) {
-      if (photo == 5 && photos == 15) Catalogue.Execute({"DELETE FROM tblPhotos WHERE PhotoID = 15"});
+    form.AtPhoto = [&, gone = name == std::string("gone")](int photo) {
+      if (photo == 5 && gone) Catalogue.Execute({"DELETE FROM tblPhotos WHERE PhotoID = 15"});
     };
     {
-      const SmallDisk disk(photos == 18 ? 5000 : 1'000'000);
+      const SmallDisk disk(room);
       Pages.MakeWeb(form);
     }
-    EXPECT_EQ(form.Percents.size(), photos);
     ExpectAsBefore(7);
     EXPECT_FALSE(form.Progress);
     EXPECT_EQ(form.Unloaded, 1);
-    EXPECT_EQ(FilesBelow(Web.WebDir).filter("htm").size(), photos == 0 ? 0 : 2);
-    if (photos == 0) continue;
-    EXPECT_EQ(WebPage("PhotoImage_pg2.htm").count("<img"), photos - 12);
-    EXPECT_FALSE(WebPage("PhotoImage_pg2.htm").contains("</html>"));
+    EXPECT_EQ(PhotosOfPages(Web.WebDir + '/', true), pages);
+    const QStringList files = linked && pages.empty() ? QStringList() : FilesBelow(Web.WebDir);
+    for (const QString& page : files.filter("htm"))
+      EXPECT_TRUE(WebPage(qPrintable(page)).endsWith("</html>\r\n"));
+    EXPECT_EQ(files.filter(".part"), QStringList());
+    Tell(Pages.Report());
+    EXPECT_TRUE(Told.startsWith(told)) << Told.toStdString();
   }
 }
 
