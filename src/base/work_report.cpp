@@ -38,8 +38,7 @@ QString FailureText(const WorkReport& report) {
   const bool oneReason = std::all_of(failures.begin(), failures.end(), [&](const auto& failure) {
     return failure.Reason == failures.front().Reason;
   });
-  lines << QStringLiteral("Not %1: %2%3")
-               .arg(report.Deed)
+  lines << QStringLiteral("Not done, or not in full: %1%2")
                .arg(failures.size())
                .arg(oneReason ? QStringLiteral(" (%1)").arg(failures.front().Reason) : QString());
   lines << QString();

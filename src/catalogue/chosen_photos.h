@@ -32,6 +32,9 @@ CheckedPhotos CheckChosen(engine::Database& database, std::span<const ChosenPhot
 /// Notes how the photos look now that no view has shown. Raises the engine's errors.
 void NoteLooks(engine::Database& database, std::span<ChosenPhoto> photos);
 
+/// What a photo is called in a report.
+inline QString NameOf(const ChosenPhoto& photo) { return QStringLiteral("Photo %1").arg(photo.PhotoID); }
+
 /// The bare name of a photo's stored image.
 inline QString StoredName(const CheckedPhotos::Photo& photo) {
   return ImageName(photo.PhotoID, photo.ImageType);

@@ -2,24 +2,12 @@
 
 #include <QCoreApplication>
 #include <QDir>
-#include <QFile>
 #include <QFileInfo>
 #include <algorithm>
-#include <filesystem>
+
+#include "desktop/file_identity.h"
 
 namespace veldrin::catalogue {
-
-namespace {
-
-std::filesystem::path NativePath(const QString& path) { return QFile::encodeName(path).toStdString(); }
-
-// Two ways to the same directory, through links and mounts too.
-bool IsSameDirectory(const QString& one, const QString& other) {
-  std::error_code missing;
-  return std::filesystem::equivalent(NativePath(one), NativePath(other), missing);
-}
-
-}  // namespace
 
 QStringList OwnDirectories(const Paths& paths) {
   const QDir program(QFileInfo(QFileInfo(paths.IniFile).path()).path());
@@ -40,9 +28,10 @@ QStringList OwnDirectories(const Paths& paths) {
 }
 
 bool IsOwnDirectory(const Paths& paths, const QString& directory) {
+  const auto identity = desktop::IdentityOf(directory);
   const QStringList own = OwnDirectories(paths);
-  return std::any_of(own.begin(), own.end(),
-                     [&](const QString& path) { return IsSameDirectory(directory, path); });
+  return identity && std::any_of(own.begin(), own.end(),
+                                 [&](const QString& path) { return desktop::IdentityOf(path) == identity; });
 }
 
 }  // namespace veldrin::catalogue

@@ -4,6 +4,7 @@
 
 #include "base/failure.h"
 #include "catalogue/schema.h"
+#include "catalogue/staging.h"
 #include "controls/msg_box.h"
 #include "shell/ini_file.h"
 
@@ -50,6 +51,7 @@ bool LoadConfiguration(catalogue::Paths& paths, engine::DBEngine& engine, const 
     return Refuse(QStringLiteral("Unable to Connect to the Access Tables."));
   if (!catalogue::OpenCatalogue(paths, engine))
     return Refuse(QStringLiteral("Unable to Initialize User Tables."));
+  catalogue::SweepStaging(paths, engine);
   return true;
 }
 

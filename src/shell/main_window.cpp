@@ -8,7 +8,6 @@
 
 #include "base/failure.h"
 #include "catalogue/schema.h"
-#include "controls/msg_box.h"
 #include "controls/named.h"
 #include "controls/twips.h"
 #include "desktop/program_start.h"
@@ -45,27 +44,32 @@ frmMain::frmMain(const App& app, const catalogue::Paths& paths, engine::DBEngine
   setObjectName(QStringLiteral("frmMain"));
   setWindowTitle(App::Title());
   setCentralWidget(Inside);
+  Status = new StatusLine(Data1, this);
+  setStatusBar(Status);
+  const base::TellWork tell = [this](const base::WorkReport& report) { Status->Tell(report); };
   MakeHeader();
-  MakePanes();
+  MakePanes(tell);
   Source = std::make_unique<catalogue::RecordSource>(
       Data1, [this] { return folders::SelectedFolderKey(*tvTreeView); }, Engine, ThePaths);
   const catalogue::Chooser chosen = [this] { return Data1.Chosen(CurrentView != FormViewCode); };
   Folders = std::make_unique<folders::FolderNavigation>(*tvTreeView, *txtFldrSearch, *Source);
   TheDeletePhotos =
-      std::make_unique<records::DeletePhotos>(chosen, *Source, *tvTreeView, Engine, ThePaths, *this);
-  TheFolderCommands = std::make_unique<folders::FolderCommands>(*tvTreeView, *Folders, Engine, ThePaths);
-  Clipboard = std::make_unique<records::RecordClipboard>(Data1, *tvTreeView, *Source, Engine, ThePaths);
+      std::make_unique<records::DeletePhotos>(chosen, *Source, *tvTreeView, Engine, ThePaths, *this, tell);
+  TheFolderCommands =
+      std::make_unique<folders::FolderCommands>(*tvTreeView, *Folders, Engine, ThePaths, tell);
+  Clipboard = std::make_unique<records::RecordClipboard>(Data1, *tvTreeView, *Source, Engine, ThePaths, tell);
   TheQuery = std::make_unique<find::Query>(
       *Source, Data1, [this](const auto& dialog) { HoldShow(dialog); }, *this);
   Output = std::make_unique<OutputCommands>(
       Data1, chosen, *tvTreeView, Engine, ThePaths, *this,
       [this] { Bars->Menu("ReportMenu").popup(QCursor::pos()); },
-      [this](const base::WorkReport& report) { TellWork(report); });
+      tell);
   ConnectViews();
   ConnectCommands();
   setMinimumWidth(ToPixels(LeastWindowWidth));
   menuBar()->ensurePolished();
-  resize(ToPixels(DesignWidth), ToPixels(DesignHeight) + menuBar()->sizeHint().height());
+  resize(ToPixels(DesignWidth),
+         ToPixels(DesignHeight) + menuBar()->sizeHint().height() + Status->sizeHint().height());
 }
 
 frmMain::~frmMain() {
@@ -96,7 +100,7 @@ void frmMain::MakeHeader() {
   Bars = std::make_unique<CommandBars>(*menuBar(), *picHeader);
 }
 
-void frmMain::MakePanes() {
+void frmMain::MakePanes(const base::TellWork& tell) {
   tvTreeView = Named(new controls::TreeView(Inside), "tvTreeView");
   MoveTwips(*tvTreeView, 0, PaneTop, DesignSplitterLeft, DesignHeight - PaneTop);
   pcMainWin = Named(new QWidget(Inside), "pcMainWin");
@@ -108,7 +112,7 @@ void frmMain::MakePanes() {
   ThumbPannel = new browse::ThumbnailPage(Data1, Engine, ThePaths, TheDataView);
   TheFormView = new records::FormView(Data1, ThePaths, Engine, SSTab1);
   TheAddView = new records::AddView(Data1, *tvTreeView, ThePaths, Engine,
-                                    QStandardPaths::writableLocation(QStandardPaths::PicturesLocation));
+                                    QStandardPaths::writableLocation(QStandardPaths::PicturesLocation), tell);
   // The list of the music directory is never shown itself.
   MusicList = Named(new controls::FileListBox(Inside), "AudioFileList");
   MusicList->hide();
@@ -352,11 +356,6 @@ void frmMain::HoldShow(const std::function<void()>& dialog) {
 
 void frmMain::FileSetup_Click() {
   HoldShow([this] { frmSetup(ThePaths.IniFile, this).exec(); });
-}
-
-void frmMain::TellWork(const base::WorkReport& report) {
-  const QString text = FailureText(report);
-  if (!text.isEmpty()) controls::MsgBox(this, text, controls::vbExclamation, QStringLiteral("Information"));
 }
 
 void frmMain::HelpAbout_Click() { frmAbout(this).exec(); }

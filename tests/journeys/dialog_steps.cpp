@@ -89,6 +89,12 @@ void GetPhotos(Walk& walk, int a, int b) {
   const bool accepted = b % 4 != 0;
   bool asked = false;
   walk.AnswerBox("File Transfer Error", QMessageBox::Ok, false);
+  for (size_t got = 0; got < photos.size(); ++got) {
+    const QString count = got == 0
+                              ? QStringLiteral("No photos")
+                              : QStringLiteral("%1 photo%2").arg(got).arg(QLatin1String(got == 1 ? "" : "s"));
+    walk.AnswerBox(qPrintable(count + QStringLiteral(" copied to ")), QMessageBox::Ok, false);
+  }
   walk.OnDialog("frmGet", [&](QDialog& dialog) {
     asked = true;
     Child<controls::DirListBox>(dialog, QStringLiteral("Dir1")).SetPath(walk.GotDir());
@@ -128,6 +134,9 @@ void SaveForm(Walk& walk, int, int) {
   const int number = walk.Before.FormNumber.toInt();
   walk.AnswerBox("Error Code: 3021", QMessageBox::Ok, false);
   if (!walk.Click("SaveBttn") || walk.Before.List.empty()) return;
+  // Of a record that has gone the view keeps the number of the one before, and saves nothing.
+  const int position = walk.Before.Position;
+  if (position >= 0 && walk.Before.List[static_cast<size_t>(position)] != number) return;
   walk.ExpectOn({number}, [&](JourneyModel& model, int photo) {
     model.Rows.at(photo).Title = walk.Before.FormTitle;
     model.Rows.at(photo).MadeBy = walk.Before.FormMaker;

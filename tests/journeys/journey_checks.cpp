@@ -103,6 +103,7 @@ void Walk::CheckList() {
   Model.Selected = After.Folder;
   if (Refreshes > 0) {
     ListIsOld = false;
+    for (const auto& [key, staged] : Model.Staged) PendingChanged |= Changed.contains(staged);
     Changed.clear();
     BirthsRead.clear();
     for (const auto& [number, photo] : Model.Rows) BirthsRead[number] = photo.Birth;

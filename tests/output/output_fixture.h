@@ -107,7 +107,8 @@ class OutputTest : public testing::Test {
   output::WebSettings Web;
   QString Told;  ///< what became of the last work
   const base::TellWork Tell = [this](const base::WorkReport& report) {
-    Told = report.IsAllDone() ? DoneText(report) : FailureText(report);
+    Told = DoneText(report);
+    for (const auto& [name, reason] : report.Failures) Told += '|' + name + ": " + reason;
   };
   QWidget Window;
   output::WebPages Pages{Data1, Tree, Catalogue.Paths(), Web, Window};

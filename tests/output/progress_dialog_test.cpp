@@ -135,9 +135,7 @@ TEST_F(PageCommands, TheExportWritesWhatTheDialogAskedForAndOpensIt) {
   // Where no page comes to be, no browser is missed.
   Catalogue.Paths().BrowserPath = "/no/such/browser";
   EXPECT_NO_THROW(MakeWeb("txtWebName", "no/such/web", "OkBttn"));
-  EXPECT_EQ(Told,
-            "No photos written to the web 'web'.\rNot written to the web 'web': 2\r\r"
-            "Photo 3: Path not found\rPhoto 1: not written");
+  EXPECT_EQ(Told, "No photos written to the web 'web'|Photo 3: Path not found|Photo 1: not written");
 }
 
 TEST_F(PageCommands, ReportsTakeTheWholeListAndNothingOfAnEmptyOne) {

@@ -183,25 +183,17 @@ TEST_F(WebPagesTest, AFailureIsToldAndLeavesWholePagesAndTheListAsItWas) {
     rlim_t Room;
     std::vector<qsizetype> Pages;
     const char* Told;
-  } cases[] = {{"link",
-                1'000'000,
-                {},
-                "No photos written to the web 'Web'.\rNot written to the web 'Web': 1 (Permission "},
-               {"picture",
-                5000,
-                {12, 6},
-                "18 photos written to the web 'Web'.\rNot written to the web 'Web': 22\r\rPhoto "
-                "18: Disk full\rPhoto 19: not written\r"},
-               {"gone",
-                1'000'000,
-                {12, 11, 12, 4},
-                "39 photos written to the web 'Web'.\rNot written to the web 'Web': 1 "
-                "(deleted by another machine)\r\rPhoto 15"},
-               {"page",
-                1000,
-                {},
-                "No photos written to the web 'Web'.\rNot written to the web 'Web': 40\r\rPhoto "
-                "40: Disk full\rPhoto 1: not written\r"}};
+  } cases[] = {
+      {"link", 1'000'000, {}, "No photos written to the web 'Web'|All pages: Permission denied"},
+      {"picture",
+       5000,
+       {12, 6},
+       "18 photos written to the web 'Web'|Photo 18: Disk full|Photo 19: not written|"},
+      {"gone",
+       1'000'000,
+       {12, 11, 12, 4},
+       "39 photos written to the web 'Web'|Photo 15: deleted by another machine"},
+      {"page", 1000, {}, "No photos written to the web 'Web'|Photo 40: Disk full|Photo 1: not written|"}};
   for (const auto& [name, room, pages, told] : cases) {
     SCOPED_TRACE(name);
     QDir(Web.WebDir).removeRecursively();

@@ -78,7 +78,13 @@ class Adding : public testing::Test, public test::Controls {
   controls::TreeView Tree;
   controls::Node* Folder;
   catalogue::RecordList Data1{Catalogue.Engine()};
-  AddView View{Data1, Tree, Catalogue.Paths(), Catalogue.Engine(), Pictures.path()};
+  AddView View{Data1,
+               Tree,
+               Catalogue.Paths(),
+               Catalogue.Engine(),
+               Pictures.path(),
+               [this](const base::WorkReport& report) { Told = base::DoneText(report); }};
+  QString Told;
 };
 
 TEST_F(Adding, FiltersByFileTypeAndMarksWhatIsSelected) {

@@ -33,9 +33,19 @@ class CommandsTest : public testing::Test {
   bool FormView = false;
   catalogue::RecordSource Source{Data1, [this] { return folders::SelectedFolderKey(Tree); },
                                  Catalogue.Engine(), Catalogue.Paths()};
-  records::RecordClipboard Clipboard{Data1, Tree, Source, Catalogue.Engine(), Catalogue.Paths()};
-  records::DeletePhotos Deletion{
-      [this] { return Data1.Chosen(!FormView); }, Source, Tree, Catalogue.Engine(), Catalogue.Paths(), Tree};
+  // What the last command told: what was done, or what wasn't.
+  QString Told;
+  base::TellWork Tell = [this](const base::WorkReport& report) {
+    Told = report.IsAllDone() ? DoneText(report) : FailureText(report);
+  };
+  records::RecordClipboard Clipboard{Data1, Tree, Source, Catalogue.Engine(), Catalogue.Paths(), Tell};
+  records::DeletePhotos Deletion{[this] { return Data1.Chosen(!FormView); },
+                                 Source,
+                                 Tree,
+                                 Catalogue.Engine(),
+                                 Catalogue.Paths(),
+                                 Tree,
+                                 Tell};
 };
 
 }  // namespace veldrin::test

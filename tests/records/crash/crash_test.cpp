@@ -8,6 +8,7 @@
 
 #include "catalogue/image_store.h"
 #include "catalogue/schema.h"
+#include "catalogue/staging.h"
 #include "folders/folder_keys.h"
 #include "records/photo_storing.h"
 #include "support/test_support.h"
@@ -52,6 +53,8 @@ struct Trial {
     EXPECT_EQ(db.execAndGet("PRAGMA integrity_check").getString(), "ok");
     ASSERT_TRUE(catalogue::CreateWorkFile(Paths, Catalogue.Engine(), Catalogue.ProgramPath()));
     ASSERT_TRUE(catalogue::OpenCatalogue(Paths, Catalogue.Engine()));
+    catalogue::SweepStaging(Paths, Catalogue.Engine());
+    EXPECT_EQ(QDir(Paths.ImageDir).entryList(QDir::Files | QDir::Hidden).size(), Rows().size());
   }
 
   QStringList Rows() {
@@ -86,7 +89,7 @@ struct Trial {
     QSet<QByteArray> stored;
     for (const QString& row : Rows()) stored.insert(StoredBytes(row));
     EXPECT_EQ(stored, QSet<QByteArray>(Originals.begin(), Originals.end()));
-    EXPECT_EQ(QDir(Paths.ImageDir).entryList({QStringLiteral(".new*")}, QDir::Files | QDir::Hidden),
+    EXPECT_EQ(QDir(Paths.ImageDir).entryList({QStringLiteral(".unfinished*")}, QDir::Dirs | QDir::Hidden),
               QStringList());
   }
 

@@ -30,5 +30,5 @@ int main(int argc, char** argv) {
   batch.RemoveSources = true;
   batch.GroupSize = 8;
   if (auto* begin = reinterpret_cast<void (*)()>(dlsym(RTLD_DEFAULT, "BeginToCount"))) begin();
-  return records::StorePhotos(paths, engine, batch) == 1 ? 0 : 3;
+  return records::StorePhotos(paths, engine, batch).front().PhotoID == 1 ? 0 : 3;
 }
