@@ -24,7 +24,7 @@ TEST(ImageStore, ThumbnailsFollowTheFitAndTheScreen) {
 }
 
 TEST(ImageStore, NoTypeLeadsOutOfIt) {
-  for (const char* type : {"jpg", "", "v2.jpg", "ÄÖ-1"}) EXPECT_EQ(ImageName(7, type), QString("7.") + type);
+  for (const char* type : {"", "v2.jpg"}) EXPECT_EQ(ImageName(7, type), QString("7.") + type);
   for (const QString& type : QStringList{"../", "/..", "x/../../y", QString(QChar::Null), "a\nb"})
     EXPECT_EQ(ImageName(7, type), "7.(none)");
 }

@@ -69,24 +69,20 @@ TEST_F(Configuration, ABadStartIsReportedOnce) {
 TEST_F(Configuration, TheDirectoryForTemporaryFilesIsTheUsersAndItsLockIsMet) {
   const QString name = QStringLiteral("/veldrin-%1").arg(::getuid());
   const QString runtime = Program + "/run";
-  QDir().mkdir(runtime);
-  QFile::setPermissions(runtime, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  QDir().mkdir(runtime, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
   test::WriteFile(Program + name, "somebody's");
   const auto know = [](const QString& directory) { qputenv("XDG_RUNTIME_DIR", directory.toUtf8()); };
-  QString suffixed;
-  {
-    App first;
-    suffixed = first.TempDir();
-    EXPECT_TRUE(suffixed.startsWith(Program + name + '-'));
-    EXPECT_FALSE(first.PrevInstance());
-    QFile::remove(Program + name);
-    EXPECT_TRUE(App().PrevInstance());
-    know(runtime);
-    EXPECT_EQ(App().TempDir(), runtime + name);
-    EXPECT_TRUE(App().PrevInstance());
-  }
-  App first;
-  EXPECT_FALSE(first.PrevInstance());
+  auto first = std::make_unique<App>();
+  const QString suffixed = first->TempDir();
+  EXPECT_TRUE(suffixed.startsWith(Program + name + '-'));
+  EXPECT_FALSE(first->PrevInstance());
+  QFile::remove(Program + name);
+  know(runtime);
+  EXPECT_EQ(App().TempDir(), runtime + name);
+  EXPECT_TRUE(App().PrevInstance());
+  first.reset();
+  first = std::make_unique<App>();
+  EXPECT_FALSE(first->PrevInstance());
   know("none");
   EXPECT_TRUE(App().PrevInstance());
   QFile::setPermissions(runtime, QFile::permissions(runtime) | QFile::ReadOther);
