@@ -84,13 +84,14 @@ PhotoEntry WebDestination::Take(int index) {
   const PhotoRow photo = Reader.At(Data1.PositionOf(Data1.SelBookmarks[index]));
   PhotoEntry entry = EntryOf(photo, index + 1);
   const QString thumbName = entry.Number + QStringLiteral("t.bmp");
+  // The image goes first: of one that is refused no thumbnail goes out either.
+  desktop::CopyStoredFile(ImageFileName(ThePaths, photo.PhotoID, photo.ImageType),
+                          WebImageDir(WebDir) + QLatin1Char('/') + entry.ImageName);
   if (Gallery) {
     NeedThumbnail(photo);
     desktop::CopyStoredFile(ThumbFileName(ThePaths, photo.PhotoID),
                             WebThumbDir(WebDir) + QLatin1Char('/') + thumbName);
   }
-  desktop::CopyStoredFile(ImageFileName(ThePaths, photo.PhotoID, photo.ImageType),
-                          WebImageDir(WebDir) + QLatin1Char('/') + entry.ImageName);
   entry.ImageUrl = QStringLiteral("./Images/") + LinkOf(entry.ImageName);
   entry.ThumbUrl = QStringLiteral("./Thumbnails/") + thumbName;
   return entry;
