@@ -25,9 +25,10 @@ struct CheckedPhotos {
   std::vector<int> Others() const;
 };
 
-/// Compares the rows with what was seen of them. To be asked within the group of writes that relies on it.
-/// Raises the engine's errors.
-CheckedPhotos CheckChosen(engine::Database& database, std::span<const ChosenPhoto> photos);
+/// Compares the rows with what was seen of them, also their texts unless these don't matter. To be asked
+/// within the group of writes that relies on it. Raises the engine's errors.
+CheckedPhotos CheckChosen(engine::Database& database, std::span<const ChosenPhoto> photos,
+                          bool alsoTexts = true);
 
 /// Notes how the photos look now that no view has shown. Raises the engine's errors.
 void NoteLooks(engine::Database& database, std::span<ChosenPhoto> photos);

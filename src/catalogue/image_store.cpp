@@ -1,7 +1,6 @@
 #include "catalogue/image_store.h"
 
 #include <QFileInfo>
-#include <algorithm>
 
 #include "base/failure.h"
 #include "base/runtime_error.h"
@@ -9,9 +8,7 @@
 namespace veldrin::catalogue {
 
 QString ImageName(int photoId, const QString& imageType) {
-  const bool leadsAway = std::any_of(imageType.begin(), imageType.end(), [](QChar sign) {
-    return sign == QLatin1Char('/') || sign.category() == QChar::Other_Control;
-  });
+  const bool leadsAway = imageType.contains(QLatin1Char('/')) || imageType.contains(QChar::Null);
   return QString::number(photoId) + QLatin1Char('.') + (leadsAway ? QStringLiteral("(none)") : imageType);
 }
 

@@ -13,7 +13,7 @@ namespace veldrin::catalogue {
 constexpr pictures::TwipSize ThumbnailBox{2535, 1935};
 
 /// The bare name of a stored image: "17.jpg". It stays a bare name whatever the type is: one with a separator
-/// or a control character, as only a strange catalogue has it, stands for no file.
+/// or a null character, as only a strange catalogue has it, stands for no file.
 QString ImageName(int photoId, const QString& imageType);
 QString ImageFileName(const Paths& paths, int photoId, const QString& imageType);
 QString ThumbFileName(const Paths& paths, int photoId);

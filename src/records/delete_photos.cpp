@@ -114,26 +114,32 @@ bool DeletePhotos::DeleteGroup(engine::Database& database, Group group, catalogu
   std::vector<int> deleted;
   for (const auto& photo : checked.Same) deleted.push_back(photo.PhotoID);
   Q_EMIT Deleted(deleted);
-  if (!ResumeNext([&] { RemoveFiles(database, checked.Same); })) staging.Keep();
+  bool removed = false;
+  ResumeNext([&] { removed = RemoveFiles(database, checked.Same); });
+  if (!removed) staging.Keep();
   return true;
 }
 
 // Nobody can store a photo meanwhile. Before, another machine may have stored one under a number that has
-// become free: those files are its own. They are gone for good before the next number is given out.
-void DeletePhotos::RemoveFiles(engine::Database& database, const Photos& photos) {
+// become free: those files are its own. They are gone for good before the next number is given out. What
+// can't be removed now the next start tries again.
+bool DeletePhotos::RemoveFiles(engine::Database& database, const Photos& photos) {
   const engine::Transaction transaction(database);
   std::vector<catalogue::ChosenPhoto> numbers;
   for (const auto& photo : photos) numbers.push_back({photo.PhotoID, {}});
   const std::vector<int> free = CheckChosen(database, numbers).Gone;
   const QSet<int> mayGo(free.begin(), free.end());
+  bool all = true;
   for (const auto& photo : photos) {
     if (!mayGo.contains(photo.PhotoID)) continue;
     QFile::remove(catalogue::ThumbFileName(ThePaths, photo.PhotoID));
-    if (!RemoveFile(ThePaths.ImageDir + StoredName(photo)))
-      Report.Failures.push_back(
-          {StoredName(photo), QStringLiteral("deleted, but its file could not be removed")});
+    if (RemoveFile(ThePaths.ImageDir + StoredName(photo))) continue;
+    all = false;
+    Report.Failures.push_back(
+        {StoredName(photo), QStringLiteral("deleted, but its file could not be removed")});
   }
   desktop::SyncDirectory(ThePaths.ImageDir);
+  return all;
 }
 
 bool DeletePhotos::RemoveGroup(engine::Database& database, Group group) {

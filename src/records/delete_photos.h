@@ -53,7 +53,7 @@ class DeletePhotos : public QObject {
 
   catalogue::Choice Ask(const QString& question) const;
   bool DeleteGroup(engine::Database& database, Group group, catalogue::Staging& staging);
-  void RemoveFiles(engine::Database& database, const Photos& photos);
+  bool RemoveFiles(engine::Database& database, const Photos& photos);
   bool RemoveGroup(engine::Database& database, Group group);
   void WriteInGroups(const catalogue::Choice& choice, const QString& deed, const Write& write);
   bool WriteAll(Group photos, const Write& write);

@@ -81,6 +81,12 @@ void RecordClipboard::Forget(const std::vector<int>& photos) {
                 [&](const catalogue::ChosenPhoto& photo) { return gone.contains(photo.PhotoID); });
 }
 
+void RecordClipboard::Renew(int photoId) {
+  if (!ThePending) return;
+  for (catalogue::ChosenPhoto& photo : ThePending->Photos)
+    if (photo.PhotoID == photoId) photo.Look.reset();
+}
+
 void RecordClipboard::SetGrey(bool grey) {
   if (std::exchange(IsGrey, grey) != grey) Q_EMIT SelectionGrey(grey);
 }

@@ -40,6 +40,8 @@ class RecordClipboard : public QObject {
   void RecordPaste_Click();
   /// Photos that have been deleted are pending no more.
   void Forget(const std::vector<int>& photos);
+  /// The user has changed a photo, which may be pending.
+  void Renew(int photoId);
 
  Q_SIGNALS:
   /// Something else is cut or copied.

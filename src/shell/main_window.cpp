@@ -62,8 +62,7 @@ frmMain::frmMain(const App& app, const catalogue::Paths& paths, engine::DBEngine
       *Source, Data1, [this](const auto& dialog) { HoldShow(dialog); }, *this);
   Output = std::make_unique<OutputCommands>(
       Data1, chosen, *tvTreeView, Engine, ThePaths, *this,
-      [this] { Bars->Menu("ReportMenu").popup(QCursor::pos()); },
-      tell);
+      [this] { Bars->Menu("ReportMenu").popup(QCursor::pos()); }, tell);
   ConnectViews();
   ConnectCommands();
   setMinimumWidth(ToPixels(LeastWindowWidth));
@@ -144,6 +143,7 @@ void frmMain::ConnectViews() {
   connect(Clipboard.get(), &records::RecordClipboard::Pasted, this, &frmMain::SetRecordMenus);
   connect(TheDeletePhotos.get(), &records::DeletePhotos::Deleted, Clipboard.get(),
           &records::RecordClipboard::Forget);
+  connect(TheFormView, &records::FormView::Saved, Clipboard.get(), &records::RecordClipboard::Renew);
   connect(&Data1, &catalogue::RecordList::Refreshed, this, &frmMain::ShowQueryState);
   connect(bttnGo, &QPushButton::clicked, Folders.get(), &folders::FolderNavigation::bttnGo_Click);
   connect(txtFldrSearch, &QLineEdit::returnPressed, Folders.get(), &folders::FolderNavigation::bttnGo_Click);

@@ -24,8 +24,8 @@ TEST(ImageStore, ThumbnailsFollowTheFitAndTheScreen) {
 }
 
 TEST(ImageStore, NoTypeLeadsOutOfIt) {
-  for (const char* type : {"", "v2.jpg"}) EXPECT_EQ(ImageName(7, type), QString("7.") + type);
-  for (const QString& type : QStringList{"../", "/..", "x/../../y", QString(QChar::Null), "a\nb"})
+  for (const char* type : {"", "v2.jpg", "a\nb"}) EXPECT_EQ(ImageName(7, type), QString("7.") + type);
+  for (const QString& type : QStringList{"../", "/..", "x/../../y", QString(QChar::Null)})
     EXPECT_EQ(ImageName(7, type), "7.(none)");
 }
 

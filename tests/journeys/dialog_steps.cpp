@@ -134,9 +134,6 @@ void SaveForm(Walk& walk, int, int) {
   const int number = walk.Before.FormNumber.toInt();
   walk.AnswerBox("Error Code: 3021", QMessageBox::Ok, false);
   if (!walk.Click("SaveBttn") || walk.Before.List.empty()) return;
-  // Of a record that has gone the view keeps the number of the one before, and saves nothing.
-  const int position = walk.Before.Position;
-  if (position >= 0 && walk.Before.List[static_cast<size_t>(position)] != number) return;
   walk.ExpectOn({number}, [&](JourneyModel& model, int photo) {
     model.Rows.at(photo).Title = walk.Before.FormTitle;
     model.Rows.at(photo).MadeBy = walk.Before.FormMaker;

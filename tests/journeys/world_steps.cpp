@@ -38,6 +38,16 @@ void AddPhotosElsewhere(Walk& walk, int a, int b) {
   });
 }
 
+// With other texts it is another photo than the one that the user sees.
+void RetitlePhotoElsewhere(Walk& walk, int a, int) {
+  if (walk.Model.Rows.empty()) return;
+  walk.Elsewhere([&](JourneyModel& model) {
+    JourneyModel::Photo& photo = model.Rows.at(AnyPhoto(walk, a));
+    photo.Title = walk.NewText();
+    photo.Birth = walk.NewBirth();
+  });
+}
+
 void RenameFolderElsewhere(Walk& walk, int a, int) {
   const QString folder = AnyFolder(walk, a);
   if (folder.isEmpty()) return;
@@ -72,6 +82,7 @@ std::span<const StepKind> WorldSteps() {
   static const StepKind kinds[] = {{"DeletePhotoElsewhere", 2, DeletePhotoElsewhere},
                                    {"ReplacePhotoElsewhere", 1, ReplacePhotoElsewhere},
                                    {"AddPhotosElsewhere", 2, AddPhotosElsewhere},
+                                   {"RetitlePhotoElsewhere", 1, RetitlePhotoElsewhere},
                                    {"RenameFolderElsewhere", 1, RenameFolderElsewhere},
                                    {"DeleteFolderElsewhere", 1, DeleteFolderElsewhere},
                                    {"LoseImage", 1, LoseImage},

@@ -1,5 +1,7 @@
 #include "shell/configuration.h"
 
+#include <SQLiteCpp/SQLiteCpp.h>
+#include <gmock/gmock.h>
 #include <unistd.h>
 
 #include "shell/ini_file.h"
@@ -10,6 +12,9 @@
 namespace veldrin::shell {
 namespace {
 
+using testing::HasSubstr;
+using testing::StartsWith;
+
 struct Configuration : testing::Test, test::Controls {
   void WriteDatabase(const QString& directory, const QByteArray& rest = {}) {
     QDir().mkpath(Program + "/Ini");
@@ -17,8 +22,11 @@ struct Configuration : testing::Test, test::Controls {
                     "[Directories]\nDatabase=" + directory.toUtf8() + '\n' + rest);
   }
   bool Load() { return LoadConfiguration(Paths, Engine, TheApp); }
-  QStringList BoxesOfAFailedLoad() {
-    return test::AnswerBoxes([&] { EXPECT_FALSE(Load()); }, {QMessageBox::Ok});
+  std::string BoxOfAFailedLoad() {
+    return test::AnswerBoxes([&] { EXPECT_FALSE(Load()); }, {QMessageBox::Ok})
+        .join(u' ')
+        .remove(Program)
+        .toStdString();
   }
 
   test::TestCatalogue Catalogue{false};
@@ -58,11 +66,23 @@ TEST_F(Configuration, TheCatalogueFollowsItsDirectoryButTheTemplateStays) {
 
 TEST_F(Configuration, ABadStartIsReportedOnce) {
   WriteDatabase("/no/such/directory");
-  EXPECT_EQ(BoxesOfAFailedLoad(), QStringList("Veldrin|Unable to Initialize User Tables."));
+  EXPECT_THAT(BoxOfAFailedLoad(), testing::AllOf(StartsWith("Veldrin|Unable to Initialize User Tables.\n\n"),
+                                                 HasSubstr("/no/such/directory/Veldrin.MDW")));
   WriteDatabase("");
+  // A strange file may do anything: each is put in the place of the catalogue in turn.
+  const QByteArray whole = test::ReadFile(Program + "/Database/Photos.mdb");
+  for (const char* sql :
+       {"CREATE TRIGGER Empty AFTER INSERT ON tblPhotos BEGIN DELETE FROM tblPhotos; END",
+        "DROP TABLE tblLevel3", "ALTER TABLE tblPhotos ADD COLUMN More", "CREATE VIEW More AS SELECT 1",
+        "DROP TABLE tblLevel4; CREATE TABLE tblLevel4 (IDNo TEXT(40), FolderName TEXT(255))"}) {
+    const std::string file = (Program + "/Database/Photos.mdb").toStdString();
+    SQLite::Database(file, SQLite::OPEN_READWRITE).exec(sql);
+    EXPECT_THAT(BoxOfAFailedLoad(), StartsWith("Veldrin|Unable to Initialize User Tables.\n\n")) << sql;
+    test::WriteFile(Program + "/Database/Photos.mdb", whole);
+  }
   ASSERT_TRUE(QDir(Program + "/own temp").removeRecursively());
   test::WriteFile(Program + "/own temp", "a file in its place");
-  EXPECT_EQ(BoxesOfAFailedLoad(), QStringList("Veldrin|Unable to Connect to the Access Tables."));
+  EXPECT_THAT(BoxOfAFailedLoad(), StartsWith("Veldrin|Unable to Connect to the Access Tables.\n\n"));
 }
 
 // Whatever has its name, and whether or not a start knows the user's runtime directory.
@@ -176,6 +196,7 @@ TEST_F(IniFile, ReadsWhatPeopleWriteByHand) {
       {"[directories]\r\n  DATABASE  =  /srv/my photos  \r\n", "/srv/my photos"},
       {"[Directories]\nDatabase=\"/srv/a b\"\n", "/srv/a b"},
       {"[Directories]\nDatabase=/a=b", "/a=b"},
+      {"[Directories]\nDatabase=/a\nDatabase=/b\n", "/a"},
       {"\xEF\xBB\xBF[Directories]\nDatabase=/ä\n", "/ä"},
       {QByteArray(garbage, sizeof garbage - 1), "/a"},
       {QByteArray(100000, '\xFE'), ""},
