@@ -6,6 +6,7 @@
 #include <span>
 #include <vector>
 
+#include "catalogue/image_store.h"
 #include "catalogue/record_list.h"
 #include "engine/dao/database.h"
 
@@ -37,7 +38,7 @@ inline QString NameOf(const ChosenPhoto& photo) { return QStringLiteral("Photo %
 
 /// The bare name of a photo's stored image.
 inline QString StoredName(const CheckedPhotos::Photo& photo) {
-  return QString::number(photo.PhotoID) + QLatin1Char('.') + photo.ImageType;
+  return ImageName(photo.PhotoID, photo.ImageType);
 }
 
 /// "The photos 3, 17 were changed by another machine.": what a command leaves alone; only the first numbers

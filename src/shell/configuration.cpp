@@ -3,6 +3,7 @@
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QPushButton>
+#include <QStandardPaths>
 
 #include "base/failure.h"
 #include "catalogue/schema.h"
@@ -49,6 +50,8 @@ bool LoadConfiguration(catalogue::Paths& paths, engine::DBEngine& engine, const 
   paths.ThumbDir = paths.ImageDir + QStringLiteral("Thumbnails/");
   paths.MusicDir = database + QStringLiteral("/Music/");
   paths.TempDir = app.TempDir() + QLatin1Char('/');
+  // Not below TempDir, which may be in memory: pictures are large, and a message may be open for days.
+  paths.MailDir = QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + QStringLiteral("/Mail/");
   paths.BrowserPath = ReadIniString(QStringLiteral("Programs"), QStringLiteral("Webbrowser"), paths.IniFile);
   if (paths.BrowserPath.isEmpty()) paths.BrowserPath = DefaultBrowser();
   base::ResumeNext([&] { app.MakeTempDir(); });

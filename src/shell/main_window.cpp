@@ -60,8 +60,9 @@ frmMain::frmMain(const App& app, const catalogue::Paths& paths, engine::DBEngine
   Clipboard = std::make_unique<records::RecordClipboard>(Data1, *tvTreeView, *Source, Engine, ThePaths, tell);
   TheQuery = std::make_unique<find::Query>(
       *Source, Data1, [this](const auto& dialog) { HoldShow(dialog); }, *this);
-  Output = std::make_unique<OutputCommands>(Data1, chosen, *tvTreeView, Engine, ThePaths, *this,
-                                            [this] { Bars->Menu("ReportMenu").popup(QCursor::pos()); });
+  Output = std::make_unique<OutputCommands>(
+      Data1, chosen, *tvTreeView, Engine, ThePaths, *this,
+      [this] { Bars->Menu("ReportMenu").popup(QCursor::pos()); }, tell);
   ConnectViews();
   ConnectCommands();
   setMinimumWidth(ToPixels(LeastWindowWidth));

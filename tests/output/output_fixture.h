@@ -3,6 +3,7 @@
 
 #include <QDirIterator>
 
+#include "base/work_report.h"
 #include "catalogue/image_store.h"
 #include "engine/sql_tokens.h"
 #include "output/record_choice.h"
@@ -104,6 +105,11 @@ class OutputTest : public testing::Test {
   bool FormView = false;
   const catalogue::Chooser Chosen = [this] { return Data1.Chosen(!FormView); };
   output::WebSettings Web;
+  QString Told;  ///< what became of the last work
+  const base::TellWork Tell = [this](const base::WorkReport& report) {
+    Told = DoneText(report);
+    for (const auto& [name, reason] : report.Failures) Told += '|' + name + ": " + reason;
+  };
   QWidget Window;
   output::WebPages Pages{Data1, Tree, Catalogue.Paths(), Web, Window};
 };

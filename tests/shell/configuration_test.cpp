@@ -2,6 +2,7 @@
 
 #include <SQLiteCpp/SQLiteCpp.h>
 #include <gmock/gmock.h>
+#include <unistd.h>
 
 #include "shell/ini_file.h"
 #include "shell/setup.h"
@@ -35,7 +36,8 @@ struct Configuration : testing::Test, test::Controls {
   engine::DBEngine Engine;
   // A home directory of the test's own, in which the first start of an installed program puts its files.
   const QByteArray HomePath = Program.toUtf8();
-  const test::Environment Home{{"HOME", HomePath}, {"XDG_CONFIG_HOME", HomePath}, {"TMPDIR", HomePath}};
+  const test::Environment Home{
+      {"HOME", HomePath}, {"XDG_CONFIG_HOME", HomePath}, {"TMPDIR", HomePath}, {"XDG_RUNTIME_DIR", "none"}};
 };
 
 TEST_F(Configuration, WithoutAnIniFileEverythingIsLocal) {
@@ -81,6 +83,31 @@ TEST_F(Configuration, ABadStartIsReportedOnce) {
   ASSERT_TRUE(QDir(Program + "/own temp").removeRecursively());
   test::WriteFile(Program + "/own temp", "a file in its place");
   EXPECT_THAT(BoxOfAFailedLoad(), StartsWith("Veldrin|Unable to Connect to the Access Tables.\n\n"));
+}
+
+// Whatever has its name, and whether or not a start knows the user's runtime directory.
+TEST_F(Configuration, TheDirectoryForTemporaryFilesIsTheUsersAndItsLockIsMet) {
+  const QString name = QStringLiteral("/veldrin-%1").arg(::getuid());
+  const QString runtime = Program + "/run";
+  QDir().mkdir(runtime, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  test::WriteFile(Program + name, "somebody's");
+  const auto know = [](const QString& directory) { qputenv("XDG_RUNTIME_DIR", directory.toUtf8()); };
+  auto first = std::make_unique<App>();
+  const QString suffixed = first->TempDir();
+  EXPECT_TRUE(suffixed.startsWith(Program + name + '-'));
+  EXPECT_FALSE(first->PrevInstance());
+  QFile::remove(Program + name);
+  know(runtime);
+  EXPECT_EQ(App().TempDir(), runtime + name);
+  EXPECT_TRUE(App().PrevInstance());
+  first.reset();
+  first = std::make_unique<App>();
+  EXPECT_FALSE(first->PrevInstance());
+  know("none");
+  EXPECT_TRUE(App().PrevInstance());
+  QFile::setPermissions(runtime, QFile::permissions(runtime) | QFile::ReadOther);
+  know(runtime);
+  EXPECT_EQ(App().TempDir(), suffixed) << "others may look into that one";
 }
 
 TEST_F(Configuration, TheFirstStartFillsTheUsersDirectoryOnce) {

@@ -93,6 +93,7 @@ TestCatalogue::TestCatalogue(bool open) {
   ThePaths.ThumbDir = database + QStringLiteral("/Images/Thumbnails/");
   ThePaths.MusicDir = database + QStringLiteral("/Music/");
   ThePaths.TempDir = Directory.path() + QStringLiteral("/Temp/");
+  ThePaths.MailDir = Directory.path() + QStringLiteral("/Cache/Mail/");
   TheEngine.SystemDB = database + QStringLiteral("/Veldrin.MDW");
   if (open) {
     EXPECT_TRUE(catalogue::CreateWorkFile(ThePaths, TheEngine, ProgramPath()));
