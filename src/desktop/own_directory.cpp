@@ -37,7 +37,7 @@ void RequireOwnDirectory(QString directory) {
 }
 
 QString OwnDirectoryBelow(const QString& place, const QString& name) {
-  const QString path = place + QLatin1Char('/') + name;
+  QString path = place + QLatin1Char('/') + name;
   const Place plain = Look(path);
   if (plain == Place::Own) return path;
   // One that was made while the name was taken stays the user's, also when the name is free again.
