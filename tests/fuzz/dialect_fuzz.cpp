@@ -3,7 +3,9 @@
 // one, or says more than its condition; where a quoted text is refused, and where `Like` errs.
 #include <sqlite3.h>
 
+#include <QDir>
 #include <QFile>
+#include <QLocale>
 #include <QTemporaryDir>
 #include <cstdio>
 #include <cstdlib>
@@ -19,8 +21,6 @@
 
 using namespace veldrin;
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
-
 namespace {
 
 [[noreturn]] void Fail(const char* what, const QString& sql) {
@@ -31,7 +31,7 @@ namespace {
 // A catalogue with a few rows, by which a condition that escapes shows.
 sqlite3* OpenCatalogue() {
   static const QTemporaryDir directory;
-  const QString file = directory.filePath(QStringLiteral("Photos.mdb"));
+  const QString file = directory.filePath("Photos.mdb");
   if (!QFile::copy(QStringLiteral(READY_MADE_DIR "/Photos.mdb"), file)) Fail("no catalogue", file);
   static engine::SqliteSession session(file, 0);
   session.Sqlite().exec(
@@ -81,7 +81,7 @@ void Check(bool mustHold, Condition&& condition) {
 
 void CheckQuery(const catalogue::Criteria& criteria, bool mustHold) {
   const QString clause = BuildQueryClause(criteria);
-  if (!clause.isEmpty()) Check(mustHold, [&] { return clause.mid(QLatin1String(" WHERE ").size()); });
+  if (!clause.isEmpty()) Check(mustHold, [&] { return clause.mid(QStringLiteral(" WHERE ").size()); });
 }
 
 void CheckSearch(const char* field, engine::FieldType type, const QString& value) {
@@ -111,26 +111,25 @@ bool MatchesPlainly(std::u32string_view pattern, std::u32string_view text) {
 
 void CheckLike(const QString& pattern, const QString& text) {
   // The plain way tries all ways.
-  if (pattern.size() > 24 || text.size() > 24 || pattern.count(QLatin1Char('*')) > 4) return;
+  if (pattern.size() > 24 || text.size() > 24 || pattern.count(u'*') > 4) return;
   const bool matches = engine::LikePattern(pattern.toStdString()).Matches(text.toStdString());
   const auto folded = [](const QString& typed) {
     return QString::fromUtf8(typed.toUtf8()).toCaseFolded().toStdU32String();
   };
-  if (matches != MatchesPlainly(folded(pattern), folded(text)))
-    Fail("Like errs", pattern + QLatin1String(" : ") + text);
+  if (matches != MatchesPlainly(folded(pattern), folded(text))) Fail("Like errs", pattern + " : " + text);
 }
 
 }  // namespace
 
-int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   // Each unit of a field's text, also halves of characters, can be written: \x followed by four digits.
   QString typed = QString::fromUtf8(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
-  for (qsizetype at = 0; (at = typed.indexOf(QLatin1String("\\x"), at)) >= 0; ++at) {
+  for (qsizetype at = 0; (at = typed.indexOf("\\x", at)) >= 0; ++at) {
     bool isUnit = false;
     const ushort unit = typed.mid(at + 2, 4).toUShort(&isUnit, 16);
     if (isUnit) typed.replace(at, 6, QChar(unit));
   }
-  QStringList fields = typed.split(QLatin1Char('\n'));
+  QStringList fields = typed.split(u'\n');
   while (fields.size() < 6) fields << QString();
   // The dialog lets no such character through, and no date that isn't one.
   catalogue::Criteria criteria;
@@ -151,6 +150,23 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     CheckSearch("PhotoID", engine::dbLong, value);
   }
   CheckLike(fields[0], fields[1]);
-  CheckLike(QLatin1Char('*') + fields[2] + QLatin1Char('*'), fields[3]);
+  CheckLike(u'*' + fields[2] + u'*', fields[3]);
   return 0;
 }
+
+#if !defined(VELDRIN_FUZZ)
+// Types what the fuzzer starts from, and what it has found, into the fields: a test without the fuzzer.
+int main(int argc, char** argv) {
+  if (argc != 2) return 2;
+  QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
+  const auto files = QDir(QString::fromLocal8Bit(argv[1])).entryInfoList(QDir::Files);
+  for (const auto& entry : files) {
+    std::printf("%s\n", qPrintable(entry.fileName()));
+    QFile file(entry.filePath());
+    if (!file.open(QIODevice::ReadOnly)) return 1;
+    const std::string bytes = file.readAll().toStdString();
+    LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
+  }
+  return files.isEmpty() ? 1 : 0;
+}
+#endif
