@@ -118,6 +118,8 @@ TEST_F(FolderCommandsTest, WhatCantBeDoneWritesNothing) {
   EXPECT_THROW(test::AnswerBoxes(deleteIt, {QMessageBox::Yes}), base::RuntimeError);
   EXPECT_EQ(Catalogue.RowsText("SELECT PhotoID, Left(IDNo, 8) FROM tblPhotoLinks"), "1|00010001");
   EXPECT_EQ(ErrorOfCopy("X", "1/2/3/4/5/6/7/8/9"), base::errNoSuchTable);
+  EXPECT_FALSE(Commands.TakesPaste(*Find("1/2/3/4/5/6/7/8/9")));
+  EXPECT_TRUE(Commands.TakesPaste(*Find("1/2/3/4/5/6/7/8")));
   EXPECT_EQ(test::ErrorOf([this] { On("1/2/3/4/5/6/7/8/9/10", &FolderCommands::FolderAdd_Click); }),
             base::errNoSuchTable);
   ExpectTree(tree);
@@ -144,8 +146,10 @@ TEST_F(FolderCommandsTest, WhatAnotherMachineChangedIsLeftAlone) {
   // A folder beside the last one keeps their pseudo-folder.
   Catalogue.Execute({"UPDATE tblLevel2 SET FolderName = 'Y' WHERE FolderName = 'theirs'"});
   AddRow("Spain", Find("X")->Tag());
+  Catalogue.Execute({"INSERT INTO ActPhotoLinks (IDNo, PhotoID) VALUES('of a former command', 1)"});
   test::AnswerBoxes([&] { On("X/Y", &FolderCommands::FolderDel_Click); }, {QMessageBox::Yes});
   EXPECT_EQ(Catalogue.RowsText("SELECT FolderName FROM tblLevel2 ORDER BY IDNo"), "!UNORGANIZED Spain");
+  EXPECT_EQ(Catalogue.RowsText("SELECT PhotoID FROM tblPhotoLinks"), "");
 }
 
 }  // namespace

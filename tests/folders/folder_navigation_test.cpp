@@ -72,7 +72,7 @@ TEST_F(FolderTree, KeysGoOnBehindTheRowsThatAreThere) {
   EXPECT_EQ(AddRow("Again"), "0002");
   Catalogue.Execute({"INSERT INTO tblLevel1 (IDNo, FolderName) VALUES('9999', 'Last')"});
   for (const char* name : {"One more", "And more"}) EXPECT_EQ(AddRow(name), "10000");
-  EXPECT_EQ(Catalogue.Value("SELECT FolderName FROM tblLevel1 WHERE IDNo = '10000'"), "One more");
+  EXPECT_EQ(Catalogue.RowsText("SELECT FolderName FROM tblLevel1 WHERE IDNo = '10000'"), "One more");
 }
 
 TEST_F(FolderTree, LoadsTheLevelsInOrderOfNames) {

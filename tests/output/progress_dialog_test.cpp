@@ -113,9 +113,8 @@ class PageCommands : public ProgressDialogTest {
     Export.WebBttn_Click();
   }
 
-  int PopUps = 0;
   WebExport Export{Data1, Catalogue.Engine(), Catalogue.Paths(), TheWeb, Dialog, Window};
-  Reports TheReports{Data1, Catalogue.Paths(), Dialog, [this] { ++PopUps; }};
+  Reports TheReports{Data1, Catalogue.Paths(), Dialog, [] { FAIL() << "a menu of an empty list"; }};
 };
 
 TEST_F(PageCommands, TheExportWritesWhatTheDialogAskedForAndOpensIt) {
@@ -139,10 +138,7 @@ TEST_F(PageCommands, ReportsTakeTheWholeListAndNothingOfAnEmptyOne) {
   AddPhotos(0);
   TheReports.PrintBttn_Click();
   TheReports.ReportList_Click();
-  EXPECT_EQ(PopUps, 0);
   AddPhotos(25);
-  TheReports.PrintBttn_Click();
-  EXPECT_EQ(PopUps, 1);
   TheReports.ReportGallery_Click();
   EXPECT_EQ(Browsed(), Catalogue.Paths().TempDir + "PhotoImage_pg1.htm|");
   TheReports.ReportList_Click();

@@ -1,13 +1,11 @@
 #include "output/web_pages.h"
 
-#include <sys/resource.h>
-
 #include <QImage>
-#include <csignal>
 
 #include "output/code_page.h"
 #include "output/output_fixture.h"
 #include "output/page_names.h"
+#include "support/small_disk.h"
 
 namespace veldrin::output {
 namespace {
@@ -121,8 +119,7 @@ TEST_F(WebPagesTest, EachPageHasItsPhotosAlsoInAStoppedRun) {
   for (const auto& [photos, stopAt, gallery, expected] : cases) {
     QDir(Web.WebDir).removeRecursively();
     MakeWebDirs();
-    Data1.RecordSource = QStringLiteral("SELECT tblPhotos.* FROM tblPhotos WHERE PhotoID <= %1").arg(photos);
-    Data1.Refresh();
+    Open(QStringLiteral(" WHERE PhotoID <= %1").arg(photos));
     SelectLastFirst(photos);
     FakeForm web(gallery);
     FakeForm report(gallery);
@@ -140,26 +137,6 @@ TEST_F(WebPagesTest, EachPageHasItsPhotosAlsoInAStoppedRun) {
 }
 
 // --- failures ---------------------------------------------------------------------------------------------
-
-// Files can't grow beyond a size, as on a disk that is full.
-class SmallDisk {
- public:
-  explicit SmallDisk(rlim_t bytes) : Handler(std::signal(SIGXFSZ, SIG_IGN)) {
-    getrlimit(RLIMIT_FSIZE, &Before);
-    const rlimit small{bytes, Before.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &small);
-  }
-  ~SmallDisk() {
-    setrlimit(RLIMIT_FSIZE, &Before);
-    (void)std::signal(SIGXFSZ, Handler);
-  }
-  SmallDisk(const SmallDisk&) = delete;
-  SmallDisk& operator=(const SmallDisk&) = delete;
-
- private:
-  void (*Handler)(int);
-  rlimit Before{};
-};
 
 TEST_F(WebPagesTest, AFailureEndsTheRunSilentlyAndLeavesTheListAsItWas) {
   AddPhotos(40);
@@ -180,7 +157,7 @@ TEST_F(WebPagesTest, AFailureEndsTheRunSilentlyAndLeavesTheListAsItWas) {
       if (photo == 5 && photos == 15) Catalogue.Execute({"DELETE FROM tblPhotos WHERE PhotoID = 15"});
     };
     {
-      const SmallDisk disk(photos == 18 ? 5000 : 1'000'000);
+      const test::SmallDisk disk(photos == 18 ? 5000 : 1'000'000);
       Pages.MakeWeb(form);
     }
     EXPECT_EQ(form.Percents.size(), photos);
@@ -192,20 +169,6 @@ TEST_F(WebPagesTest, AFailureEndsTheRunSilentlyAndLeavesTheListAsItWas) {
     EXPECT_EQ(WebPage("PhotoImage_pg2.htm").count("<img"), photos - 12);
     EXPECT_FALSE(WebPage("PhotoImage_pg2.htm").contains("</html>"));
   }
-}
-
-TEST_F(WebPagesTest, AFileThatIsReplacedIsNotWrittenThrough) {
-  AddPhotos(1);
-  Select({1});
-  MakeWebDirs();
-  const QString outside = Catalogue.ProgramPath() + "/outside";
-  WriteFile(outside, "kept");
-  const char* const names[] = {"PhotoImage_pg1.htm", "Images/1.jpg", "Thumbnails/1t.bmp"};
-  for (const char* name : names) QFile::link(outside, Web.WebDir + '/' + name);
-  FakeForm form(true);
-  Pages.MakeWeb(form);
-  EXPECT_EQ(ReadFile(outside), "kept");
-  for (const char* name : names) EXPECT_NE(WebPage(name), "kept") << name;
 }
 
 TEST_F(WebPagesTest, NoExportGoesOverTheCatalogue) {

@@ -1,28 +1,23 @@
 #include "records/photo_storing.h"
 
-#include <SQLiteCpp/SQLiteCpp.h>
 #include <gtest/gtest.h>
-#include <sys/resource.h>
 
 #include <QDir>
 #include <QFile>
 #include <QSet>
-#include <csignal>
 
 #include "base/runtime_error.h"
 #include "folders/folder_keys.h"
+#include "support/small_disk.h"
 #include "support/test_support.h"
 
 namespace veldrin::records {
 namespace {
 
 using test::Jpeg;
+using test::NamesIn;
 using test::ReadFile;
 using test::WriteFile;
-
-std::string NamesIn(const QString& directory) {
-  return QDir(directory).entryList(QDir::Files | QDir::Hidden, QDir::Name).join(u' ').toStdString();
-}
 
 class PhotoStoring : public testing::Test {
  protected:
@@ -40,17 +35,6 @@ class PhotoStoring : public testing::Test {
     Batch.Directory = Sources.path();
     Batch.LinkKey = folders::LinkKey("0001");
     return StorePhotos(Catalogue.Paths(), Catalogue.Engine(), Batch);
-  }
-
-  // No file of this process may grow beyond the limit meanwhile.
-  void StoreWithin(rlim_t bytes) {
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit before{};
-    ::getrlimit(RLIMIT_FSIZE, &before);
-    const rlimit limit{bytes, before.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &limit);
-    Store();
-    ::setrlimit(RLIMIT_FSIZE, &before);
   }
 
   QString StoredPath(const char* name) { return Catalogue.Paths().ImageDir + QString::fromUtf8(name); }
@@ -82,8 +66,8 @@ TEST_F(PhotoStoring, KeepsOrderNumbersTextsAndDates) {
   Catalogue.AddPhoto(41, {}, {});
   AddJpegs(7);
   Batch.GroupSize = 3;
-  Batch.Title = QString(61, QLatin1Char('x'));
-  Batch.Description = "It's" + QString(251, QLatin1Char('x'));
+  Batch.Title = QString(61, u'x');
+  Batch.Description = "It's" + QString(251, u'x');
   Batch.MadeBy = "me";
   const QDateTime date(QDate(2001, 7, 4), QTime(10, 15, 7));
   for (const QString& name : Batch.Names) {
@@ -95,11 +79,10 @@ TEST_F(PhotoStoring, KeepsOrderNumbersTextsAndDates) {
   EXPECT_EQ(Store(), 42);
 
   EXPECT_EQ(ReadFile(StoredPath("47.jpg")), Originals[5]);
-  EXPECT_EQ(
-      Catalogue.Rows(QStringLiteral("SELECT DISTINCT ImageType, Title, Description, MadeBy, CreateDate, "
-                                    "LastModifyDate FROM tblPhotos WHERE PhotoID > 41")),
-      QStringList(
-          QStringLiteral("jpg|<null>|%1|me|%2|%2").arg(Batch.Description, "2001-07-04T10:15:07.000Z")))
+  EXPECT_EQ(Catalogue.Rows("SELECT DISTINCT ImageType, Title, Description, MadeBy, CreateDate, "
+                           "LastModifyDate FROM tblPhotos WHERE PhotoID > 41"),
+            QStringList(
+                QStringLiteral("jpg|<null>|%1|me|%2|%2").arg(Batch.Description, "2001-07-04T10:15:07.000Z")))
       << "a text too long leaves its field unset";
   EXPECT_EQ(LinkedIDs(), "42 43 44 45 46 47 48");
   EXPECT_EQ(StoredFiles(), "42.jpg 43.jpg 44.jpg 45.jpg 46.jpg 47.jpg 48.jpg") << "no temporary files";
@@ -110,10 +93,10 @@ TEST_F(PhotoStoring, KeepsOrderNumbersTextsAndDates) {
 // takes.
 TEST_F(PhotoStoring, NamesOfAllKindsAreStored) {
   Catalogue.AddPhoto(10, {}, {});
-  const QString tooLong = "x." + QString(253, QLatin1Char('y'));
+  const QString tooLong = "x." + QString(253, u'y');
   for (const QString& name :
        QStringList{"A.JPG", "photo", "summer.1999.jpg", "x.'\n%", "Bäume\n 木 \"%1\" `b`;.jpg",
-                   QString(246, QLatin1Char('n')) + ".jpg", tooLong}) {
+                   QString(246, u'n') + ".jpg", tooLong}) {
     AddSource(name, Jpeg(static_cast<int>(Batch.Names.size())));
   }
   Batch.RemoveSources = true;
@@ -151,10 +134,14 @@ TEST_F(PhotoStoring, WhatFindsNoRoomStaysWhereItIs) {
   AddSource("q.jpg", Jpeg(7) + QByteArray(400'000, 'x'));
   AddSource("r.jpg", Jpeg(8));
   Batch.RemoveSources = true;
-  StoreWithin(2'000);  // No room for rows.
+  const auto storeWithin = [this](rlim_t bytes) {
+    const test::SmallDisk disk(bytes);
+    Store();
+  };
+  storeWithin(2'000);  // No room for rows.
   EXPECT_EQ(Rows() + LinkedIDs() + StoredFiles(), "");
   EXPECT_EQ(RemainingSources(), "p1.jpg p2.jpg q.jpg r.jpg");
-  StoreWithin(400'000);
+  storeWithin(400'000);
   EXPECT_EQ(Rows(), "1|jpg 2|jpg 3|jpg 4|jpg");
   EXPECT_EQ(StoredFiles(), "1.jpg 2.jpg 4.jpg");
   EXPECT_EQ(RemainingSources(), "q.jpg");
@@ -176,14 +163,14 @@ TEST_F(PhotoStoring, AFileThatStandsUnderTheNameIsKeptAside) {
 // Triggers, for which the program's own dialect has no words, play the other machine: as soon as the second
 // row is there it takes the number of the third one.
 TEST_F(PhotoStoring, ATakenNumberARefusedRowAndARefusedLinkLeaveTheOthersAlone) {
-  SQLite::Database(Catalogue.Paths().DatabaseFile.toStdString(), SQLite::OPEN_READWRITE)
-      .exec(
-          "CREATE TRIGGER OtherMachine AFTER INSERT ON tblPhotos WHEN NEW.PhotoID = 2 "
-          "BEGIN INSERT INTO tblPhotos (PhotoID, ImageType) VALUES (3, 'own'); END;"
-          "CREATE TRIGGER RefuseRow BEFORE INSERT ON tblPhotos WHEN NEW.PhotoID = 5 "
-          "BEGIN SELECT RAISE(ABORT, 'no'); END;"
-          "CREATE TRIGGER RefuseLink BEFORE INSERT ON tblPhotoLinks WHEN NEW.PhotoID = 1 "
-          "BEGIN SELECT RAISE(ABORT, 'no'); END");
+  const test::HeldCatalogue other(
+      Catalogue,
+      "CREATE TRIGGER OtherMachine AFTER INSERT ON tblPhotos WHEN NEW.PhotoID = 2 "
+      "BEGIN INSERT INTO tblPhotos (PhotoID, ImageType) VALUES (3, 'own'); END;"
+      "CREATE TRIGGER RefuseRow BEFORE INSERT ON tblPhotos WHEN NEW.PhotoID = 5 "
+      "BEGIN SELECT RAISE(ABORT, 'no'); END;"
+      "CREATE TRIGGER RefuseLink BEFORE INSERT ON tblPhotoLinks WHEN NEW.PhotoID = 1 "
+      "BEGIN SELECT RAISE(ABORT, 'no'); END");
   WriteFile(StoredPath("3.jpg"), "their picture");
   AddJpegs(6);
   Batch.GroupSize = 2;
