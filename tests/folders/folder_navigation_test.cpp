@@ -50,6 +50,12 @@ TEST_F(FolderNavigationTest, TheSearchTakesTheFirstWholeNameInAnyCase) {
   EXPECT_EQ(Take(), "show");
   Click("Beta");
   Click("");
+  {
+    const test::HeldCatalogue held(Catalogue, "BEGIN EXCLUSIVE");
+    Catalogue.Engine().LockTimeout = 0;
+    EXPECT_THROW(Go("beta"), base::RuntimeError);
+    EXPECT_EQ(Tree.SelectedItem(), Tree.Root()) << "as the list is";
+  }
   Go("beta");
   EXPECT_EQ(Take(), "show show show") << "a search shows what it finds, whatever was clicked before";
 }

@@ -152,9 +152,11 @@ TEST_F(PhotoStoring, AFileThatStandsUnderTheNameIsKeptAside) {
   WriteFile(StoredPath("1.jpg"), "first");
   WriteFile(StoredPath("2.jpg"), "second");
   WriteFile(StoredPath("2.jpg.old"), "third");
+  WriteFile(StoredPath("Thumbnails/1t.bmp"), "of another picture");
   AddJpegs(2);
   Store();
   EXPECT_EQ(StoredFiles(), "1.jpg 1.jpg.old 2.jpg 2.jpg.old 2.jpg.old2");
+  EXPECT_EQ(NamesIn(Catalogue.Paths().ThumbDir), "");
   EXPECT_EQ(ReadFile(StoredPath("1.jpg.old")), "first");
   EXPECT_EQ(ReadFile(StoredPath("2.jpg.old")) + ReadFile(StoredPath("2.jpg.old2")), "thirdsecond");
   EXPECT_EQ(ReadFile(StoredPath("2.jpg")), Jpeg(2));
