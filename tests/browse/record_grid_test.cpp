@@ -70,10 +70,12 @@ TEST_F(RecordGridTest, MouseAndKeysGoIntoSelBookmarks) {
     Do(steps);
     EXPECT_EQ(State(), state) << steps;
   }
+  const auto title = [this] { return Grid.currentIndex().siblingAtColumn(2).data(); };
+  EXPECT_EQ(title(), "Photo");
   Grid.hide();
   Catalogue.Execute({"UPDATE tblPhotos SET Title = 'theirs'"});
   Grid.show();
-  EXPECT_EQ(Grid.currentIndex().siblingAtColumn(2).data(), "theirs") << "changed while it was covered";
+  EXPECT_EQ(title(), "theirs") << "changed while it was covered";
 }
 
 }  // namespace

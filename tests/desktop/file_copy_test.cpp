@@ -1,6 +1,5 @@
 #include "desktop/file_copy.h"
 
-#include <gtest/gtest.h>
 #include <sys/stat.h>
 
 #include <QDir>

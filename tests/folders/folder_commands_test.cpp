@@ -125,6 +125,14 @@ TEST_F(FolderCommandsTest, WhatCantBeDoneWritesNothing) {
   ExpectTree(tree);
 }
 
+TEST_F(FolderCommandsTest, APhotoOfADeletedFolderStaysBelowItsParent) {
+  Load("A A/B A/B/C A/D");
+  Catalogue.AddPhoto(1, {}, {Find("A/B/C")->Tag(), Find("A/D")->Tag()});
+  test::AnswerBoxes([this] { On("A/B/C", &FolderCommands::FolderDel_Click); }, {QMessageBox::Yes});
+  EXPECT_EQ(Catalogue.RowsText("SELECT Left(IDNo, 12) FROM tblPhotoLinks ORDER BY IDNo"),
+            "000100010000 000100020000");
+}
+
 TEST_F(FolderCommandsTest, WhatAnotherMachineChangedIsLeftAlone) {
   Load("X X/Y Z");
   Catalogue.Execute({"UPDATE tblLevel2 SET FolderName = 'theirs' WHERE FolderName = 'Y'"});

@@ -123,6 +123,10 @@ TEST_F(Adding, ASaveShowsTheFirstNewRecordAndKeepsTheTexts) {
   EXPECT_TRUE(IsChoosing());
   EXPECT_EQ(Files().ListCount(), 2) << "the removed files have left the list";
   EXPECT_EQ(Field("nTitle").text(), "By the sea") << "kept for the next batch";
+  Tree.Select(Tree.NodeAt(2));
+  Catalogue.Execute({"UPDATE tblLevel1 SET FolderName = 'theirs'"});
+  EXPECT_EQ(test::AnswerBoxes([this] { Click("newSaveBttn"); }, {QMessageBox::Ok}),
+            QStringList("Error|The folder was changed by another machine."));
 }
 
 }  // namespace

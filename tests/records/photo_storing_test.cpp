@@ -1,7 +1,5 @@
 #include "records/photo_storing.h"
 
-#include <gtest/gtest.h>
-
 #include <QDir>
 #include <QFile>
 #include <QSet>

@@ -3,6 +3,7 @@
 #include "shell/ini_file.h"
 #include "shell/setup.h"
 #include "support/environment.h"
+#include "support/small_disk.h"
 #include "support/test_support.h"
 
 namespace veldrin::shell {
@@ -66,13 +67,18 @@ TEST_F(Configuration, TheFirstStartFillsTheUsersDirectoryOnce) {
   const QString program = Program + "/Pictures/Veldrin";
   // What a crash in the middle of the copying left.
   QDir().mkpath(program + "/Database.part/half");
+  const auto start = [&] { EXPECT_FALSE(LoadConfiguration(Paths, Engine, App())); };
+  {
+    const test::SmallDisk full(1000);
+    test::AnswerBoxes(start, {QMessageBox::Ok});
+  }
+  ASSERT_FALSE(QFileInfo::exists(program + "/Database")) << "which would pass for the whole";
   ASSERT_TRUE(LoadConfiguration(Paths, Engine, App()));
   EXPECT_TRUE(QDir(program + "/Database/Images/Thumbnails").exists());
   EXPECT_FALSE(QFileInfo::exists(program + "/Database/half"));
   EXPECT_FALSE(QFileInfo::exists(program + "/Database.part"));
   // A catalogue that is gone from its directory is missed, not begun anew.
   ASSERT_TRUE(QFile::remove(program + "/Database/Photos.mdb"));
-  const auto start = [&] { EXPECT_FALSE(LoadConfiguration(Paths, Engine, App())); };
   test::AnswerBoxes(start, {QMessageBox::Ok});
 }
 

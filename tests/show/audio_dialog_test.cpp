@@ -1,7 +1,5 @@
 #include "show/audio_dialog.h"
 
-#include <gtest/gtest.h>
-
 #include "show/fakes.h"
 
 namespace veldrin::show {

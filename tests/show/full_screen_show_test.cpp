@@ -1,7 +1,5 @@
 #include "show/full_screen_show.h"
 
-#include <gtest/gtest.h>
-
 #include <QApplication>
 #include <QMouseEvent>
 #include <QScreen>
@@ -39,13 +37,10 @@ class FullScreenTest : public testing::Test {
   static int PhotoShown(const QWidget& window) {
     for (const char* name : {"PictureShow(0)", "PictureShow(1)"}) {
       const auto& image = *window.findChild<controls::FittedImage*>(name);
-      if (!image.isHidden()) return RoundWidth(image.size());
+      if (!image.isHidden())  // From 60 + id by 40, enlarged.
+        return static_cast<int>(std::lround(40.0 * image.width() / image.height())) - 60;
     }
     return 0;
-  }
-  // From 60 + id by 40, enlarged.
-  static int RoundWidth(QSize size) {
-    return static_cast<int>(std::lround(40.0 * size.width() / size.height())) - 60;
   }
   std::string State() {
     return QStringLiteral("%1: %2 @ %3/%4")

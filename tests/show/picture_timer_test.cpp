@@ -1,8 +1,6 @@
 // The timer of the show and the pictures that it waits for.
 #include "show/picture_timer.h"
 
-#include <gtest/gtest.h>
-
 #include <QSemaphore>
 #include <QSignalSpy>
 #include <QTest>

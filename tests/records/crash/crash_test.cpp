@@ -1,5 +1,4 @@
 #include <SQLiteCpp/SQLiteCpp.h>
-#include <gtest/gtest.h>
 
 #include <QDir>
 #include <QProcess>
