@@ -10,12 +10,9 @@ namespace veldrin::browse {
 namespace {
 
 struct ThumbnailPageTest : testing::Test, test::CatalogueList {
-  void Add(int first, int last) {
-    for (int id = first; id <= last; ++id) Catalogue.AddPhoto(id, "Photo", {}, QSize(40, 60));
-  }
   // Photos 1 to `count` with small pictures.
   void Open(int count) {
-    Add(1, count);
+    for (int id = 1; id <= count; ++id) Catalogue.AddPhoto(id, "Photo", {}, QSize(40, 60));
     Window.resize(829, 654);
     Window.show();
     Window.activateWindow();
@@ -47,12 +44,8 @@ TEST_F(ThumbnailPageTest, AThumbnailThatIsDamagedOrCantBeStoredIsShownAllTheSame
 }
 
 TEST_F(ThumbnailPageTest, BarWheelAndKeysMoveByTheirSteps) {
-  Open(12);
+  Open(40);
   QScrollBar& scroll = Page.ThumbVScroll();
-  EXPECT_FALSE(scroll.isEnabled());
-  Add(13, 40);
-  Data1.Refresh();
-  EXPECT_EQ(scroll.maximum(), 13);
   scroll.triggerAction(QAbstractSlider::SliderSingleStepAdd);
   EXPECT_EQ(State(), "0+3");
   scroll.setSliderPosition(2);  // as by a drag, from row to row
@@ -89,6 +82,8 @@ TEST_F(ThumbnailPageTest, WhatACellNoLongerShowsIsNeitherSelectedNorMarked) {
   Data1.SetAbsolutePosition(24);
   Data1.SelBookmarks.Add(20);
   EXPECT_TRUE(Page.findChild<Shape*>("shpMark(7)")->isHidden());
+  Data1.SetAbsolutePosition(26);
+  EXPECT_TRUE(Page.findChild<PictureCell*>("picThumb(2)")->hasFocus()) << "it goes with the frame";
   Data1.SetAbsolutePosition(0);
   // The focus that a click brings may be followed by another list.
   QObject::connect(&Data1, &catalogue::RecordList::Reposition, &picture, [this] {

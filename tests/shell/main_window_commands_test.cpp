@@ -95,7 +95,11 @@ TEST_F(MainWindowTest, AShowOnItsTabWaitsForADialog) {
     }
     Choose("tbarShow(17)");
   }
-  // Nor does a show outlive the window.
+  // Nor does a show outlive its tab, or the window.
+  Choose("MainData");
+  expect(false, show::MediaStopped);
+  Choose("MainPlay");
+  Choose("tbarShow(6)");
   Window->close();
   expect(false, show::MediaStopped);
   EXPECT_FALSE(Action("tbarShow(5)").isEnabled());
