@@ -92,6 +92,10 @@ TEST_F(RecordCommands, APasteThatFailsLeavesEveryPlace) {
   Catalogue.Execute({"UPDATE tblLevel1 SET FolderName = 'theirs'"});
   EXPECT_EQ(test::AnswerBoxes([this] { Clipboard.RecordPaste_Click(); }, {QMessageBox::Ok}),
             QStringList("Error|The folder was changed by another machine."));
+  Data1.SelBookmarks.Clear();
+  Clipboard.RecordCut_Click();  // Of nothing, and nothing is pending any more.
+  Tree.Select(Tree.Root());
+  Clipboard.RecordPaste_Click();
   EXPECT_EQ(Catalogue.RowsText("SELECT PhotoID, Left(IDNo, 4) FROM tblPhotoLinks"), "1|0001 2|0001");
 }
 

@@ -30,7 +30,6 @@ class FullScreenTest : public testing::Test {
                      EXPECT_TRUE(QTest::qWaitForWindowExposed(&window));
                      action(window);
                    });
-    EXPECT_EQ(QApplication::activeModalWidget(), nullptr);
   }
   static bool IsRunning(const QWidget& window) { return window.findChild<QTimer*>("Timer1")->isActive(); }
   // The width of the photo that a window shows; 0 for none.
