@@ -14,9 +14,10 @@ void MakeDesktop(const QString& directory) {
   QDir().mkpath(directory + "/applications");
   QDir().mkpath(directory + "/system");
   test::WritePicture(directory + "/red.jpg", QSize(60, 40), Qt::red);
-  test::WriteFile(script,
-                  "#!/bin/sh\ncp \"$(dirname \"$0\")/red.jpg\" \"$1\"\n"
-                  "touch -d '2030-02-03 04:05:06' \"$1\"\necho \"$1\" >> \"$0.log\"\n");
+  test::WriteFile(
+      script,
+      "#!/bin/sh\ncp \"$(dirname \"$0\")/red.jpg\" \"$1\"\n"
+      "touch -d '2030-02-03 04:05:06' \"$1\"\necho \"$1\" > \"$0.part\"; mv \"$0.part\" \"$0.log\"\n");
   QFile::setPermissions(script, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
   test::WriteFile(directory + "/applications/painter.desktop",
                   "[Desktop Entry]\nType=Application\nName=Painter\nMimeType=image/jpeg;\nExec=\"" +
