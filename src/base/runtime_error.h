@@ -10,10 +10,12 @@ namespace veldrin::base {
 /// Numbers customary for run-time and data engine errors.
 enum ErrorNumber : int {
   errOverflow = 6,
+  errOutOfMemory = 7,
   errSubscriptOutOfRange = 9,
   errTypeMismatch = 13,
   errOutOfStackSpace = 28,
   errFileNotFound = 53,
+  errDeviceIO = 57,
   errPathFileAccess = 75,
   errDeviceUnavailable = 68,
   errDiskFull = 61,

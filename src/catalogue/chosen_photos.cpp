@@ -17,17 +17,21 @@ QHash<int, PhotoLook> LooksOf(engine::Database& database, std::span<const Chosen
       numbers << QString::number(photo.PhotoID);
     }
     const auto rows = database.OpenRecordset(
-        QStringLiteral("SELECT PhotoID, ImageType, CreateDate FROM tblPhotos WHERE PhotoID IN (%1)")
+        QStringLiteral("SELECT PhotoID, ImageType, CreateDate, Title, MadeBy, Description FROM tblPhotos "
+                       "WHERE PhotoID IN (%1)")
             .arg(numbers.join(QLatin1Char(','))),
         engine::dbOpenSnapshot);
     const ListRows read(rows->FieldNames(), rows->ReadRows(0, rows->RecordCount()));
     for (int i = 0; i < read.Count(); ++i) {
-      looks[read.Field(i, QStringLiteral("PhotoID")).toInt()] = {
-          read.Field(i, QStringLiteral("ImageType")).toString(),
-          read.Field(i, QStringLiteral("CreateDate")).toDateTime()};
+      looks[read.Field(i, QStringLiteral("PhotoID")).toInt()] = read.Look(i);
     }
   }
   return looks;
+}
+
+bool IsOther(PhotoLook shown, const PhotoLook& now, bool alsoTexts) {
+  if (!alsoTexts) shown.Texts = now.Texts;
+  return shown != now;
 }
 
 }  // namespace
@@ -38,14 +42,14 @@ std::vector<int> CheckedPhotos::Others() const {
   return others;
 }
 
-CheckedPhotos CheckChosen(engine::Database& database, std::span<const ChosenPhoto> photos) {
+CheckedPhotos CheckChosen(engine::Database& database, std::span<const ChosenPhoto> photos, bool alsoTexts) {
   const QHash<int, PhotoLook> looks = LooksOf(database, photos);
   CheckedPhotos checked;
   for (const ChosenPhoto& photo : photos) {
     const auto look = looks.constFind(photo.PhotoID);
     if (look == looks.cend()) {
       checked.Gone.push_back(photo.PhotoID);
-    } else if (photo.Look && *photo.Look != *look) {
+    } else if (photo.Look && IsOther(*photo.Look, *look, alsoTexts)) {
       checked.Changed.push_back(photo.PhotoID);
     } else {
       checked.Same.push_back({photo.PhotoID, look->ImageType});

@@ -6,6 +6,7 @@
 #include <span>
 #include <vector>
 
+#include "catalogue/image_store.h"
 #include "catalogue/record_list.h"
 #include "engine/dao/database.h"
 
@@ -24,16 +25,20 @@ struct CheckedPhotos {
   std::vector<int> Others() const;
 };
 
-/// Compares the rows with what was seen of them. To be asked within the group of writes that relies on it.
-/// Raises the engine's errors.
-CheckedPhotos CheckChosen(engine::Database& database, std::span<const ChosenPhoto> photos);
+/// Compares the rows with what was seen of them, also their texts unless these don't matter. To be asked
+/// within the group of writes that relies on it. Raises the engine's errors.
+CheckedPhotos CheckChosen(engine::Database& database, std::span<const ChosenPhoto> photos,
+                          bool alsoTexts = true);
 
 /// Notes how the photos look now that no view has shown. Raises the engine's errors.
 void NoteLooks(engine::Database& database, std::span<ChosenPhoto> photos);
 
+/// What a photo is called in a report.
+inline QString NameOf(const ChosenPhoto& photo) { return QStringLiteral("Photo %1").arg(photo.PhotoID); }
+
 /// The bare name of a photo's stored image.
 inline QString StoredName(const CheckedPhotos::Photo& photo) {
-  return QString::number(photo.PhotoID) + QLatin1Char('.') + photo.ImageType;
+  return ImageName(photo.PhotoID, photo.ImageType);
 }
 
 /// "The photos 3, 17 were changed by another machine.": what a command leaves alone; only the first numbers

@@ -7,8 +7,13 @@
 
 namespace veldrin::catalogue {
 
+QString ImageName(int photoId, const QString& imageType) {
+  const bool leadsAway = imageType.contains(QLatin1Char('/')) || imageType.contains(QChar::Null);
+  return QString::number(photoId) + QLatin1Char('.') + (leadsAway ? QStringLiteral("(none)") : imageType);
+}
+
 QString ImageFileName(const Paths& paths, int photoId, const QString& imageType) {
-  return paths.ImageDir + QString::number(photoId) + QLatin1Char('.') + imageType;
+  return paths.ImageDir + ImageName(photoId, imageType);
 }
 
 QString ThumbFileName(const Paths& paths, int photoId) {

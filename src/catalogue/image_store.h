@@ -12,6 +12,9 @@ namespace veldrin::catalogue {
 /// The box of a thumbnail: one cell of the thumbnail page, 169 by 129 pixels.
 constexpr pictures::TwipSize ThumbnailBox{2535, 1935};
 
+/// The bare name of a stored image: "17.jpg". It stays a bare name whatever the type is: one with a separator
+/// or a null character, as only a strange catalogue has it, stands for no file.
+QString ImageName(int photoId, const QString& imageType);
 QString ImageFileName(const Paths& paths, int photoId, const QString& imageType);
 QString ThumbFileName(const Paths& paths, int photoId);
 

@@ -94,6 +94,12 @@ bool RecordList::FindNext(const QString& criteria) {
   return true;
 }
 
+PhotoLook ListRows::Look(int index) const {
+  const auto text = [&](const char* name) { return Field(index, QLatin1String(name)).toString(); };
+  return {text("ImageType"), Field(index, QStringLiteral("CreateDate")).toDateTime(),
+          qHashMulti(0, text("Title"), text("MadeBy"), text("Description"))};
+}
+
 ListRows RecordList::ReadRows(int first, int count) const {
   const QStringList names = Recordset().FieldNames();
   TheRecordset->Reread();  // Field tells the same as the rows that are shown.
@@ -101,8 +107,7 @@ ListRows RecordList::ReadRows(int first, int count) const {
   if (Looks.size() > MostLooks) erase_if(Looks, [this](auto at) { return !SelBookmarks.Contains(at.key()); });
   for (int i = 0; i < rows.Count(); ++i) {
     if (!rows.IsThere(i)) continue;
-    Looks[BookmarkAt(first + i)] = {rows.Field(i, QStringLiteral("ImageType")).toString(),
-                                    rows.Field(i, QStringLiteral("CreateDate")).toDateTime()};
+    Looks[BookmarkAt(first + i)] = rows.Look(i);
   }
   return rows;
 }

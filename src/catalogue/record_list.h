@@ -39,11 +39,12 @@ class SelBookmarkList : public QObject {
   std::vector<int> Sorted;  ///< the same, for the look-up
 };
 
-/// What tells a photo from another one that has its number, unless both are of one type and one second:
-/// neither changes while a photo is in the catalogue.
+/// What tells a photo from another one that has its number, and a row from what another machine has made of
+/// it. Type and date never change while a photo is in the catalogue, its texts may.
 struct PhotoLook {
   QString ImageType;
   QDateTime CreateDate;
+  size_t Texts = 0;  ///< a hash of title, maker and description
   bool operator==(const PhotoLook&) const = default;
 };
 
@@ -75,6 +76,8 @@ class ListRows {
   bool IsThere(int index) const { return !Rows[static_cast<size_t>(index)].empty(); }
   /// A field of a row by its name; Null in a row that isn't there.
   engine::Value Field(int index, const QString& name) const;
+  /// Of a row with all fields of tblPhotos but LastModifyDate, which the program itself keeps up to date.
+  PhotoLook Look(int index) const;
 
  private:
   QStringList Names;

@@ -77,4 +77,12 @@ void RecordSource::SetRecordSource() {
   ShownFolder = folder;
 }
 
+void RecordSource::SetRecordSource(base::WorkReport& report) {
+  try {
+    SetRecordSource();
+  } catch (const base::RuntimeError& error) {
+    report.Failures.push_back({QStringLiteral("The list couldn't be read anew"), base::ReasonOf(error)});
+  }
+}
+
 }  // namespace veldrin::catalogue

@@ -4,6 +4,7 @@
 #include <QString>
 #include <functional>
 
+#include "base/work_report.h"
 #include "catalogue/paths.h"
 #include "catalogue/record_list.h"
 
@@ -51,6 +52,8 @@ class RecordSource {
   /// empty. Raises the error of criteria that the engine can't read; list and criteria are then what they
   /// were when it was last read.
   void SetRecordSource();
+  /// The same after work on photos: a list that can't be read stays, and the report tells why.
+  void SetRecordSource(base::WorkReport& report);
 
  private:
   void SetActiveFolder(const QString& key);

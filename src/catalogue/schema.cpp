@@ -3,6 +3,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <cstdio>
+#include <utility>
 
 #include "base/runtime_error.h"
 #include "desktop/file_copy.h"
@@ -33,8 +34,17 @@ void CopyOver(const QString& source, const QString& target) {
   }
 }
 
-TableDef LinkedTable(const QString& name, const QString& file) {
+QVector<Field> PhotoFields() {
+  return {
+      {QStringLiteral("PhotoID"), engine::dbLong},       {QStringLiteral("ImageType"), engine::dbText, 3},
+      {QStringLiteral("Title"), engine::dbText, 60},     {QStringLiteral("CreateDate"), engine::dbDate},
+      {QStringLiteral("MadeBy"), engine::dbText, 26},    {QStringLiteral("Description"), engine::dbText, 255},
+      {QStringLiteral("LastModifyDate"), engine::dbDate}};
+}
+
+TableDef LinkedTable(const QString& name, const QString& file, QVector<Field> fields) {
   TableDef table;
+  table.Fields = std::move(fields);
   table.Name = name;
   table.Connect = QStringLiteral(";DATABASE=") + file;
   table.SourceTableName = name;
@@ -46,9 +56,13 @@ QVector<Index> PrimaryKey(const QStringList& fields) {
 }
 
 void AppendLinks(engine::Database& db, const QString& file) {
-  db.Append(LinkedTable(QStringLiteral("tblPhotos"), file));
-  db.Append(LinkedTable(QStringLiteral("tblPhotoLinks"), file));
-  for (int level = 1; level <= LevelCount; ++level) db.Append(LinkedTable(LevelTable(level), file));
+  const Field idNo{QStringLiteral("IDNo"), engine::dbText, 40};
+  db.Append(LinkedTable(QStringLiteral("tblPhotos"), file, PhotoFields()));
+  db.Append(LinkedTable(QStringLiteral("tblPhotoLinks"), file,
+                        {idNo, {QStringLiteral("PhotoID"), engine::dbLong}}));
+  for (int level = 1; level <= LevelCount; ++level)
+    db.Append(
+        LinkedTable(LevelTable(level), file, {idNo, {QStringLiteral("FolderName"), engine::dbText, 255}}));
 }
 
 void AppendWorkingTables(engine::Database& db) {
@@ -71,13 +85,7 @@ void AppendWorkingTables(engine::Database& db) {
   // Nothing reads or writes this table: it belongs to the fixed shape of the working copy.
   TableDef photos;
   photos.Name = QStringLiteral("Photos");
-  photos.Fields = {photoId,
-                   imageType,
-                   {QStringLiteral("Title"), engine::dbText, 60},
-                   {QStringLiteral("CreateDate"), engine::dbDate},
-                   {QStringLiteral("MadeBy"), engine::dbText, 26},
-                   {QStringLiteral("Description"), engine::dbText, 255},
-                   lastModifyDate};
+  photos.Fields = PhotoFields();
   photos.Indexes = PrimaryKey({photoId.Name});
   db.Append(photos);
 
@@ -111,7 +119,7 @@ void FillWorkFile(const Paths& paths, engine::DBEngine& engine) {
 
 QString LevelTable(int level) { return QStringLiteral("tblLevel%1").arg(level); }
 
-bool CreateWorkFile(Paths& paths, engine::DBEngine& engine, const QString& programPath) {
+bool CreateWorkFile(Paths& paths, engine::DBEngine& engine, const QString& programPath, QString* why) {
   paths.WorkFile = TemplateName();
   engine.DefaultType = engine::dbUseJet;
   engine.DefaultUser = QStringLiteral("Veldrin");
@@ -120,17 +128,19 @@ bool CreateWorkFile(Paths& paths, engine::DBEngine& engine, const QString& progr
     desktop::RequireOwnDirectory(paths.TempDir);
     engine.Forget();
     CopyOver(programPath + QStringLiteral("/Database/") + TemplateName(), paths.TempDir + TemplateName());
-  } catch (const RuntimeError&) {
+  } catch (const RuntimeError& error) {
+    if (why != nullptr) *why = error.Description();
     return false;
   }
   paths.WorkFile = paths.TempDir + TemplateName();
   return true;
 }
 
-bool OpenCatalogue(const Paths& paths, engine::DBEngine& engine) {
+bool OpenCatalogue(const Paths& paths, engine::DBEngine& engine, QString* why) {
   try {
     FillWorkFile(paths, engine);
-  } catch (const RuntimeError&) {
+  } catch (const RuntimeError& error) {
+    if (why != nullptr) *why = error.Description();
     return false;
   }
   return true;

@@ -15,12 +15,13 @@ constexpr int LevelCount = 10;
 QString LevelTable(int level);
 
 /// Copies the template below the program directory to TempDir and sets Paths::WorkFile and the engine's
-/// account. False when there is no template or no room for its copy.
-bool CreateWorkFile(Paths& paths, engine::DBEngine& engine, const QString& programPath);
+/// account. False when there is no template or no room for its copy; `why` takes the reason.
+bool CreateWorkFile(Paths& paths, engine::DBEngine& engine, const QString& programPath,
+                    QString* why = nullptr);
 
 /// Links, creates and fills the working copy. False when the permanent catalogue is missing, damaged or
-/// another program's; the half-built copy stays.
-bool OpenCatalogue(const Paths& paths, engine::DBEngine& engine);
+/// another program's, and `why` takes the reason; the half-built copy stays.
+bool OpenCatalogue(const Paths& paths, engine::DBEngine& engine, QString* why = nullptr);
 
 /// Deletes the working copy, if one was made. A failure is of no importance: the next start replaces the
 /// file.

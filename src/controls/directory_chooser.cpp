@@ -1,5 +1,7 @@
 #include "controls/directory_chooser.h"
 
+#include <QDir>
+#include <QStandardPaths>
 #include <QVBoxLayout>
 
 #include "base/failure.h"
@@ -7,6 +9,12 @@
 #include "controls/named.h"
 
 namespace veldrin::controls {
+
+QString UsersPictures() {
+  const QString pictures = QStandardPaths::writableLocation(QStandardPaths::PicturesLocation);
+  return QDir(pictures).isReadable() ? pictures
+                                     : QStandardPaths::writableLocation(QStandardPaths::HomeLocation);
+}
 
 DirectoryChooser::DirectoryChooser(QWidget* parent, DriveListBox::VolumeSource volumes)
     : QWidget(parent),

@@ -8,6 +8,9 @@
 
 namespace veldrin::controls {
 
+/// Where a chooser opens at first: the user's directory of pictures, or the user's own where there is none.
+QString UsersPictures();
+
 /// Its parts are named `Drive1` and `Dir1`. A drive that can't be opened shows a plain box "Error Code: ..."
 /// and leaves drive and path as they were.
 class DirectoryChooser : public QWidget {

@@ -8,7 +8,6 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
-#include <utility>
 
 #include "base/runtime_error.h"
 
@@ -16,116 +15,76 @@ namespace veldrin::desktop {
 
 namespace {
 
-[[noreturn]] void Raise(int error, const QString& path) {
-  if (error == ENOSPC || error == EDQUOT || error == EFBIG) {
-    throw base::RuntimeError(base::errDiskFull, QStringLiteral("Disk full: %1").arg(path));
-  }
-  if (error == ENOENT)
-    throw base::RuntimeError(base::errFileNotFound, QStringLiteral("File not found: %1").arg(path));
-  throw base::RuntimeError(base::errPathFileAccess, QStringLiteral("Path/File access error: %1").arg(path));
-}
-
 class Descriptor {
  public:
   Descriptor(const QString& path, int flags)
-      : Number(::open(QFile::encodeName(path).constData(), flags | O_CLOEXEC, 0666)) {}
+      : Number(::open(QFile::encodeName(path).constData(), flags | O_CLOEXEC)) {}
   ~Descriptor() {
     if (Number >= 0) ::close(Number);
   }
-  Descriptor(Descriptor&& other) noexcept : Number(other.Release()) {}
   Descriptor(const Descriptor&) = delete;
   Descriptor& operator=(const Descriptor&) = delete;
 
   int Get() const { return Number; }
-  int Release() { return std::exchange(Number, -1); }
 
  private:
   int Number;
 };
 
-void WriteAll(int target, const char* bytes, ssize_t count, const QString& path) {
-  while (count > 0) {
-    const ssize_t written = ::write(target, bytes, static_cast<size_t>(count));
-    if (written < 0 && errno == EINTR) continue;
-    if (written < 0) Raise(errno, path);
-    bytes += written;
-    count -= written;
-  }
-}
-
-void CopyThroughMemory(int source, const QString& sourceName, int target, const QString& targetName) {
+void CopyThroughMemory(int source, const QString& sourceName, NewFile& target) {
   constexpr size_t BlockSize = 131'072;
   std::array<char, BlockSize> block;
   while (true) {
     const ssize_t count = ::read(source, block.data(), block.size());
     if (count < 0 && errno == EINTR) continue;
-    if (count < 0) Raise(errno, sourceName);
+    if (count < 0) RaiseFileError(errno, sourceName);
     if (count == 0) return;
-    WriteAll(target, block.data(), count, targetName);
+    target.Write(block.data(), count);
   }
 }
 
 // The system copies by itself where it can, some file systems without moving a byte. What it can't do goes
 // through memory, from where it left off.
-void CopyBytes(int source, const QString& sourceName, int target, const QString& targetName) {
+void CopyBytes(int source, const QString& sourceName, NewFile& target) {
   constexpr size_t atOnce = size_t{1} << 30;
   ssize_t copied = 0;
   do {
-    copied = ::copy_file_range(source, nullptr, target, nullptr, atOnce, 0);
+    copied = ::copy_file_range(source, nullptr, target.Descriptor(), nullptr, atOnce, 0);
   } while (copied > 0 || (copied < 0 && errno == EINTR));
-  CopyThroughMemory(source, sourceName, target, targetName);
+  CopyThroughMemory(source, sourceName, target);
 }
-
-constexpr int NewFile = O_WRONLY | O_CREAT | O_EXCL;
 
 // A link may lead to the source itself, or anywhere: it is the link that is replaced.
 void RequireReplaceable(const QString& target, const struct stat& source) {
   const QByteArray name = QFile::encodeName(target);
   struct stat former {};
-  if (::lstat(name.constData(), &former) != 0) Raise(errno, target);
+  if (::lstat(name.constData(), &former) != 0) return;
   if (former.st_dev == source.st_dev && former.st_ino == source.st_ino)
     throw base::RuntimeError(base::errPermissionDenied, QStringLiteral("Permission denied: %1").arg(target));
   if (S_ISLNK(former.st_mode)) return;
-  if (!S_ISREG(former.st_mode)) Raise(EISDIR, target);
-  if (::access(name.constData(), W_OK) != 0) Raise(errno, target);
+  if (!S_ISREG(former.st_mode)) RaiseFileError(EISDIR, target);
+  if (::access(name.constData(), W_OK) != 0) RaiseFileError(errno, target);
 }
 
-// A new file for what is to stand under the target's name: of that name where it is free, otherwise beside
-// it, so that the former file is there until the new one is whole.
-Descriptor OpenNew(const QString& target, const struct stat& source, QString& written) {
-  written = target;
-  Descriptor file(written, NewFile);
-  if (file.Get() >= 0) return file;
-  if (errno == ENOENT || errno == ENOTDIR)
-    throw base::RuntimeError(base::errPathNotFound, QStringLiteral("Path not found: %1").arg(target));
-  if (errno != EEXIST) Raise(errno, target);
-  RequireReplaceable(target, source);
-  for (int number = 1;; ++number) {
-    written = target + QStringLiteral(".part%1").arg(number);
-    Descriptor beside(written, NewFile);
-    if (beside.Get() >= 0) return beside;
-    if (errno != EEXIST) Raise(errno, target);
-  }
+// Some file systems keep no times, or not those of others' files: the copy is whole all the same.
+void KeepTime(int target, const struct stat& source) {
+  const timespec times[] = {{0, UTIME_OMIT}, source.st_mtim};
+  ::futimens(target, times);
 }
 
-Descriptor Copy(const QString& source, const QString& target) {
+std::unique_ptr<NewFile> Copy(const QString& source, const QString& target, int flags = 0) {
   // Without waiting: opening a pipe would wait for its other end.
-  const Descriptor from(source, O_RDONLY | O_NONBLOCK);
+  const Descriptor from(source, O_RDONLY | O_NONBLOCK | flags);
+  if (from.Get() < 0 && errno == ELOOP)
+    throw base::RuntimeError(base::errPermissionDenied, QStringLiteral("Permission denied: %1").arg(source));
   struct stat status {};
-  if (from.Get() < 0 || ::fstat(from.Get(), &status) != 0 || !S_ISREG(status.st_mode)) Raise(ENOENT, source);
-  QString written;
-  Descriptor to = OpenNew(target, status, written);
-  try {
-    CopyBytes(from.Get(), source, to.Get(), written);
-    // Some file systems tell only when a file is closed that there was no room.
-    if (::close(::dup(to.Get())) != 0) Raise(errno, target);
-    if (written != target &&
-        std::rename(QFile::encodeName(written).constData(), QFile::encodeName(target).constData()) != 0)
-      Raise(errno, target);
-  } catch (const base::RuntimeError&) {
-    QFile::remove(written);
-    throw;
-  }
+  if (from.Get() < 0 || ::fstat(from.Get(), &status) != 0 || !S_ISREG(status.st_mode))
+    RaiseFileError(ENOENT, source);
+  RequireReplaceable(target, status);
+  auto to = std::make_unique<NewFile>(target);
+  CopyBytes(from.Get(), source, *to);
+  KeepTime(to->Descriptor(), status);
+  to->PutInPlace();
   return to;
 }
 
@@ -133,16 +92,16 @@ Descriptor Copy(const QString& source, const QString& target) {
 
 void CopyFile(const QString& source, const QString& target) { Copy(source, target); }
 
+void CopyStoredFile(const QString& source, const QString& target) { Copy(source, target, O_NOFOLLOW); }
+
 FileCopy::FileCopy(const QString& source, const QString& target)
-    : Target(target), File(Copy(source, target).Release()) {
+    : Target(target), File(Copy(source, target)) {
   // Starts the writing to the disk, so that Flush has less to wait for.
-  ::sync_file_range(File, 0, 0, SYNC_FILE_RANGE_WRITE);
+  ::sync_file_range(File->Descriptor(), 0, 0, SYNC_FILE_RANGE_WRITE);
 }
 
-FileCopy::~FileCopy() { ::close(File); }
-
 void FileCopy::Flush() {
-  if (::fsync(File) != 0) Raise(errno, Target);
+  if (::fsync(File->Descriptor()) != 0) RaiseFileError(errno, Target);
 }
 
 void SyncDirectory(const QString& directory) {
@@ -150,7 +109,7 @@ void SyncDirectory(const QString& directory) {
   if (opened.Get() < 0)
     throw base::RuntimeError(base::errPathNotFound, QStringLiteral("Path not found: %1").arg(directory));
   // Some network file systems can't flush a directory and need not.
-  if (::fsync(opened.Get()) != 0 && errno != EINVAL) Raise(errno, directory);
+  if (::fsync(opened.Get()) != 0 && errno != EINVAL) RaiseFileError(errno, directory);
 }
 
 bool RenameToFree(const QString& from, const QString& to) {
@@ -159,11 +118,11 @@ bool RenameToFree(const QString& from, const QString& to) {
   if (::renameat2(AT_FDCWD, source.constData(), AT_FDCWD, target.constData(), RENAME_NOREPLACE) == 0)
     return true;
   if (errno == EEXIST) return false;
-  if (errno != EINVAL && errno != ENOSYS) Raise(errno, from);
+  if (errno != EINVAL && errno != ENOSYS) RaiseFileError(errno, from);
   // A file system without such a renaming: the name is looked up first.
   struct stat status {};
   if (::lstat(target.constData(), &status) == 0) return false;
-  if (::rename(source.constData(), target.constData()) != 0) Raise(errno, from);
+  if (::rename(source.constData(), target.constData()) != 0) RaiseFileError(errno, from);
   return true;
 }
 

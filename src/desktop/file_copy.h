@@ -2,30 +2,35 @@
 #pragma once
 
 #include <QString>
+#include <memory>
+
+#include "desktop/new_file.h"
 
 namespace veldrin::desktop {
 
-/// Copies a regular file's bytes. A file or link that stands under the target's name is replaced when the
-/// copy is whole. Raises 70 where source and target are the same file, which stays as it is. Raises 53 for a
-/// source that can't be opened or isn't a regular file, 76 for a missing target directory, 61 where the disk
-/// is full, 75 otherwise; what stood under the target's name is still there then, and nothing else.
+/// Copies a regular file's bytes and its time of change, where the target takes one. A file or link that
+/// stands under the target's name is replaced when the copy is whole. Raises 70 where source and target are
+/// the same file, which stays as it is. Raises 53 for a source that can't be opened or isn't a regular file,
+/// 76 for a missing target directory, 61 where the disk is full, 75 otherwise; what stood under the target's
+/// name is still there then, and nothing else.
 void CopyFile(const QString& source, const QString& target);
+
+/// The same for a file of the catalogue's, which is never a link: raises 70 for one, which may lead to
+/// anybody's file.
+void CopyStoredFile(const QString& source, const QString& target);
 
 /// Such a copy, made by the constructor, that is to be safe against a power cut: after Flush it is.
 class FileCopy {
  public:
   /// Raises what CopyFile raises.
   FileCopy(const QString& source, const QString& target);
-  ~FileCopy();
-  FileCopy(const FileCopy&) = delete;
-  FileCopy& operator=(const FileCopy&) = delete;
 
   /// Waits until the bytes are on the disk. Raises 61 or 75.
   void Flush();
 
  private:
   QString Target;
-  int File = -1;
+  std::unique_ptr<NewFile> File;
 };
 
 /// Makes renamings and new names in a directory safe against a power cut. Raises 76 or 75.

@@ -3,11 +3,25 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <QDir>
 #include <QFile>
+#include <QRandomGenerator>
 
 #include "base/runtime_error.h"
 
 namespace veldrin::desktop {
+
+namespace {
+
+enum class Place { Free, Own, Taken };
+
+Place Look(const QString& path) {
+  struct stat status {};
+  if (::lstat(QFile::encodeName(path).constData(), &status) != 0) return Place::Free;
+  return S_ISDIR(status.st_mode) && status.st_uid == ::geteuid() ? Place::Own : Place::Taken;
+}
+
+}  // namespace
 
 void RequireOwnDirectory(QString directory) {
   // With its separator at the end the name of a link would stand for what the link leads to.
@@ -20,6 +34,21 @@ void RequireOwnDirectory(QString directory) {
     throw base::RuntimeError(base::errPermissionDenied,
                              QStringLiteral("Permission denied: %1").arg(directory));
   }
+}
+
+QString OwnDirectoryBelow(const QString& place, const QString& name) {
+  const QString path = place + QLatin1Char('/') + name;
+  const Place plain = Look(path);
+  if (plain == Place::Own) return path;
+  // One that was made while the name was taken stays the user's, also when the name is free again.
+  const QStringList suffixed = QDir(place).entryList({name + QStringLiteral("-*")}, QDir::Dirs, QDir::Name);
+  for (const QString& found : suffixed) {
+    QString own = place + QLatin1Char('/') + found;
+    if (Look(own) == Place::Own) return own;
+  }
+  if (plain == Place::Free) return path;
+  constexpr int hexadecimal = 16;
+  return path + QLatin1Char('-') + QString::number(QRandomGenerator::system()->generate64(), hexadecimal);
 }
 
 }  // namespace veldrin::desktop

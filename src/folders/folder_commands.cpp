@@ -20,8 +20,8 @@ using controls::Node;
 using engine::Database;
 
 FolderCommands::FolderCommands(controls::TreeView& tvTreeView, FolderNavigation& navigation,
-                               engine::DBEngine& engine, const catalogue::Paths& paths)
-    : Tree(tvTreeView), Navigation(navigation), Engine(engine), ThePaths(paths) {
+                               engine::DBEngine& engine, const catalogue::Paths& paths, base::TellWork tell)
+    : Tree(tvTreeView), Navigation(navigation), Engine(engine), ThePaths(paths), Tell(std::move(tell)) {
   connect(&Tree, &controls::TreeView::AfterLabelEdit, this, &FolderCommands::tvTreeView_AfterLabelEdit);
   connect(&Tree, &controls::TreeView::LabelEditCancelled, this,
           &FolderCommands::tvTreeView_LabelEditCancelled);
@@ -32,19 +32,24 @@ FolderCommands::FolderCommands(controls::TreeView& tvTreeView, FolderNavigation&
 }
 
 // What a command writes is stored as a whole, or after an error not at all. The work answers whether the rows
-// that it relies on are those that the tree shows.
+// that it relies on are those that the tree shows. What keeps it from that is told; `deed` says from what.
 template <class Work>
-bool FolderCommands::InOneGroup(Work&& work) {
-  {
+bool FolderCommands::InOneGroup(const QString& deed, Work&& work) {
+  base::WorkReport report{QStringLiteral("folders"), deed, 0, {}};
+  try {
     const controls::BusyPointer busy;
     const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
     engine::Transaction group(*database);
     if (work(*database)) {
       group.Commit();
-      return true;
+      report.Done = 1;
     }
+  } catch (const base::RuntimeError& error) {
+    report.Failures.push_back({Tree.SelectedItem()->Text(), base::ReasonOf(error)});
   }
-  return false;
+  const bool isChanged = report.Done == 0 && report.Failures.empty();
+  isChanged ? TellFolderChanged(&Tree) : Tell(report);
+  return report.Done == 1;
 }
 
 // --- add, rename, delete ----------------------------------------------------------------------------------
@@ -52,12 +57,12 @@ bool FolderCommands::InOneGroup(Work&& work) {
 void FolderCommands::FolderAdd_Click() {
   const Node& parent = *Tree.SelectedItem();
   QString key;
-  const bool written = InOneGroup([&](Database& database) {
+  const bool written = InOneGroup(QStringLiteral("added"), [&](Database& database) {
     if (!RowIsAsShown(database, parent)) return false;
     key = FolderWriter(database).AddFolderRecord(GetNodeLevel(parent) + 1, NewFolderName(), parent.Tag());
     return true;
   });
-  if (!written) return TellFolderChanged(&Tree);
+  if (!written) return;
   AddUnorganizedNode(Tree);
   AddFolderNode(Tree);
   Tree.SelectedItem()->SetTag(key);
@@ -85,7 +90,7 @@ void FolderCommands::tvTreeView_AfterLabelEdit(bool& Cancel, QString& NewString)
   }
   // No name clashes with a key; one that the catalogue has no room for must not be shown as if it were
   // stored.
-  Cancel = !InOneGroup([&](Database& database) {
+  Cancel = !InOneGroup(QStringLiteral("renamed"), [&](Database& database) {
     if (!RowIsAsShown(database, node)) return false;
     database.Execute(
         QStringLiteral("UPDATE %1 SET FolderName = '%2' WHERE IDNo = '%3'")
@@ -94,7 +99,6 @@ void FolderCommands::tvTreeView_AfterLabelEdit(bool& Cancel, QString& NewString)
     return true;
   });
   AddedNode = nullptr;
-  if (Cancel) TellFolderChanged(&Tree);
   if (!Cancel) node.SetText(NewString);
   Navigation.ShowRenamed();
 }
@@ -109,12 +113,12 @@ void FolderCommands::FolderDel_Click() {
     return;
   }
   Node* unorganized = nullptr;
-  const bool deleted = InOneGroup([&](Database& database) {
+  const bool deleted = InOneGroup(QStringLiteral("deleted"), [&](Database& database) {
     if (!SubtreeIsAsShown(database, node)) return false;
     unorganized = DeleteRows(database, node);
     return true;
   });
-  if (!deleted) return TellFolderChanged(&Tree);
+  if (!deleted) return;
   RemoveNodes(node, unorganized);
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
   Navigation.ShowAnew();
@@ -176,22 +180,13 @@ void FolderCommands::FolderPaste_Click() {
   const bool isFirst = target.Children() == 0;
   Node& pasted = CopyNodes(target);
   Node* unorganized = nullptr;
-  const auto takeBack = [&] { TakeBackNode(Tree, pasted, isFirst); };
-  try {
-    const bool written = InOneGroup([&](Database& database) {
-      if (!RowIsAsShown(database, target) || (isCut && !SubtreeIsAsShown(database, source))) return false;
-      StoreFolders(database, pasted);
-      if (isCut) unorganized = DeleteRows(database, source);
-      return true;
-    });
-    if (!written) {
-      takeBack();
-      return TellFolderChanged(&Tree);
-    }
-  } catch (...) {
-    takeBack();
-    throw;
-  }
+  const bool written = InOneGroup(QStringLiteral("pasted"), [&](Database& database) {
+    if (!RowIsAsShown(database, target) || (isCut && !SubtreeIsAsShown(database, source))) return false;
+    StoreFolders(database, pasted);
+    if (isCut) unorganized = DeleteRows(database, source);
+    return true;
+  });
+  if (!written) return TakeBackNode(Tree, pasted, isFirst);
   if (isCut) RemoveNodes(source, unorganized);
   SetPending({});
   Tree.Select(&pasted);

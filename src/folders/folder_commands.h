@@ -4,6 +4,7 @@
 #include <QObject>
 #include <optional>
 
+#include "base/work_report.h"
 #include "catalogue/paths.h"
 #include "controls/tree_view.h"
 #include "engine/dao/db_engine.h"
@@ -13,13 +14,14 @@ namespace veldrin::folders {
 
 /// All commands act on the selected folder; what of them it allows is the menu's affair. The rows are written
 /// first, and the nodes follow. A folder whose rows are no longer what the tree shows is left alone, and a
-/// box tells why. Errors of the catalogue are raised, and leave rows and nodes as they were.
+/// box tells why. Errors of the catalogue are told as well, and leave rows and nodes as they were.
 class FolderCommands : public QObject {
   Q_OBJECT
 
  public:
+  /// `tell` takes what became of the folder.
   FolderCommands(controls::TreeView& tvTreeView, FolderNavigation& navigation, engine::DBEngine& engine,
-                 const catalogue::Paths& paths);
+                 const catalogue::Paths& paths, base::TellWork tell);
 
   /// Whether something is cut or copied that can be pasted there.
   bool TakesPaste(const controls::Node& target) const;
@@ -53,7 +55,7 @@ class FolderCommands : public QObject {
   };
 
   template <class Work>
-  bool InOneGroup(Work&& work);
+  bool InOneGroup(const QString& deed, Work&& work);
   controls::Node& CopyNodes(controls::Node& target);
   static controls::Node* DeleteRows(engine::Database& database, const controls::Node& node);
   void RemoveNodes(controls::Node& node, controls::Node* unorganized);
@@ -64,6 +66,7 @@ class FolderCommands : public QObject {
   FolderNavigation& Navigation;
   engine::DBEngine& Engine;
   const catalogue::Paths& ThePaths;
+  base::TellWork Tell;
   std::optional<Pending> ThePending;
   bool UndoCutShown = false;
   /// The folder that was added last, until its first name is settled.

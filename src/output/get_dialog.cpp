@@ -1,11 +1,9 @@
 #include "output/get_dialog.h"
 
-#include <QDir>
 #include <QFileInfo>
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
-#include <QStandardPaths>
 #include <QVBoxLayout>
 #include <utility>
 
@@ -17,9 +15,9 @@ namespace veldrin::output {
 
 using controls::Named;
 
-frmGet::frmGet(QString imageDir, QString& lastGetDir, QWidget* parent, CopyFunction copy)
+frmGet::frmGet(const catalogue::Paths& paths, QString& lastGetDir, QWidget* parent, CopyFunction copy)
     : QDialog(parent),
-      ImageDir(std::move(imageDir)),
+      ThePaths(paths),
       LastGetDir(lastGetDir),
       Copy(std::move(copy)),
       TheList(Named(new QListWidget(this), "List1")),
@@ -66,10 +64,7 @@ QWidget* frmGet::MakePanel(const char* labelName, const char* caption, QWidget* 
 
 void frmGet::Form_Load() {
   if (LastGetDir.isEmpty()) {
-    for (const auto place : {QStandardPaths::PicturesLocation, QStandardPaths::HomeLocation}) {
-      const QString start = QStandardPaths::writableLocation(place);
-      if (base::ResumeNext([&] { Chooser->Dir1().SetPath(start); })) return;
-    }
+    base::ResumeNext([&] { Chooser->Dir1().SetPath(controls::UsersPictures()); });
     return;
   }
   const QString last = std::exchange(LastGetDir, QString());
@@ -77,17 +72,42 @@ void frmGet::Form_Load() {
   LastGetDir = last;
 }
 
+bool frmGet::IsRefused(const QString& directory) {
+  if (!IsOwnDirectory(ThePaths, directory)) return false;
+  controls::MsgBox(this, QStringLiteral("The directory '%1' belongs to Veldrin.").arg(directory),
+                   controls::vbExclamation, QStringLiteral("Information"));
+  return true;
+}
+
+void frmGet::CopyTo(const QString& target, const QString& name) {
+  Copy(ThePaths.ImageDir + name, target);
+  if (!QFileInfo(target).isFile())
+    throw base::RuntimeError(base::errFileNotFound, QStringLiteral("File not found: %1").arg(target));
+}
+
+void frmGet::NoteFailure(int row, const QString& reason) {
+  TheReport->Failures.push_back({TheList->item(row)->text(), reason});
+  while (++row < TheList->count())
+    TheReport->Failures.push_back({TheList->item(row)->text(), QStringLiteral("not tried")});
+}
+
 void frmGet::OkBttn_Click() {
+  if (IsRefused(Chooser->Path())) return;
   const controls::BusyPointer busy;
+  TheReport = base::WorkReport{
+      QStringLiteral("photos"), QStringLiteral("copied to %1").arg(Chooser->Path()), 0, {}, false};
   for (int i = 0; i < TheList->count(); ++i) {
     const QString name = TheList->item(i)->text();
-    const QString target = Chooser->Path() + QLatin1Char('/') + name;
-    const bool copied = base::ResumeNext([&] { Copy(ImageDir + name, target); });
-    if (copied && QFileInfo(target).isFile()) continue;
-    StillBusy.emplace();
-    controls::MsgBox(this, QStringLiteral("File Transfer Error !"), controls::vbExclamation,
-                     QStringLiteral("Error"));
-    return;
+    try {
+      CopyTo(Chooser->Path() + QLatin1Char('/') + name, name);
+      ++TheReport->Done;
+    } catch (const base::RuntimeError& error) {
+      NoteFailure(i, ReasonOf(error));
+      StillBusy.emplace();
+      controls::MsgBox(this, QStringLiteral("File Transfer Error !"), controls::vbExclamation,
+                       QStringLiteral("Error"));
+      return;
+    }
   }
   LastGetDir = Chooser->Path();
   accept();

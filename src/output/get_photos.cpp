@@ -4,6 +4,7 @@
 
 namespace veldrin::output {
 
+// The dialog has gone with its pointer when the work is told of.
 void PhotoGetter::GetPhotos() {
   const catalogue::Choice choice = Chosen();
   if (choice.Photos.empty()) return;
@@ -12,9 +13,14 @@ void PhotoGetter::GetPhotos() {
     for (const auto& photo : TakePhotos(*Engine.OpenDatabase(ThePaths.WorkFile), choice, Window))
       names << StoredName(photo);
     if (names.isEmpty()) return;
-    frmGet dialog(ThePaths.ImageDir, LastGetDir, &Window, Copy);
-    dialog.List1().addItems(names);
-    dialog.exec();
+    std::optional<base::WorkReport> report;
+    {
+      frmGet dialog(ThePaths, LastGetDir, &Window, Copy);
+      dialog.List1().addItems(names);
+      dialog.exec();
+      report = dialog.Report();
+    }
+    if (report) Tell(*report);
   });
 }
 

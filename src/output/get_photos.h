@@ -14,10 +14,16 @@ class PhotoGetter {
  public:
   /// The references must outlive the object; `window` has the dialog and the message boxes.
   PhotoGetter(catalogue::Chooser chosen, engine::DBEngine& engine, const catalogue::Paths& paths,
-              QWidget& window, frmGet::CopyFunction copy = desktop::CopyFile)
-      : Chosen(std::move(chosen)), Engine(engine), ThePaths(paths), Window(window), Copy(std::move(copy)) {}
+              QWidget& window, base::TellWork tell, frmGet::CopyFunction copy = desktop::CopyStoredFile)
+      : Chosen(std::move(chosen)),
+        Engine(engine),
+        ThePaths(paths),
+        Window(window),
+        Tell(std::move(tell)),
+        Copy(std::move(copy)) {}
 
-  /// Shows frmGet with the stored images of the chosen records. An error before that shows a box.
+  /// Shows frmGet with the stored images of the chosen records, and tells what was copied. An error before
+  /// that shows a box.
   void GetPhotos();
 
  private:
@@ -25,6 +31,7 @@ class PhotoGetter {
   engine::DBEngine& Engine;
   const catalogue::Paths& ThePaths;
   QWidget& Window;
+  base::TellWork Tell;
   frmGet::CopyFunction Copy;
   QString LastGetDir;
 };

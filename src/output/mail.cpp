@@ -33,6 +33,7 @@ void PhotoMail::SendPhotos() {
     MAPIMess.Action(mapSendDialog);
     MAPISess.Action(mapSignOff);
     MAPIMess.SessionID = 0;
+    Tell({QStringLiteral("photos"), QStringLiteral("attached to the message"), count, {}, false});
   });
 }
 

@@ -3,6 +3,7 @@
 
 #include <QWidget>
 
+#include "base/work_report.h"
 #include "catalogue/paths.h"
 #include "output/mapi.h"
 #include "output/record_choice.h"
@@ -15,11 +16,17 @@ class PhotoMail {
  public:
   /// The references must outlive the object; `window` has the message boxes.
   PhotoMail(catalogue::Chooser chosen, engine::DBEngine& engine, const catalogue::Paths& paths,
-            QWidget& window)
-      : Chosen(std::move(chosen)), Engine(engine), ThePaths(paths), Window(window), MAPIMess(paths) {}
+            QWidget& window, base::TellWork tell)
+      : Chosen(std::move(chosen)),
+        Engine(engine),
+        ThePaths(paths),
+        Window(window),
+        Tell(std::move(tell)),
+        MAPIMess(paths) {}
 
   /// Opens a new message with the stored images of the chosen records, of which the first MaxAttachments go
-  /// along; the user finishes it. An error shows a box, and leaves the session open for the next message.
+  /// along, and tells how many; the user finishes it. An error shows a box, and leaves the session open for
+  /// the next message.
   void SendPhotos();
 
  private:
@@ -29,6 +36,7 @@ class PhotoMail {
   engine::DBEngine& Engine;
   const catalogue::Paths& ThePaths;
   QWidget& Window;
+  base::TellWork Tell;
   MapiSession MAPISess;
   MapiMessages MAPIMess;
 };

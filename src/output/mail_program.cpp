@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include <QApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QEventLoop>
@@ -14,6 +15,7 @@
 #include <algorithm>
 #include <optional>
 
+#include "controls/drop_input.h"
 #include "desktop/default_program.h"
 #include "desktop/file_copy.h"
 
@@ -30,12 +32,13 @@ void RequireReadable(const QString& path) {
   const QFileInfo file(path);
   if (!file.isFile())
     throw base::RuntimeError(mapAttachmentNotFound, QStringLiteral("Attachment not found: %1").arg(path));
-  if (!file.isReadable())
+  // A link in the image store may lead to a file that nobody meant to send.
+  if (!file.isReadable() || file.isSymLink())
     throw base::RuntimeError(mapAttachmentOpenFailure,
                              QStringLiteral("Attachment can't be opened: %1").arg(path));
 }
 
-// The mailer follows links and gives the file the name that it finds there. It also takes a backslash for the
+// The mailer gives a file the name that it finds behind all links. It also takes a backslash for the
 // beginning of a sign of its own, and parts the names of files by commas for one mail program.
 bool ComesThrough(const MailFile& file) {
   const QFileInfo real(QFileInfo(file.Path).canonicalFilePath());
@@ -47,31 +50,36 @@ bool ComesThrough(const MailFile& file) {
 }
 
 // A message may be open for long, but not for days.
-void RemoveOldCopies(const QString& tempDir) {
-  const auto directories = QDir(tempDir).entryInfoList({QStringLiteral("mail-*")}, QDir::Dirs);
+void RemoveOldCopies(const QString& mailDir) {
+  if (!QDir::isAbsolutePath(mailDir)) return;
+  const auto directories = QDir(mailDir).entryInfoList(
+      {QStringLiteral("message-*")}, QDir::Dirs | QDir::Hidden | QDir::NoSymLinks | QDir::NoDotAndDotDot);
   for (const QFileInfo& directory : directories) {
     if (directory.lastModified().daysTo(QDateTime::currentDateTime()) > 1)
       QDir(directory.filePath()).removeRecursively();
   }
 }
 
-QStringList Arguments(const QString& body, const std::vector<MailFile>& files, const QString& tempDir) {
-  QStringList arguments{QStringLiteral("--utf8"), QStringLiteral("--body"), body};
-  std::optional<QTemporaryDir> copies;
-  for (const MailFile& file : files) {
-    QString path = file.Path;
-    if (!ComesThrough(file)) {
-      if (!copies) {
-        RemoveOldCopies(tempDir);
-        copies.emplace(tempDir + QStringLiteral("mail-XXXXXX"));
-        if (!copies->isValid()) throw base::RuntimeError(mapFailure, copies->errorString());
-      }
-      path = copies->filePath(file.Name);
-      desktop::CopyFile(file.Path, path);
-    }
-    arguments << QStringLiteral("--attach") << path;
+using Copies = std::optional<QTemporaryDir>;
+
+QString Copied(const MailFile& file, const QString& mailDir, Copies& copies) {
+  if (!copies) {
+    QDir().mkpath(mailDir);
+    copies.emplace(mailDir + QStringLiteral("message-XXXXXX"));
+    if (!copies->isValid()) throw base::RuntimeError(mapFailure, copies->errorString());
   }
-  if (copies) copies->setAutoRemove(false);
+  QString path = copies->filePath(file.Name);
+  desktop::CopyStoredFile(file.Path, path);
+  return path;
+}
+
+QStringList Arguments(const QString& body, const std::vector<MailFile>& files, const QString& mailDir,
+                      Copies& copies) {
+  QStringList arguments{QStringLiteral("--utf8"), QStringLiteral("--body"), body};
+  for (const MailFile& file : files) {
+    arguments << QStringLiteral("--attach")
+              << (ComesThrough(file) ? file.Path : Copied(file, mailDir, copies));
+  }
   return arguments;
 }
 
@@ -115,6 +123,38 @@ QProcess* StartMailer(const QStringList& arguments) {
   return process;
 }
 
+// A mail program that takes the message at once may need longer to show it than a double click lasts, of
+// which the second half would make another message.
+void WaitForLaunch(QProcess& process) {
+  const controls::DropInput dropped;
+  QEventLoop wait;
+  QTimer patience;
+  QTimer doubleClick;
+  QObject::connect(&process, &QProcess::stateChanged, &wait, &QEventLoop::quit);
+  for (QTimer* timer : {&patience, &doubleClick}) {
+    timer->setSingleShot(true);
+    QObject::connect(timer, &QTimer::timeout, &wait, &QEventLoop::quit);
+  }
+  patience.start(LaunchSeconds * 1000);
+  doubleClick.start(QApplication::doubleClickInterval());
+  while ((process.state() != QProcess::NotRunning && patience.isActive()) || doubleClick.isActive())
+    wait.exec();
+}
+
+void Launch(const QStringList& arguments) {
+  QProcess* process = StartMailer(arguments);
+  WaitForLaunch(*process);
+  if (process->state() != QProcess::NotRunning) {
+    QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
+    return;
+  }
+  const bool started = process->error() != QProcess::FailedToStart;
+  const int exitCode = process->exitStatus() == QProcess::NormalExit ? process->exitCode() : -1;
+  delete process;
+  if (!started) RaiseFailure(mailerNoTool);
+  if (exitCode != 0) RaiseFailure(exitCode);
+}
+
 }  // namespace
 
 void RequireMailProgram() {
@@ -128,26 +168,12 @@ void RequireMailProgram() {
     throw base::RuntimeError(mapLoginFail, QStringLiteral("Login failed: no mail program is set up."));
 }
 
-void ComposeMail(const QString& body, const std::vector<MailFile>& files, const QString& tempDir) {
+void ComposeMail(const QString& body, const std::vector<MailFile>& files, const QString& mailDir) {
   for (const MailFile& file : files) RequireReadable(file.Path);
-  QProcess* process = StartMailer(Arguments(body, files, tempDir));
-  QEventLoop wait;
-  QTimer patience;
-  patience.setSingleShot(true);
-  QObject::connect(process, &QProcess::stateChanged, &wait, &QEventLoop::quit);
-  QObject::connect(&patience, &QTimer::timeout, &wait, &QEventLoop::quit);
-  patience.start(LaunchSeconds * 1000);
-  while (process->state() != QProcess::NotRunning && patience.isActive())
-    wait.exec(QEventLoop::ExcludeUserInputEvents);
-  if (process->state() != QProcess::NotRunning) {
-    QObject::connect(process, &QProcess::finished, process, &QObject::deleteLater);
-    return;
-  }
-  const bool started = process->error() != QProcess::FailedToStart;
-  const int exitCode = process->exitStatus() == QProcess::NormalExit ? process->exitCode() : -1;
-  delete process;
-  if (!started) RaiseFailure(mailerNoTool);
-  if (exitCode != 0) RaiseFailure(exitCode);
+  RemoveOldCopies(mailDir);
+  Copies copies;
+  Launch(Arguments(body, files, mailDir, copies));
+  if (copies) copies->setAutoRemove(false);
 }
 
 }  // namespace veldrin::output

@@ -27,12 +27,13 @@ void RequireMailProgram();
 
 /// Opens the mail program on a new message, without a recipient and without a subject, for the user to
 /// finish. Comes back when the mail program has taken it, or after `LaunchSeconds` when it is still at work:
-/// some stay at work until the user closes them. Meanwhile windows are painted, but what the user does waits.
+/// some stay at work until the user closes them. Meanwhile windows are painted, but what the user does counts
+/// for nothing.
 /// Raises mapAttachmentNotFound or mapAttachmentOpenFailure, before anything is opened, for a file that isn't
-/// there or can't be read, and mapFailure when the mail program fails. What has to be copied for the mail
-/// program goes to a directory of its own below `tempDir` and stays there, since files may be read when the
-/// message is sent.
-void ComposeMail(const QString& body, const std::vector<MailFile>& files, const QString& tempDir);
+/// there, is a link or can't be read, and mapFailure when the mail program fails. What has to be copied for
+/// the mail program goes to a directory of its own below `mailDir`, which ends in a separator and holds
+/// nothing else, and stays there for a day or two, since files may be read when the message is sent.
+void ComposeMail(const QString& body, const std::vector<MailFile>& files, const QString& mailDir);
 
 constexpr int LaunchSeconds = 3;
 

@@ -30,7 +30,7 @@ void MapiMessages::Action(MessageAction action) {
   files.reserve(Attachments.size());
   for (const MapiAttachment& attachment : Attachments)
     files.push_back({attachment.AttachmentName, attachment.AttachmentPathName});
-  ComposeMail(MsgNoteText, files, ThePaths.TempDir);
+  ComposeMail(MsgNoteText, files, ThePaths.MailDir);
 }
 
 }  // namespace veldrin::output

@@ -1,5 +1,6 @@
 #include "output/page_destination.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <algorithm>
 
@@ -25,9 +26,15 @@ QString PrintedText(const engine::Value& value) {
   return value.userType() == QMetaType::QDateTime ? base::FormatDate(value.toDateTime()) : value.toString();
 }
 
+// As a link has it: a sign that means something in a link, or in the text around it, would lead elsewhere.
+QString LinkOf(const QString& path) {
+  return QString::fromLatin1(QFile::encodeName(path).toPercentEncoding("/"));
+}
+
+QString FileLinkOf(const QString& path) { return QStringLiteral("file://") + LinkOf(path); }
+
 PhotoEntry EntryOf(const PhotoRow& photo, int number) {
-  const QString name = QString::number(number);
-  return {photo, name, name + QLatin1Char('.') + photo.ImageType, {}, {}};
+  return {photo, QString::number(number), catalogue::ImageName(number, photo.ImageType), {}, {}};
 }
 
 }  // namespace
@@ -77,14 +84,15 @@ PhotoEntry WebDestination::Take(int index) {
   const PhotoRow photo = Reader.At(Data1.PositionOf(Data1.SelBookmarks[index]));
   PhotoEntry entry = EntryOf(photo, index + 1);
   const QString thumbName = entry.Number + QStringLiteral("t.bmp");
+  // The image goes first: of one that is refused no thumbnail goes out either.
+  desktop::CopyStoredFile(ImageFileName(ThePaths, photo.PhotoID, photo.ImageType),
+                          WebImageDir(WebDir) + QLatin1Char('/') + entry.ImageName);
   if (Gallery) {
     NeedThumbnail(photo);
-    desktop::CopyFile(ThumbFileName(ThePaths, photo.PhotoID),
-                      WebThumbDir(WebDir) + QLatin1Char('/') + thumbName);
+    desktop::CopyStoredFile(ThumbFileName(ThePaths, photo.PhotoID),
+                            WebThumbDir(WebDir) + QLatin1Char('/') + thumbName);
   }
-  desktop::CopyFile(ImageFileName(ThePaths, photo.PhotoID, photo.ImageType),
-                    WebImageDir(WebDir) + QLatin1Char('/') + entry.ImageName);
-  entry.ImageUrl = QStringLiteral("./Images/") + entry.ImageName;
+  entry.ImageUrl = QStringLiteral("./Images/") + LinkOf(entry.ImageName);
   entry.ThumbUrl = QStringLiteral("./Thumbnails/") + thumbName;
   return entry;
 }
@@ -94,6 +102,7 @@ PhotoEntry WebDestination::Take(int index) {
 ReportDestination::ReportDestination(const catalogue::RecordList& data1, const catalogue::Paths& paths,
                                      bool gallery, double pixelRatio, QString folder)
     : PageDestination(paths, gallery, pixelRatio),
+      Data1(data1),
       Reader(data1, RowsOfReport),
       TheCount(data1.RecordCount()),
       Folder(std::move(folder)) {}
@@ -109,8 +118,8 @@ PhotoEntry ReportDestination::Take(int index) {
   const PhotoRow photo = Reader.At(index);
   if (Gallery) NeedThumbnail(photo);
   PhotoEntry entry = EntryOf(photo, photo.PhotoID);
-  entry.ImageUrl = QStringLiteral("file://") + ImageFileName(ThePaths, photo.PhotoID, photo.ImageType);
-  entry.ThumbUrl = QStringLiteral("file://") + ThumbFileName(ThePaths, photo.PhotoID);
+  entry.ImageUrl = FileLinkOf(ImageFileName(ThePaths, photo.PhotoID, photo.ImageType));
+  entry.ThumbUrl = FileLinkOf(ThumbFileName(ThePaths, photo.PhotoID));
   return entry;
 }
 

@@ -42,6 +42,8 @@ class PageDestination {
   /// How many photos the pages show.
   virtual int Count() const = 0;
   virtual QStringList Head() const = 0;
+  /// The number of the photo in a place, from 0 on.
+  virtual int NumberAt(int index) const = 0;
   /// The next photo, `index` from 0 on, with its files in place. Raises what keeps it from that.
   virtual PhotoEntry Take(int index) = 0;
 
@@ -67,6 +69,7 @@ class WebDestination : public PageDestination {
   QString Directory() const override;
   int Count() const override { return TheCount; }
   QStringList Head() const override;
+  int NumberAt(int index) const override { return Data1.SelBookmarks[index]; }
   PhotoEntry Take(int index) override;
 
  private:
@@ -86,9 +89,11 @@ class ReportDestination : public PageDestination {
   QString Directory() const override { return ThePaths.TempDir; }
   int Count() const override { return TheCount; }
   QStringList Head() const override;
+  int NumberAt(int index) const override { return Data1.BookmarkAt(index); }
   PhotoEntry Take(int index) override;
 
  private:
+  const catalogue::RecordList& Data1;
   PhotoReader Reader;
   int TheCount;
   QString Folder;

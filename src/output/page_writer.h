@@ -1,27 +1,30 @@
 // The file of one page.
 #pragma once
 
-#include <QFile>
+#include <QByteArray>
 #include <QStringList>
+
+#include "desktop/new_file.h"
 
 namespace veldrin::output {
 
-/// Writes lines, each ended by CR LF, in the pages' character set. What stands under the name is replaced,
-/// never written through. A page that is left without Close stays as far as it was written.
+/// Writes lines, each ended by CR LF, in the pages' character set. The page has its name from Close on, and
+/// replaces what had it; one that is left without Close never comes to be.
 class PageWriter {
  public:
-  /// Raises 75 where the page can't be made.
-  explicit PageWriter(const QString& path);
+  /// Raises 76, 61 or 75 where the page can't be made.
+  explicit PageWriter(const QString& path) : File(path) {}
 
-  // Each raises 75 where the disk doesn't take what was written.
+  // Each raises 61 or 75 where the disk doesn't take what was written.
   void Print(const QString& line);
   void Print(const QStringList& lines);
   void Close();
 
  private:
-  void Require(bool done) const;
+  void Flush();
 
-  QFile File;
+  desktop::NewFile File;
+  QByteArray Buffer;
 };
 
 }  // namespace veldrin::output

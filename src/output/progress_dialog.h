@@ -21,6 +21,8 @@ class frmProg : public QDialog, public ProgressForm {
 
   /// Returns when the run is over.
   void ShowModal();
+  /// What became of the photos of that run.
+  const base::WorkReport& Report() const { return Pages.Report(); }
 
   float ProgressValue() const override { return TheValue; }
   void SetProgressValue(float value) override { TheValue = value; }

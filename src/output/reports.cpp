@@ -13,6 +13,7 @@ void Reports::MakeReport(bool gallery) {
   ProgressDialog.WebMode = false;
   ProgressDialog.Gallery = gallery ? 1 : 0;
   ProgressDialog.ShowModal();
+  if (!ProgressDialog.Report().Failures.empty()) Tell(ProgressDialog.Report());
   ShowPageInBrowser(ThePaths.BrowserPath, ThePaths.TempDir, gallery);
 }
 

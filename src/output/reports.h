@@ -10,13 +10,15 @@ namespace veldrin::output {
 /// An empty list does nothing and says nothing.
 class Reports {
  public:
-  /// The references must outlive the object. `popUpReportMenu` shows the menu with the two kinds.
+  /// The references must outlive the object. `popUpReportMenu` shows the menu with the two kinds. `tell`
+  /// hears of what failed.
   Reports(const catalogue::RecordList& data1, const catalogue::Paths& paths, frmProg& progress,
-          std::function<void()> popUpReportMenu)
+          std::function<void()> popUpReportMenu, base::TellWork tell)
       : Data1(data1),
         ThePaths(paths),
         ProgressDialog(progress),
-        PopUpReportMenu(std::move(popUpReportMenu)) {}
+        PopUpReportMenu(std::move(popUpReportMenu)),
+        Tell(std::move(tell)) {}
 
   void PrintBttn_Click();
   // Each raises 53 when the browser can't be started.
@@ -30,6 +32,7 @@ class Reports {
   const catalogue::Paths& ThePaths;
   frmProg& ProgressDialog;
   std::function<void()> PopUpReportMenu;
+  base::TellWork Tell;
 };
 
 }  // namespace veldrin::output

@@ -22,7 +22,6 @@ using controls::Named;
 frmWeb::frmWeb(const catalogue::Paths& paths, QWidget* parent) : QDialog(parent), ThePaths(paths) {
   setObjectName(QStringLiteral("frmWeb"));
   setWindowTitle(QStringLiteral("Make Web Page(s)"));
-  LastDir = ThePaths.TempDir;
 }
 
 void frmWeb::ShowModal() {
@@ -51,7 +50,7 @@ void frmWeb::Form_Load() {
 // The last directory may have gone since.
 void frmWeb::ShowDirectory() {
   const auto show = [this](const QString& path) { return ResumeNext([&] { Choosers->SetPath(path); }); };
-  if (LastDir.isEmpty() || !show(LastDir)) show(ThePaths.TempDir);
+  if (LastDir.isEmpty() || !show(LastDir)) show(controls::UsersPictures());
 }
 
 // Built when it is first shown: the program's start needs no list of directories.
@@ -114,6 +113,31 @@ void frmWeb::PgOption_Click(int index) {
                                   : QStringLiteral("PHOTO IMAGE LIST"));
 }
 
+// Whatever is in the directory goes with a Yes: what can't be of an earlier web is named before.
+QString frmWeb::ReplaceQuestion(const QString& name) const {
+  constexpr int mostNamed = 5;
+  QString question = QStringLiteral("The web '%1' already exists, do you want to replace it?").arg(WebDir);
+  const QStringList others = OtherFilesOfWeb(ThePaths, LastDir, name);
+  if (others.isEmpty()) return question;
+  question += others.size() == 1
+                  ? QStringLiteral("\r\rThis also deletes a file that is no page or picture of it: ")
+                  : QStringLiteral("\r\rThis also deletes %1 files that are no pages or pictures of it: ")
+                        .arg(others.size());
+  question += others.mid(0, mostNamed).join(QStringLiteral(", "));
+  return question + (others.size() > mostNamed ? QStringLiteral(", ...") : QStringLiteral("."));
+}
+
+bool frmWeb::MayReplace(const QString& name) {
+  if (controls::MsgBox(this, ReplaceQuestion(name),
+                       controls::vbYesNo | controls::vbQuestion | controls::vbDefaultButton2,
+                       QStringLiteral("Information")) != controls::vbYes)
+    return false;
+  if (!IsProgramsOwn(ThePaths, WebDir)) return true;
+  controls::MsgBox(this, QStringLiteral("The directory '%1' belongs to Veldrin.").arg(WebDir),
+                   controls::vbExclamation, QStringLiteral("Information"));
+  return false;
+}
+
 void frmWeb::OkBttn_Click() {
   const QString name = txtWebName->text();
   LastDir = Choosers->Path();
@@ -122,17 +146,7 @@ void frmWeb::OkBttn_Click() {
   WebTitle = txtWebTitle->text();
   const QFileInfo earlier(WebDir);
   if (earlier.exists() || earlier.isSymLink()) {
-    const QString question =
-        QStringLiteral("The web '%1' already exists, do you want to replace it?").arg(WebDir);
-    if (controls::MsgBox(this, question,
-                         controls::vbYesNo | controls::vbQuestion | controls::vbDefaultButton2,
-                         QStringLiteral("Information")) != controls::vbYes) {
-      txtWebName->setFocus();
-      return;
-    }
-    if (IsProgramsOwn(ThePaths, WebDir)) {
-      controls::MsgBox(this, QStringLiteral("The directory '%1' belongs to Veldrin.").arg(WebDir),
-                       controls::vbExclamation, QStringLiteral("Information"));
+    if (!MayReplace(name)) {
       txtWebName->setFocus();
       return;
     }

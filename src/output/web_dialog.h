@@ -36,6 +36,8 @@ class frmWeb : public QDialog, public WebSettings {
   /// Asks before an earlier web goes. What can't be deleted or made is passed over.
   void OkBttn_Click();
   void CancelBttn_Click() { reject(); }
+  QString ReplaceQuestion(const QString& name) const;
+  bool MayReplace(const QString& name);
 
   const catalogue::Paths& ThePaths;
   QLineEdit* txtWebTitle = nullptr;

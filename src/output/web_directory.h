@@ -1,7 +1,7 @@
 // The directory of a web export.
 #pragma once
 
-#include <QString>
+#include <QStringList>
 
 #include "catalogue/paths.h"
 
@@ -17,6 +17,9 @@ bool IsProgramsOwn(const catalogue::Paths& paths, const QString& webDir);
 /// Deletes the files that match a pattern directly in a directory, and links themselves. Neither enters a
 /// link nor touches directories and hidden files. Passes over what can't be deleted.
 void DeleteFiles(const QString& directory, const QString& pattern);
+
+/// What DeleteWeb would delete and no export can have written, as paths from the web directory on, in order.
+QStringList OtherFilesOfWeb(const catalogue::Paths& paths, const QString& parent, const QString& name);
 
 /// Deletes the earlier export that a directory holds: all its files, those of its two directories, and the
 /// thumbnails' one. Leaves a directory alone that `name` doesn't make a step directly below `parent`, and any

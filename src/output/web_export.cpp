@@ -25,6 +25,7 @@ void WebExport::WebBttn_Click() {
   ProgressDialog.WebTitle = Web.WebTitle;
   ProgressDialog.Gallery = Web.PageType;
   ProgressDialog.ShowModal();
+  Tell(ProgressDialog.Report());
   ShowPageInBrowser(ThePaths.BrowserPath, Web.WebDir + QLatin1Char('/'), Web.PageType != 0);
 }
 

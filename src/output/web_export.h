@@ -11,11 +11,17 @@ class WebExport {
   /// The references must outlive the object; `window` has the message. The dialogs belong together:
   /// `frmProg` runs generators that read `frmWeb`'s settings.
   WebExport(catalogue::RecordList& data1, engine::DBEngine& engine, const catalogue::Paths& paths,
-            frmWeb& web, frmProg& progress, QWidget& window)
-      : Data1(data1), Engine(engine), ThePaths(paths), Web(web), ProgressDialog(progress), Window(window) {}
+            frmWeb& web, frmProg& progress, QWidget& window, base::TellWork tell)
+      : Data1(data1),
+        Engine(engine),
+        ThePaths(paths),
+        Web(web),
+        ProgressDialog(progress),
+        Window(window),
+        Tell(std::move(tell)) {}
 
-  /// Asks for the settings, writes the pages and opens the first. Raises 53 when the browser can't be
-  /// started.
+  /// Asks for the settings, writes the pages, tells of them and opens the first. Raises 53 when the browser
+  /// can't be started.
   void WebBttn_Click();
 
  private:
@@ -25,6 +31,7 @@ class WebExport {
   frmWeb& Web;
   frmProg& ProgressDialog;
   QWidget& Window;
+  base::TellWork Tell;
 };
 
 }  // namespace veldrin::output

@@ -4,6 +4,7 @@
 
 #include <functional>
 
+#include "base/work_report.h"
 #include "output/page_destination.h"
 #include "output/progress_form.h"
 #include "output/web_settings.h"
@@ -13,8 +14,10 @@ namespace veldrin::output {
 /// "8.333333%": what the bar holds, as a number of single precision prints.
 QString PercentText(float value);
 
-/// Each run tells the form of every photo, ends at a stop with the page in hand, ends at its first failure
-/// and says nothing, and unloads the form at its end. The list stands on the same record before and after.
+/// Each run tells the form of every photo, ends at a stop with the page in hand, and unloads the form at its
+/// end. A photo that another machine has deleted is passed over. Any other failure ends the run: the page in
+/// hand is finished with the photos that it has, where that can be done. The list stands on the same record
+/// before and after.
 class WebPages {
  public:
   /// The references must outlive the object. `web` tells the web directory, `window` the screen for which
@@ -33,16 +36,20 @@ class WebPages {
   void MakeReportGallery(ProgressForm& frm) { MakeReportPages(frm, true); }
   void MakeReportList(ProgressForm& frm) { MakeReportPages(frm, false); }
 
+  /// What became of the photos in the last run.
+  const base::WorkReport& Report() const { return TheReport; }
+
  private:
   void MakeWebPages(ProgressForm& frm, bool gallery, const QString& title);
   void MakeReportPages(ProgressForm& frm, bool gallery);
-  void Run(ProgressForm& frm, const std::function<void()>& writePages);
+  void Run(ProgressForm& frm, const QString& deed, const std::function<void()>& writePages);
 
   catalogue::RecordList& Data1;
   const controls::TreeView& Tree;
   const catalogue::Paths& ThePaths;
   const WebSettings& Web;
   const QWidget& Window;
+  base::WorkReport TheReport;
 };
 
 }  // namespace veldrin::output

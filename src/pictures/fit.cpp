@@ -1,6 +1,7 @@
 #include "pictures/fit.h"
 
 #include <algorithm>
+#include <limits>
 
 #include "base/runtime_error.h"
 #include "base/units.h"
@@ -29,7 +30,9 @@ TwipSize FitToBox(int himetricWidth, int himetricHeight, TwipSize box) {
   if (naturalHeight == 0) throw base::RuntimeError(11, QStringLiteral("Division by zero."));
   TwipSize fitted;
   fitted.Height = box.Height;
-  fitted.Width = RoundToInt(naturalWidth * (static_cast<double>(box.Height) / naturalHeight));
+  // A picture of a million by one pixel would be wider than numbers go.
+  fitted.Width = RoundToInt(std::min<double>(
+      std::numeric_limits<int>::max(), naturalWidth * (static_cast<double>(box.Height) / naturalHeight)));
   if (box.Width < fitted.Width) {
     const double ratio = static_cast<double>(box.Width) / fitted.Width;
     fitted.Width = box.Width;

@@ -16,12 +16,10 @@
 #include "controls/entry_field.h"
 #include "controls/file_list.h"
 #include "controls/tree_view.h"
-#include "folders/change_boxes.h"
 #include "folders/folder_keys.h"
 #include "folders/folder_rows.h"
 #include "records/control_drag.h"
 #include "records/new_image_box.h"
-#include "records/photo_storing.h"
 
 namespace veldrin::records {
 
@@ -48,13 +46,14 @@ constexpr std::array<PictureType, 8> PictureTypes{{
 }  // namespace
 
 AddView::AddView(catalogue::RecordList& data1, controls::TreeView& tvTreeView, const catalogue::Paths& paths,
-                 engine::DBEngine& engine, QString addPicturesDir, QWidget* parent)
+                 engine::DBEngine& engine, QString addPicturesDir, base::TellWork tell, QWidget* parent)
     : QWidget(parent),
       Data1(data1),
       Tree(tvTreeView),
       ThePaths(paths),
       Engine(engine),
-      AddPicturesDir(std::move(addPicturesDir)) {
+      AddPicturesDir(std::move(addPicturesDir)),
+      Tell(std::move(tell)) {
   setObjectName(QStringLiteral("TabPannel(2)"));
   BuildChoosers();
   BuildDragArea();
@@ -137,36 +136,45 @@ void AddView::SetFileChoosers(bool enabled) {
   FileType->setEnabled(enabled);
 }
 
-int AddView::StoreSelectedFiles() {
+std::vector<StoredFile> AddView::StoreSelectedFiles(const controls::Node& folder) {
   PhotoBatch batch;
   batch.Directory = FileToSel->Path();
   for (int index = 0; index < FileToSel->ListCount(); ++index) {
     if (FileToSel->Selected(index)) batch.Names << FileToSel->List(index);
   }
-  const controls::Node* folder = Tree.SelectedItem();
-  batch.LinkKey = folders::LinkKey(folder == nullptr ? QString() : folder->Tag());
+  batch.LinkKey = folders::LinkKey(folder.Tag());
   batch.Title = NTitle->text();
   batch.Description = controls::ExactText(*NDescription);
   batch.MadeBy = NMadeBy->text();
   batch.RemoveSources = ChkRemove->isChecked();
+  batch.FolderIsAsShown = [&folder](engine::Database& database) {
+    return folders::RowIsAsShown(database, folder);
+  };
   return StorePhotos(ThePaths, Engine, batch);
 }
 
-// The texts stay for the next batch. Photos for a folder that another machine has deleted would be filed
-// nowhere.
+// The texts stay for the next batch. Where nothing could be stored all stays, for another try.
 void AddView::newSaveBttn_Click() {
-  const controls::Node* folder = Tree.SelectedItem();
-  bool isThere = true;
-  if (folder != nullptr) {
-    ResumeNext([&] { isThere = folders::RowIsAsShown(*Engine.OpenDatabase(ThePaths.WorkFile), *folder); });
+  const controls::Node& folder = *Tree.SelectedItem();
+  base::WorkReport report{QStringLiteral("photos"), QStringLiteral("stored in ") + folder.Text(), 0, {}};
+  int first = 0;
+  {
+    const controls::BusyPointer busy;
+    for (const StoredFile& file : StoreSelectedFiles(folder)) {
+      if (file.PhotoID != 0) ++report.Done;
+      if (first == 0) first = file.PhotoID;
+      if (!file.Failure.isEmpty()) report.Failures.push_back({file.Name, file.Failure});
+    }
+    ResumeNext([&] {
+      Data1.Refresh();
+      if (const int position = Data1.PositionOf(first); position >= 0) Data1.SetAbsolutePosition(position);
+    });
+    if (report.Done > 0 || report.Failures.empty()) LeaveDataEntry();
   }
-  if (!isThere) return folders::TellFolderChanged(this);
-  const controls::BusyPointer busy;
-  const int first = StoreSelectedFiles();
-  ResumeNext([&] {
-    Data1.Refresh();
-    if (const int position = Data1.PositionOf(first); position >= 0) Data1.SetAbsolutePosition(position);
-  });
+  Tell(report);
+}
+
+void AddView::LeaveDataEntry() {
   DataPanel->setVisible(false);
   SetFileChoosers(true);
   FileToSel->setFocus();

@@ -4,9 +4,11 @@
 
 #include <QWidget>
 
+#include "base/work_report.h"
 #include "catalogue/paths.h"
 #include "catalogue/record_list.h"
 #include "engine/dao/db_engine.h"
+#include "records/photo_storing.h"
 
 class QCheckBox;
 class QComboBox;
@@ -19,6 +21,7 @@ class QPushButton;
 namespace veldrin::controls {
 class DirectoryChooser;
 class FileListBox;
+class Node;
 class TreeView;
 }  // namespace veldrin::controls
 
@@ -34,9 +37,10 @@ class AddView : public QWidget {
   Q_OBJECT
 
  public:
-  /// The references must outlive the view. `addPicturesDir`: where the choosers begin.
+  /// The references must outlive the view. `addPicturesDir`: where the choosers begin. `tell` takes what
+  /// became of the files of a save.
   AddView(catalogue::RecordList& data1, controls::TreeView& tvTreeView, const catalogue::Paths& paths,
-          engine::DBEngine& engine, QString addPicturesDir, QWidget* parent = nullptr);
+          engine::DBEngine& engine, QString addPicturesDir, base::TellWork tell, QWidget* parent = nullptr);
 
   /// Fills the list of file types and sets the choosers; once, at the first call.
   void FillFileTypes();
@@ -58,13 +62,15 @@ class AddView : public QWidget {
   void ShowNewImage(bool multi);
   bool IsMultiSelect() const;
   bool IsFileSelected() const;
-  int StoreSelectedFiles();
+  void LeaveDataEntry();
+  std::vector<StoredFile> StoreSelectedFiles(const controls::Node& folder);
 
   catalogue::RecordList& Data1;
   controls::TreeView& Tree;
   const catalogue::Paths& ThePaths;
   engine::DBEngine& Engine;
   QString AddPicturesDir;
+  base::TellWork Tell;
 
   controls::DirectoryChooser* Choosers = nullptr;
   controls::FileListBox* FileToSel = nullptr;

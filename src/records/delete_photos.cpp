@@ -1,13 +1,16 @@
 #include "records/delete_photos.h"
 
 #include <QFile>
+#include <QFileInfo>
 #include <QSet>
 #include <algorithm>
+#include <optional>
 
 #include "base/failure.h"
 #include "catalogue/image_store.h"
 #include "controls/busy_pointer.h"
 #include "controls/msg_box.h"
+#include "desktop/file_copy.h"
 #include "engine/dao/transaction.h"
 #include "folders/change_boxes.h"
 #include "folders/folder_keys.h"
@@ -20,7 +23,10 @@ using base::ResumeNext;
 namespace {
 
 // Photos whose rows are written in one transaction.
-constexpr size_t GroupLength = 64;
+constexpr size_t GroupLength = 256;
+
+// Which may be there already.
+bool RemoveFile(const QString& file) { return QFile::remove(file) || !QFileInfo::exists(file); }
 
 }  // namespace
 
@@ -40,9 +46,11 @@ void DeletePhotos::RecordDel_Click() {
       Ask(QStringLiteral("This option will delete the data and image(s) of selected record(s) from the "
                          "database, can't be recovered!\r"
                          "Are you sure to delete the selected record(s)?"));
-  WriteInGroups(choice, [this](engine::Database& database, Group group) {
-    DeleteGroup(database, group);
-    return true;
+  if (choice.Photos.empty()) return;
+  std::optional<catalogue::Staging> staging;
+  WriteInGroups(choice, QStringLiteral("deleted"), [&](engine::Database& database, Group group) {
+    if (!staging) staging.emplace(ThePaths);
+    return DeleteGroup(database, group, *staging);
   });
 }
 
@@ -53,58 +61,85 @@ void DeletePhotos::RecordRmv_Click() {
                          "but it/they will not be deleted from the database. It/they could be in another "
                          "folder or unorganized.\r"
                          "Are you sure to remove the selected record(s) from the folder?"));
-  WriteInGroups(choice,
+  const QString deed = QStringLiteral("removed from ") + Tree.SelectedItem()->Text();
+  WriteInGroups(choice, deed,
                 [this](engine::Database& database, Group group) { return RemoveGroup(database, group); });
 }
 
-void DeletePhotos::WriteInGroups(const catalogue::Choice& choice,
-                                 const std::function<bool(engine::Database&, Group)>& write) {
+void DeletePhotos::WriteInGroups(const catalogue::Choice& choice, const QString& deed, const Write& write) {
   if (choice.Photos.empty()) return;
+  Report = {QStringLiteral("photos"), deed, 0, {}};
   Others.clear();
   bool folderChanged = false;
   {
     const controls::BusyPointer busy;
-    const Group photos(choice.Photos);
-    // At the first group that can't be written it ends: the others would wait as long.
-    ResumeNext([&] {
-      const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
-      for (size_t first = 0; first < photos.size() && !folderChanged; first += GroupLength) {
-        folderChanged =
-            !write(*database, photos.subspan(first, std::min(GroupLength, photos.size() - first)));
-      }
-    });
-    Source.SetRecordSource();
+    folderChanged = !WriteAll(choice.Photos, write);
+    Source.SetRecordSource(Report);
   }
   if (folderChanged) folders::TellFolderChanged(&Window);
   folders::TellPhotosChanged(&Window, Others);
+  Tell(Report);
 }
 
-// The rows first: an image that is left without its row does no harm, a row without its image would.
-void DeletePhotos::DeleteGroup(engine::Database& database, Group group) {
+// At the first group that can't be written it ends: the others would wait as long.
+bool DeletePhotos::WriteAll(Group photos, const Write& write) {
+  size_t first = 0;
+  try {
+    const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
+    for (; first < photos.size(); first += GroupLength) {
+      if (!write(*database, photos.subspan(first, std::min(GroupLength, photos.size() - first))))
+        return false;
+    }
+  } catch (const base::RuntimeError& error) {
+    for (const catalogue::ChosenPhoto& photo : photos.subspan(first))
+      Report.Failures.push_back({NameOf(photo), base::ReasonOf(error)});
+  }
+  return true;
+}
+
+// The rows first: a row without its image would be worse than an image that is left without its row. Those
+// are noted before, so that a kill leaves none for ever; where they can't be noted, as on a full disk, the
+// user may want room all the more.
+bool DeletePhotos::DeleteGroup(engine::Database& database, Group group, catalogue::Staging& staging) {
   engine::Transaction transaction(database);
   const catalogue::CheckedPhotos checked = CheckChosen(database, group);
+  std::vector<catalogue::Staging::Unfinished> unfinished;
+  for (const auto& photo : checked.Same)
+    unfinished.push_back({StoredName(photo), ThePaths.ImageDir + StoredName(photo)});
+  ResumeNext([&] { staging.NoteUnfinished(unfinished); });
   for (const auto& photo : checked.Same) DeletePhoto(database, photo.PhotoID);
   transaction.Commit();
   Others.insert(Others.end(), checked.Changed.begin(), checked.Changed.end());
+  Report.Done += static_cast<int>(checked.Same.size());
   std::vector<int> deleted;
   for (const auto& photo : checked.Same) deleted.push_back(photo.PhotoID);
   Q_EMIT Deleted(deleted);
-  ResumeNext([&] { RemoveFiles(database, checked.Same); });
+  bool removed = false;
+  ResumeNext([&] { removed = RemoveFiles(database, checked.Same); });
+  if (!removed) staging.Keep();
+  return true;
 }
 
 // Nobody can store a photo meanwhile. Before, another machine may have stored one under a number that has
-// become free: those files are its own.
-void DeletePhotos::RemoveFiles(engine::Database& database, const Photos& photos) const {
+// become free: those files are its own. They are gone for good before the next number is given out. What
+// can't be removed now the next start tries again.
+bool DeletePhotos::RemoveFiles(engine::Database& database, const Photos& photos) {
   const engine::Transaction transaction(database);
   std::vector<catalogue::ChosenPhoto> numbers;
   for (const auto& photo : photos) numbers.push_back({photo.PhotoID, {}});
   const std::vector<int> free = CheckChosen(database, numbers).Gone;
   const QSet<int> mayGo(free.begin(), free.end());
+  bool all = true;
   for (const auto& photo : photos) {
     if (!mayGo.contains(photo.PhotoID)) continue;
     QFile::remove(catalogue::ThumbFileName(ThePaths, photo.PhotoID));
-    QFile::remove(catalogue::ImageFileName(ThePaths, photo.PhotoID, photo.ImageType));
+    if (RemoveFile(ThePaths.ImageDir + StoredName(photo))) continue;
+    all = false;
+    Report.Failures.push_back(
+        {StoredName(photo), QStringLiteral("deleted, but its file could not be removed")});
   }
+  desktop::SyncDirectory(ThePaths.ImageDir);
+  return all;
 }
 
 bool DeletePhotos::RemoveGroup(engine::Database& database, Group group) {
@@ -115,6 +150,7 @@ bool DeletePhotos::RemoveGroup(engine::Database& database, Group group) {
   const catalogue::CheckedPhotos checked = CheckChosen(database, group);
   for (const auto& photo : checked.Same) RemovePhotoLink(database, *folder, photo.PhotoID);
   transaction.Commit();
+  Report.Done += static_cast<int>(checked.Same.size());
   const std::vector<int> others = checked.Others();
   Others.insert(Others.end(), others.begin(), others.end());
   return true;

@@ -7,9 +7,11 @@
 #include <span>
 #include <vector>
 
+#include "base/work_report.h"
 #include "catalogue/chosen_photos.h"
 #include "catalogue/paths.h"
 #include "catalogue/record_source.h"
+#include "catalogue/staging.h"
 #include "controls/tree_view.h"
 
 namespace veldrin::records {
@@ -19,16 +21,18 @@ class DeletePhotos : public QObject {
   Q_OBJECT
 
  public:
-  /// The references must outlive the object; `window` has the questions.
+  /// The references must outlive the object; `window` has the questions, and `tell` takes what became of the
+  /// photos.
   DeletePhotos(catalogue::Chooser chosen, catalogue::RecordSource& source,
                const controls::TreeView& tvTreeView, engine::DBEngine& engine, const catalogue::Paths& paths,
-               QWidget& window)
+               QWidget& window, base::TellWork tell)
       : Chosen(std::move(chosen)),
         Source(source),
         Tree(tvTreeView),
         Engine(engine),
         ThePaths(paths),
-        Window(window) {}
+        Window(window),
+        Tell(std::move(tell)) {}
 
   // What can't be written, such as while another machine holds the catalogue, stays as it was, files
   // included.
@@ -44,13 +48,15 @@ class DeletePhotos : public QObject {
  private:
   using Group = std::span<const catalogue::ChosenPhoto>;
   using Photos = std::vector<catalogue::CheckedPhotos::Photo>;
+  /// What becomes of a group; false where the folder isn't what the user sees.
+  using Write = std::function<bool(engine::Database&, Group)>;
 
   catalogue::Choice Ask(const QString& question) const;
-  void DeleteGroup(engine::Database& database, Group group);
-  void RemoveFiles(engine::Database& database, const Photos& photos) const;
+  bool DeleteGroup(engine::Database& database, Group group, catalogue::Staging& staging);
+  bool RemoveFiles(engine::Database& database, const Photos& photos);
   bool RemoveGroup(engine::Database& database, Group group);
-  void WriteInGroups(const catalogue::Choice& choice,
-                     const std::function<bool(engine::Database&, Group)>& write);
+  void WriteInGroups(const catalogue::Choice& choice, const QString& deed, const Write& write);
+  bool WriteAll(Group photos, const Write& write);
 
   catalogue::Chooser Chosen;
   catalogue::RecordSource& Source;
@@ -58,7 +64,10 @@ class DeletePhotos : public QObject {
   engine::DBEngine& Engine;
   const catalogue::Paths& ThePaths;
   QWidget& Window;
-  std::vector<int> Others;  ///< of the command in hand: photos that another machine has changed
+  base::TellWork Tell;
+  // Of the command in hand.
+  base::WorkReport Report;
+  std::vector<int> Others;  ///< photos that another machine has changed
 };
 
 /// Deletes a photo's row, its links and the note of its hand-over, by which a later photo of its number would

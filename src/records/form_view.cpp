@@ -77,6 +77,8 @@ void FormView::ShowFormRecord() {
   ShownPhotoID = 0;
   const int position = Data1.AbsolutePosition();
   if (position < 0) return;
+  // Also of a record that can't be read: it is the one that a command would be for.
+  ePhotoID->SetCaption(QString::number(Data1.Bookmark()));
   base::EndSilently([&] {
     const catalogue::ListRows row = Data1.ReadRows(position, 1);
     if (!row.IsThere(0)) return;
@@ -85,7 +87,6 @@ void FormView::ShowFormRecord() {
     const QString imageType = field("ImageType").toString();
     const QString file = catalogue::ImageFileName(ThePaths, photoId, imageType);
     if (QFileInfo(file).isFile()) eImageFile->setText(file);
-    ePhotoID->SetCaption(QString::number(photoId));
     eImageType->SetCaption(imageType);
     eTitle->setText(field("Title").toString());
     eDescription->setPlainText(field("Description").toString());
@@ -126,7 +127,7 @@ FormView::Texts FormView::TypedTexts() const {
 void FormView::WriteTexts(int photoId) {
   const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
   engine::Transaction group(*database);
-  const auto checked = catalogue::CheckChosen(*database, Data1.Chosen(false).Photos);
+  const auto checked = catalogue::CheckChosen(*database, Data1.Chosen(false).Photos, false);
   if (!checked.Changed.empty())
     throw base::RuntimeError(base::errDataChanged, catalogue::ChangedPhotosText(checked.Changed));
   const auto row =
@@ -153,6 +154,7 @@ void FormView::SaveBttn_Click() {
     if (photoId != ShownPhotoID)
       throw base::RuntimeError(base::errNoCurrentRecord, QStringLiteral("No current record."));
     WriteTexts(photoId);
+    Q_EMIT Saved(photoId);
     const QScopedValueRollback saving(IsSaving, true);
     Data1.RefreshAt(photoId);
   });

@@ -50,6 +50,8 @@ class FormView : public QWidget {
 
  Q_SIGNALS:
   void FormImage_DblClick();
+  /// The texts of a photo are stored.
+  void Saved(int photoId);
 
  protected:
   void showEvent(QShowEvent* event) override;

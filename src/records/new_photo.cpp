@@ -1,12 +1,11 @@
 #include "records/new_photo.h"
 
-#include <unistd.h>
-
-#include <QCryptographicHash>
 #include <QFile>
-#include <QSysInfo>
+#include <QFileInfo>
+#include <new>
 
 #include "base/failure.h"
+#include "base/work_report.h"
 #include "catalogue/image_store.h"
 #include "pictures/picture.h"
 
@@ -15,6 +14,8 @@ namespace veldrin::records {
 using base::ResumeNext;
 
 namespace {
+
+constexpr qsizetype TypeLength = 3;  // of the column ImageType
 
 void KeepAside(const QString& file) {
   QString aside = file + QStringLiteral(".old");
@@ -25,50 +26,59 @@ void KeepAside(const QString& file) {
 
 }  // namespace
 
-bool CheckImageFile(const QString& path, int) {
-  return !ResumeNext([&] { pictures::LoadPicture(path, [](QSize) { return QSize(0, 0); }); });
+QString TypeToStore(const QString& name) {
+  const QString type = catalogue::GetFileExtension(name);
+  return type.size() <= TypeLength ? type : QFileInfo(name).suffix().left(TypeLength);
 }
 
 void NewPhoto::Read() {
-  ResumeNext([&] { Date = catalogue::GetFileDate(Source); });
-  Copied = ResumeNext([&] { Copy = std::make_unique<desktop::FileCopy>(Source, Temporary); });
-  Loaded = !CheckImageFile(Source, PhotoID);
-  if (!Loaded) ImageType = QStringLiteral("jpg");
+  try {
+    ResumeNext([&] { Date = catalogue::GetFileDate(Source); });
+    Copy = std::make_unique<desktop::FileCopy>(Source, Temporary);
+    Identity = desktop::IdentityOf(Temporary);
+    IsPicture = pictures::IsPicture(Temporary);
+    ImageType = IsPicture ? TypeToStore(Name) : QStringLiteral("jpg");
+  } catch (const base::RuntimeError& error) {
+    Failure = base::ReasonOf(error);
+  } catch (const std::bad_alloc&) {
+    Failure = QStringLiteral("Out of memory");
+  }
 }
 
 void NewPhoto::Flush() {
-  if (Copied && Loaded) Copied = ResumeNext([&] { Copy->Flush(); });
+  if (!Copy) return;
+  if (IsPicture && Failure.isEmpty()) {
+    try {
+      Copy->Flush();
+    } catch (const base::RuntimeError& error) {
+      Failure = base::ReasonOf(error);
+    }
+  }
   Copy.reset();
 }
 
+QString NewPhoto::StoredName() const {
+  return IsPicture ? QStringLiteral("%1.%2").arg(PhotoID).arg(ImageType) : QString();
+}
+
 void NewPhoto::PutInPlace(const catalogue::Paths& paths) {
-  if (!Copied || !Loaded || InPlace) return;
-  const QString target = catalogue::ImageFileName(paths, PhotoID, ImageType);
-  InPlace = Copied = ResumeNext([&] {
-    while (!desktop::RenameToFree(Temporary, target)) KeepAside(target);
-  });
   // A number that is given out again may have the thumbnail of another picture.
   QFile::remove(catalogue::ThumbFileName(paths, PhotoID));
+  if (!IsPicture) return;
+  const QString target = catalogue::ImageFileName(paths, PhotoID, ImageType);
+  while (!desktop::RenameToFree(Temporary, target)) KeepAside(target);
+  InPlace = true;
 }
 
 void NewPhoto::TakeBack(const catalogue::Paths& paths) {
   if (!InPlace) return;
   const QString target = catalogue::ImageFileName(paths, PhotoID, ImageType);
+  if (desktop::IdentityOf(target) != Identity) return;
   InPlace = !ResumeNext([&] { desktop::RenameToFree(target, Temporary); });
 }
 
 void NewPhoto::DropTemporary() const {
   if (!InPlace) QFile::remove(Temporary);
-}
-
-QString TemporaryName(const catalogue::Paths& paths, int number) {
-  // What two running programs that share an image store can't have in common: one of them holds the lock in
-  // TempDir.
-  const QByteArray owner = QSysInfo::bootUniqueId() + QSysInfo::machineUniqueId() +
-                           QSysInfo::machineHostName().toUtf8() + QByteArray::number(::getuid()) +
-                           paths.TempDir.toUtf8();
-  const QByteArray mark = QCryptographicHash::hash(owner, QCryptographicHash::Sha1).toHex().left(12);
-  return paths.ImageDir + QStringLiteral(".new-%1-%2").arg(QLatin1String(mark)).arg(number);
 }
 
 }  // namespace veldrin::records

@@ -4,49 +4,52 @@
 #include <QDateTime>
 #include <QString>
 #include <memory>
+#include <optional>
 
 #include "catalogue/paths.h"
 #include "desktop/file_copy.h"
+#include "desktop/file_identity.h"
 
 namespace veldrin::records {
 
 /// A photo that is being stored. Read may run on any thread, for different photos; the rest belongs to the
 /// thread that writes the rows.
 struct NewPhoto {
-  int PhotoID = 0;
-  QString Source;     ///< the picture file's path
-  QString ImageType;  ///< as the row will have it
+  QString Name;       ///< of the picture file, bare
+  QString Source;     ///< its path
+  QString ImageType;  ///< as the row and the stored file have it
   QString Temporary;  ///< where the copy stands until its row is written
 
-  QDateTime Date;        ///< of the source; invalid when it can't be had
-  bool Copied = false;   ///< all bytes of the source stand in the copy, at Temporary or in place
-  bool Loaded = false;   ///< the source is a picture
-  bool InPlace = false;  ///< the copy has its final name
+  int PhotoID = 0;         ///< 0 until the photo has a number
+  QDateTime Date;          ///< of the source; invalid when it can't be had
+  bool IsPicture = false;  ///< otherwise it gets a row without a file
+  bool InPlace = false;    ///< the copy has its final name
   bool HasRow = false;
+  QString Failure;  ///< why it can't be stored; empty while it can
 
-  /// Reads the source: copies it, and tries whether it is a picture. No errors: the members tell.
+  /// Reads the source, once: copies it, and looks whether the copy is a picture. No errors: the members tell.
   void Read();
   /// Waits until the copy is on the disk. For several photos this is quickest when all of them have been read
   /// before.
   void Flush();
 
+  /// The bare name of the stored file; empty for what is no picture.
+  QString StoredName() const;
   /// Gives the copy of a picture its final name. A file that stands there already is kept under another name.
-  /// Where that fails, Copied tells so.
+  /// Raises 53, 61 or 75.
   void PutInPlace(const catalogue::Paths& paths);
-  /// Takes the final name from the copy again.
+  /// Takes the final name from the copy again, where the file of that name still is the copy.
   void TakeBack(const catalogue::Paths& paths);
   /// Deletes what stands at Temporary.
   void DropTemporary() const;
 
  private:
   std::unique_ptr<desktop::FileCopy> Copy;
+  std::optional<desktop::FileIdentity> Identity;
 };
 
-/// True when the file can't be loaded as a picture. The photo's number is not used.
-bool CheckImageFile(const QString& path, int photoId);
-
-/// The name in the image store, this user's and machine's own, under which the copy with the given number
-/// grows.
-QString TemporaryName(const catalogue::Paths& paths, int number);
+/// What the row of a file has for its type: all that follows the first point of the name, or, where that
+/// doesn't fit the column, what follows the last one, as far as it does. A row and its file have to agree.
+QString TypeToStore(const QString& name);
 
 }  // namespace veldrin::records

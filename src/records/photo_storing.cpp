@@ -1,22 +1,17 @@
 #include "records/photo_storing.h"
 
-#include <sys/stat.h>
-
 #include <QFile>
-#include <QFileInfo>
-#include <QSet>
 #include <QThread>
 #include <QThreadPool>
 #include <QtConcurrentMap>
 #include <algorithm>
 #include <limits>
 #include <span>
-#include <vector>
 
 #include "base/failure.h"
-#include "base/runtime_error.h"
+#include "base/work_report.h"
 #include "catalogue/image_store.h"
-#include "desktop/file_copy.h"
+#include "catalogue/staging.h"
 #include "engine/dao/transaction.h"
 #include "records/new_photo.h"
 
@@ -29,65 +24,53 @@ namespace {
 
 using Group = std::span<NewPhoto>;
 
-bool IsSameDirectory(const QString& a, const QString& b) {
-  struct stat statusA {};
-  struct stat statusB {};
-  return ::stat(QFile::encodeName(a).constData(), &statusA) == 0 &&
-         ::stat(QFile::encodeName(b).constData(), &statusB) == 0 && statusA.st_dev == statusB.st_dev &&
-         statusA.st_ino == statusB.st_ino;
-}
+bool CanBeStored(const NewPhoto& photo) { return !photo.HasRow && photo.Failure.isEmpty(); }
 
 class BatchWriter {
  public:
-  BatchWriter(const catalogue::Paths& paths, engine::DBEngine& engine, const PhotoBatch& batch, int first);
+  BatchWriter(const catalogue::Paths& paths, engine::DBEngine& engine, const PhotoBatch& batch,
+              std::vector<NewPhoto>& files);
   void Run();
 
  private:
   Group GroupAt(size_t number);
   QFuture<void> ReadFiles(Group group);
   void WriteGroup(Group group);
-
-  template <class Write>
-  bool InTransaction(Write&& write);
   bool WriteRows(Group group);
-  bool WriteLinks(Group group);
   void TakeBack(Group group);
-  QSet<int> TakenNumbers(Group group);
   void AddRow(const NewPhoto& photo);
+  void AddLink(const NewPhoto& photo);
+  bool IsStored(const NewPhoto& photo);
   void SetTextField(const char* name, const QString& text);
   void RemoveSources(Group group);
 
   const catalogue::Paths& ThePaths;
   const PhotoBatch& Batch;
-  bool MayRemove;
+  const bool MayRemove;
+  std::vector<NewPhoto>& Files;
+  catalogue::Staging TheStaging;
   std::unique_ptr<engine::Database> TheDatabase;
   std::unique_ptr<engine::Recordset> Photos;
   std::unique_ptr<engine::Recordset> Links;
-  std::vector<NewPhoto> Files;
-  bool Locked = false;
-  QThreadPool Pool;  // Last: its end waits for the threads that use the other members.
+  QString Refusal;         ///< of the last group; empty where it was stored
+  bool IsRefused = false;  ///< what held up a group holds up all further ones
+  QThreadPool Pool;        // Last: its end waits for the threads that use the other members.
 };
 
 BatchWriter::BatchWriter(const catalogue::Paths& paths, engine::DBEngine& engine, const PhotoBatch& batch,
-                         int first)
+                         std::vector<NewPhoto>& files)
     : ThePaths(paths),
       Batch(batch),
-      MayRemove(batch.RemoveSources && !IsSameDirectory(batch.Directory, paths.ImageDir)) {
+      MayRemove(batch.RemoveSources &&
+                desktop::IdentityOf(batch.Directory) != desktop::IdentityOf(paths.ImageDir)),
+      Files(files),
+      TheStaging(paths) {
   TheDatabase = engine.OpenDatabase(paths.WorkFile);
   Photos = TheDatabase->OpenRecordset(QStringLiteral("tblPhotos"));
   Links = TheDatabase->OpenRecordset(QStringLiteral("tblPhotoLinks"));
-  // Two groups are on their way at a time.
-  const int places = 2 * batch.GroupSize;
-  for (int i = 0; i < places; ++i) QFile::remove(TemporaryName(paths, i));  // What a crash left.
-  const qint64 room = qint64{std::numeric_limits<int>::max()} - first + 1;
-  Files.resize(std::min<qint64>(batch.Names.size(), room));
-  for (int i = 0; i < std::ssize(Files); ++i) {
-    const QString& name = batch.Names[i];
-    Files[i].PhotoID = first + i;
-    Files[i].Source = batch.Directory + QLatin1Char('/') + name;
-    Files[i].ImageType = catalogue::GetFileExtension(name);
-    Files[i].Temporary = TemporaryName(paths, i % places);
-  }
+  const int places = 2 * batch.GroupSize;  // Two groups are on their way at a time.
+  for (int i = 0; i < std::ssize(Files); ++i)
+    Files[i].Temporary = TheStaging.PlaceOf(i % places, Files[i].Name);
   // Threads wait for the disk as well as they compute.
   Pool.setMaxThreadCount(std::clamp(QThread::idealThreadCount(), 2, 4));
 }
@@ -102,95 +85,98 @@ QFuture<void> BatchWriter::ReadFiles(Group group) {
   return QtConcurrent::map(&Pool, group.begin(), group.end(), [](NewPhoto& photo) { photo.Read(); });
 }
 
+// While one group's rows are written the next one's files are copied.
 void BatchWriter::Run() {
   QFuture<void> files = ReadFiles(GroupAt(0));
   for (size_t number = 0; !GroupAt(number).empty(); ++number) {
     files.waitForFinished();
-    files = ReadFiles(GroupAt(number + 1));
+    files = IsRefused ? QFuture<void>() : ReadFiles(GroupAt(number + 1));
     WriteGroup(GroupAt(number));
   }
 }
 
+// Where a group finds no room, fewer of its photos may.
 void BatchWriter::WriteGroup(Group group) {
-  Locked = false;
   for (NewPhoto& photo : group) photo.Flush();
-  if (!WriteRows(group)) {
-    // Locked by someone else: what holds up the group holds up each of its rows.
-    for (size_t i = 0; i < group.size() && !Locked; ++i) WriteRows(group.subspan(i, 1));
+  if (!IsRefused && !WriteRows(group)) {
+    for (size_t i = 0; i < group.size() && group.size() > 1 && !IsRefused; ++i)
+      WriteRows(group.subspan(i, 1));
+  }
+  for (NewPhoto& photo : group) {
+    if (CanBeStored(photo)) photo.Failure = Refusal;
+    photo.DropTemporary();
   }
   if (MayRemove) RemoveSources(group);
-  if (!WriteLinks(group)) {
-    for (size_t i = 0; i < group.size() && !Locked; ++i) WriteLinks(group.subspan(i, 1));
-  }
-  for (const NewPhoto& photo : group) photo.DropTemporary();
 }
 
-template <class Write>
-bool BatchWriter::InTransaction(Write&& write) {
+// The transaction keeps other machines out from the look at the numbers to the end, so that two don't give
+// the same one. The names are on the disk before the rows that speak of them.
+bool BatchWriter::WriteRows(Group group) {
+  if (std::none_of(group.begin(), group.end(), CanBeStored)) return true;
   try {
     engine::Transaction transaction(*TheDatabase);
-    write();
-    transaction.Commit();
-    return true;
-  } catch (const RuntimeError& error) {
-    Locked = error.Number() == base::errLocked;
-    return false;
-  }
-}
-
-// The transaction keeps other machines out from the look at the numbers to the end, so that two that were
-// given the same number don't write the same file. The names are on the disk before the rows that speak of
-// them.
-bool BatchWriter::WriteRows(Group group) {
-  QSet<int> taken;
-  const bool written = InTransaction([&] {
-    taken = TakenNumbers(group);
+    if (Batch.FolderIsAsShown && !Batch.FolderIsAsShown(*TheDatabase))
+      throw RuntimeError(base::errDataChanged, QStringLiteral("The folder was changed by another machine."));
+    int next = GetNextPhotoID(*TheDatabase);
+    std::vector<catalogue::Staging::Unfinished> unfinished;
     for (NewPhoto& photo : group) {
-      if (taken.contains(photo.PhotoID)) continue;
-      photo.PutInPlace(ThePaths);
-      AddRow(photo);
+      if (!CanBeStored(photo)) continue;
+      if (next <= 0) throw RuntimeError(base::errOverflow, QStringLiteral("Overflow"));
+      photo.PhotoID = next;
+      next = next == std::numeric_limits<int>::max() ? 0 : next + 1;
+      if (photo.IsPicture) unfinished.push_back({photo.StoredName(), photo.Temporary});
+    }
+    TheStaging.NoteUnfinished(unfinished);
+    for (NewPhoto& photo : group) {
+      if (CanBeStored(photo)) photo.PutInPlace(ThePaths);
     }
     desktop::SyncDirectory(ThePaths.ImageDir);
-  });
-  if (!written) {
+    for (const NewPhoto& photo : group) {
+      if (!CanBeStored(photo)) continue;
+      AddRow(photo);
+      AddLink(photo);
+    }
+    transaction.Commit();
+  } catch (const RuntimeError& error) {
+    Refusal = base::ReasonOf(error);
+    const int number = error.Number();
+    IsRefused = number == base::errLocked || number == base::errReadOnly || number == base::errDataChanged;
     TakeBack(group);
     return false;
   }
-  for (NewPhoto& photo : group) photo.HasRow = !taken.contains(photo.PhotoID);
+  for (NewPhoto& photo : group) photo.HasRow |= CanBeStored(photo);
   return true;
 }
 
 // Of a group that failed the files go back under their temporary names, unless their rows are there in spite
-// of the error. Where the catalogue can't be asked they stay; the next photo of that number puts them aside.
+// of the error. Where the catalogue can't be asked they stay, and the next start looks again.
 void BatchWriter::TakeBack(Group group) {
-  const auto isInPlace = [](const NewPhoto& photo) { return photo.InPlace; };
-  if (std::none_of(group.begin(), group.end(), isInPlace)) return;
-  ResumeNext([&] {
+  const bool asked = ResumeNext([&] {
     // Nothing is written: it keeps the others out while the files go back.
     const engine::Transaction transaction(*TheDatabase);
-    const QSet<int> taken = TakenNumbers(group);
     for (NewPhoto& photo : group) {
-      if (!taken.contains(photo.PhotoID)) photo.TakeBack(ThePaths);
+      if (photo.PhotoID == 0 || !CanBeStored(photo)) continue;
+      photo.HasRow = IsStored(photo);
+      if (!photo.HasRow) photo.TakeBack(ThePaths);
     }
   });
+  if (!asked && std::any_of(group.begin(), group.end(), [](const NewPhoto& photo) { return photo.InPlace; }))
+    TheStaging.Keep();
 }
 
-QSet<int> BatchWriter::TakenNumbers(Group group) {
-  const auto rows = TheDatabase->OpenRecordset(
-      QStringLiteral("SELECT PhotoID FROM tblPhotos WHERE PhotoID >= %1 AND PhotoID <= %2")
-          .arg(group.front().PhotoID)
-          .arg(group.back().PhotoID),
+// Another machine may have given the number to a photo of its own since.
+bool BatchWriter::IsStored(const NewPhoto& photo) {
+  const auto row = TheDatabase->OpenRecordset(
+      QStringLiteral("SELECT ImageType, CreateDate FROM tblPhotos WHERE PhotoID = %1").arg(photo.PhotoID),
       engine::dbOpenSnapshot);
-  QSet<int> numbers;
-  for (; !rows->AtEOF(); rows->MoveNext()) numbers.insert(rows->Field(QStringLiteral("PhotoID")).toInt());
-  return numbers;
+  return row->RecordCount() == 1 && row->Field(QStringLiteral("ImageType")).toString() == photo.ImageType &&
+         row->Field(QStringLiteral("CreateDate")).toDateTime() == photo.Date;
 }
 
 void BatchWriter::AddRow(const NewPhoto& photo) {
   Photos->AddNew();
   Photos->SetField(QStringLiteral("PhotoID"), photo.PhotoID);
-  // A type too long for its field leaves the field unset.
-  ResumeNext([&] { Photos->SetField(QStringLiteral("ImageType"), photo.ImageType); });
+  Photos->SetField(QStringLiteral("ImageType"), photo.ImageType);
   SetTextField("Title", Batch.Title);
   SetTextField("Description", Batch.Description);
   SetTextField("MadeBy", Batch.MadeBy);
@@ -201,36 +187,37 @@ void BatchWriter::AddRow(const NewPhoto& photo) {
   Photos->Update();
 }
 
+void BatchWriter::AddLink(const NewPhoto& photo) {
+  Links->AddNew();
+  Links->SetField(QStringLiteral("IDNo"), Batch.LinkKey);
+  Links->SetField(QStringLiteral("PhotoID"), photo.PhotoID);
+  Links->Update();
+}
+
 void BatchWriter::SetTextField(const char* name, const QString& text) {
   if (!text.isEmpty()) ResumeNext([&] { Photos->SetField(QLatin1String(name), text); });
 }
 
 void BatchWriter::RemoveSources(Group group) {
+  const auto mayGo = [](const NewPhoto& photo) { return photo.HasRow && photo.InPlace; };
+  if (std::none_of(group.begin(), group.end(), mayGo)) return;
   TheDatabase->Settle();
-  for (const NewPhoto& photo : group) {
-    if (photo.HasRow && photo.Copied) QFile::remove(photo.Source);
+  for (NewPhoto& photo : group) {
+    if (mayGo(photo) && !QFile::remove(photo.Source))
+      photo.Failure = QStringLiteral("stored, but the file could not be removed");
   }
 }
 
-bool BatchWriter::WriteLinks(Group group) {
-  const auto hasRow = [](const NewPhoto& photo) { return photo.HasRow; };
-  if (std::none_of(group.begin(), group.end(), hasRow)) return true;
-  return InTransaction([&] {
-    for (const NewPhoto& photo : group) {
-      if (!photo.HasRow) continue;
-      Links->AddNew();
-      Links->SetField(QStringLiteral("IDNo"), Batch.LinkKey);
-      Links->SetField(QStringLiteral("PhotoID"), photo.PhotoID);
-      Links->Update();
-    }
-  });
+StoredFile OutcomeOf(const NewPhoto& photo) {
+  if (!photo.HasRow) return {photo.Name, 0, photo.Failure};
+  if (photo.IsPicture) return {photo.Name, photo.PhotoID, photo.Failure};
+  return {photo.Name, photo.PhotoID, QStringLiteral("no picture: stored without a file")};
 }
 
 }  // namespace
 
-int GetNextPhotoID(engine::DBEngine& engine, const catalogue::Paths& paths) {
-  const auto database = engine.OpenDatabase(paths.WorkFile);
-  const auto highest = database->OpenRecordset(
+int GetNextPhotoID(engine::Database& database) {
+  const auto highest = database.OpenRecordset(
       QStringLiteral("SELECT Max(tblPhotos.PhotoID) As ID FROM tblPhotos"), engine::dbOpenSnapshot);
   const engine::Value id = highest->Field(QStringLiteral("ID"));
   if (engine::IsNull(id)) return 1;
@@ -239,13 +226,25 @@ int GetNextPhotoID(engine::DBEngine& engine, const catalogue::Paths& paths) {
   return id.toInt() + 1;
 }
 
-int StorePhotos(const catalogue::Paths& paths, engine::DBEngine& engine, const PhotoBatch& batch) {
-  int first = 0;
-  ResumeNext([&] {
-    first = GetNextPhotoID(engine, paths);
-    BatchWriter(paths, engine, batch, first).Run();
-  });
-  return first;
+std::vector<StoredFile> StorePhotos(const catalogue::Paths& paths, engine::DBEngine& engine,
+                                    const PhotoBatch& batch) {
+  std::vector<NewPhoto> files(static_cast<size_t>(batch.Names.size()));
+  for (size_t i = 0; i < files.size(); ++i) {
+    files[i].Name = batch.Names[static_cast<qsizetype>(i)];
+    files[i].Source = batch.Directory + QLatin1Char('/') + files[i].Name;
+  }
+  QString refusal;
+  try {
+    BatchWriter(paths, engine, batch, files).Run();
+  } catch (const RuntimeError& error) {
+    refusal = base::ReasonOf(error);
+  }
+  std::vector<StoredFile> outcomes;
+  for (NewPhoto& photo : files) {
+    if (CanBeStored(photo)) photo.Failure = refusal;
+    outcomes.push_back(OutcomeOf(photo));
+  }
+  return outcomes;
 }
 
 }  // namespace veldrin::records

@@ -3,6 +3,8 @@
 
 #include <QString>
 #include <QStringList>
+#include <functional>
+#include <vector>
 
 #include "catalogue/paths.h"
 #include "engine/dao/db_engine.h"
@@ -18,23 +20,35 @@ struct PhotoBatch {
   QString Description;
   QString MadeBy;
   bool RemoveSources = false;
+  /// Asked inside each transaction: whether the folder still is what the user sees. Where it isn't, nothing
+  /// more is stored. May be empty.
+  std::function<bool(engine::Database&)> FolderIsAsShown;
   /// How many photos share a flush of the tables. While one group's rows are written the next one's files are
   /// copied.
   int GroupSize = 64;
 };
 
-/// The highest number of a photo plus one; 1 for an empty catalogue. Raises 6 when there is no further
-/// number, and the errors of the data engine.
-int GetNextPhotoID(engine::DBEngine& engine, const catalogue::Paths& paths);
+/// What became of a file of the batch.
+struct StoredFile {
+  QString Name;
+  int PhotoID = 0;  ///< 0 where it wasn't stored
+  /// Why it wasn't stored, or what of it wasn't done; empty where all went well.
+  QString Failure;
+};
 
-/// Stores the files under consecutive numbers and returns the first one, 0 when the catalogue can't be read.
-/// Passes over every error and goes on: a copy that fails leaves a row without a file, a file that is no
-/// picture a row of the type "jpg" without a file.
+/// The number of the next photo: the highest one plus one, 1 for an empty catalogue. For a photo that is
+/// stored it has to be asked for inside the transaction. Raises 6 when there is no further number, and the
+/// errors of the data engine.
+int GetNextPhotoID(engine::Database& database);
+
+/// Stores the files, in their order, under numbers that are consecutive but for those that another machine
+/// takes meanwhile. A file that is no picture gets a row of the type "jpg" without a file; one that can't be
+/// copied gets none. Raises nothing: what went wrong stands with the files.
 ///
-/// Nothing is lost at any point where the run may break off: a row is written when its file stands whole on
-/// the disk, a source goes when its row does and when it could be copied; one that lies in the image store
-/// itself never goes. No file that stands in the image store is overwritten. A number that another machine
-/// has taken in the meantime is left to it, and that source stays.
-int StorePhotos(const catalogue::Paths& paths, engine::DBEngine& engine, const PhotoBatch& batch);
+/// Nothing is lost at any point where the run may break off: row and place are written together, when the
+/// copy stands whole on the disk; a source goes when they are stored and the copy has its name, one that lies
+/// in the image store itself never. No file that stands in the image store is overwritten.
+std::vector<StoredFile> StorePhotos(const catalogue::Paths& paths, engine::DBEngine& engine,
+                                    const PhotoBatch& batch);
 
 }  // namespace veldrin::records

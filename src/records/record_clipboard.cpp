@@ -56,8 +56,8 @@ void StagePhotos(engine::Database& database, const QString& key,
 
 RecordClipboard::RecordClipboard(catalogue::RecordList& data1, controls::TreeView& tvTreeView,
                                  catalogue::RecordSource& source, engine::DBEngine& engine,
-                                 const catalogue::Paths& paths)
-    : Data1(data1), Tree(tvTreeView), Source(source), Engine(engine), ThePaths(paths) {
+                                 const catalogue::Paths& paths, base::TellWork tell)
+    : Data1(data1), Tree(tvTreeView), Source(source), Engine(engine), ThePaths(paths), Tell(std::move(tell)) {
   connect(&Tree, &controls::TreeView::NodeRemoved, this, &RecordClipboard::tvTreeView_NodeRemoved);
   // A new selection isn't the one that was cut.
   connect(&Data1.SelBookmarks, &catalogue::SelBookmarkList::Changed, this, [this] { SetGrey(false); });
@@ -79,6 +79,12 @@ void RecordClipboard::Forget(const std::vector<int>& photos) {
   const QSet<int> gone(photos.begin(), photos.end());
   std::erase_if(ThePending->Photos,
                 [&](const catalogue::ChosenPhoto& photo) { return gone.contains(photo.PhotoID); });
+}
+
+void RecordClipboard::Renew(int photoId) {
+  if (!ThePending) return;
+  for (catalogue::ChosenPhoto& photo : ThePending->Photos)
+    if (photo.PhotoID == photoId) photo.Look.reset();
 }
 
 void RecordClipboard::SetGrey(bool grey) {
@@ -110,17 +116,16 @@ void RecordClipboard::RecordUndoCut_Click() {
 
 // --- the paste --------------------------------------------------------------------------------------------
 
-// In one transaction: a photo is never without a place, wherever the run may break off. False where a folder
-// is another one now; `others` takes the photos that are.
-bool RecordClipboard::LinkPending(const Node& target, std::vector<int>& others) const {
+// In one transaction: a photo is never without a place, wherever the run may break off. Nothing where a
+// folder is another one now; otherwise tells of the photos that are.
+std::optional<catalogue::CheckedPhotos> RecordClipboard::LinkPending(const Node& target) const {
   const Node& source = *ThePending->Source;
   const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
   engine::Transaction group(*database);
   if (!folders::RowIsAsShown(*database, target) ||
       (ThePending->IsCut && !folders::RowIsAsShown(*database, source)))
-    return false;
-  const catalogue::CheckedPhotos checked = CheckChosen(*database, ThePending->Photos);
-  others = checked.Others();
+    return {};
+  catalogue::CheckedPhotos checked = CheckChosen(*database, ThePending->Photos);
   StagePhotos(*database, LinkKey(source.Tag()), checked.Same);
   if (ThePending->IsCut) DeleteLinksOfCut(*database, target, source);
   const QString key = LinkKey(target.Tag());
@@ -133,25 +138,34 @@ bool RecordClipboard::LinkPending(const Node& target, std::vector<int>& others) 
       QStringLiteral("INSERT INTO tblPhotoLinks SELECT '%1' as IDNo, PhotoID FROM ActPhotoLinks").arg(key));
   database->Execute(QStringLiteral("DELETE FROM ActPhotoLinks"));
   group.Commit();
-  return true;
+  return checked;
 }
 
 void RecordClipboard::RecordPaste_Click() {
   if (!ThePending) return;
-  std::vector<int> others;
-  const bool pasted = [&] {
+  base::WorkReport report{
+      QStringLiteral("photos"), QStringLiteral("filed in ") + Tree.SelectedItem()->Text(), 0, {}};
+  std::optional<catalogue::CheckedPhotos> filed;
+  try {
     const BusyPointer busy;
-    if (!LinkPending(*Tree.SelectedItem(), others)) return false;
-    if (ThePending->IsCut) UndoCutShown = false;
-    ThePending.reset();
-    SetGrey(false);
-    Q_EMIT Changed();
-    Source.SetRecordSource();
-    Q_EMIT Pasted();
-    return true;
-  }();
-  if (!pasted) return folders::TellFolderChanged(&Tree);
-  folders::TellPhotosChanged(&Tree, others);
+    filed = LinkPending(*Tree.SelectedItem());
+    if (filed) {
+      if (ThePending->IsCut) UndoCutShown = false;
+      ThePending.reset();
+      SetGrey(false);
+      Q_EMIT Changed();
+      report.Done = static_cast<int>(filed->Same.size());
+      Source.SetRecordSource(report);
+      Q_EMIT Pasted();
+    }
+  } catch (const base::RuntimeError& error) {
+    for (const catalogue::ChosenPhoto& photo : ThePending->Photos)
+      report.Failures.push_back({NameOf(photo), base::ReasonOf(error)});
+    return Tell(report);
+  }
+  if (!filed) return folders::TellFolderChanged(&Tree);
+  folders::TellPhotosChanged(&Tree, filed->Others());
+  Tell(report);
 }
 
 }  // namespace veldrin::records

@@ -5,6 +5,7 @@
 #include <optional>
 #include <vector>
 
+#include "base/work_report.h"
 #include "catalogue/chosen_photos.h"
 #include "catalogue/paths.h"
 #include "catalogue/record_source.h"
@@ -13,15 +14,17 @@
 
 namespace veldrin::records {
 
-/// No image file and no row of tblPhotos is touched. Errors of the data engine are not handled; the catalogue
-/// is then as it was before the command.
+/// No image file and no row of tblPhotos is touched. After an error the catalogue is as it was before the
+/// command, and what was pending is so still.
 class RecordClipboard : public QObject {
   Q_OBJECT
 
  public:
-  /// The references must outlive the object; boxes stand over the tree's window.
+  /// The references must outlive the object; boxes stand over the tree's window, and `tell` takes what became
+  /// of the photos that are filed.
   RecordClipboard(catalogue::RecordList& data1, controls::TreeView& tvTreeView,
-                  catalogue::RecordSource& source, engine::DBEngine& engine, const catalogue::Paths& paths);
+                  catalogue::RecordSource& source, engine::DBEngine& engine, const catalogue::Paths& paths,
+                  base::TellWork tell);
 
   bool IsCutPending() const { return ThePending && ThePending->IsCut; }
   /// The folder that the records of a pending copy were selected in; null when no copy is pending.
@@ -37,6 +40,8 @@ class RecordClipboard : public QObject {
   void RecordPaste_Click();
   /// Photos that have been deleted are pending no more.
   void Forget(const std::vector<int>& photos);
+  /// The user has changed a photo, which may be pending.
+  void Renew(int photoId);
 
  Q_SIGNALS:
   /// Something else is cut or copied.
@@ -54,7 +59,7 @@ class RecordClipboard : public QObject {
 
   void Take(bool isCut);
   void SetGrey(bool grey);
-  bool LinkPending(const controls::Node& target, std::vector<int>& others) const;
+  std::optional<catalogue::CheckedPhotos> LinkPending(const controls::Node& target) const;
   void tvTreeView_NodeRemoved(const controls::Node* node);
 
   catalogue::RecordList& Data1;
@@ -62,6 +67,7 @@ class RecordClipboard : public QObject {
   catalogue::RecordSource& Source;
   engine::DBEngine& Engine;
   const catalogue::Paths& ThePaths;
+  base::TellWork Tell;
 
   std::optional<Pending> ThePending;
   bool UndoCutShown = false;

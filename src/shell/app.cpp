@@ -23,6 +23,23 @@ QString InstalledFiles() {
   return QCoreApplication::applicationDirPath() + QStringLiteral("/../share/veldrin");
 }
 
+// Of the user's session, which nobody else may enter; empty where there is none.
+QString RuntimeDirectory() {
+  const QByteArray path = qgetenv("XDG_RUNTIME_DIR");
+  struct stat status {};
+  const bool isOwn = path.startsWith('/') && ::stat(path.constData(), &status) == 0 &&
+                     S_ISDIR(status.st_mode) && status.st_uid == ::geteuid() &&
+                     (status.st_mode & (S_IRWXG | S_IRWXO)) == 0 && ::access(path.constData(), W_OK) == 0;
+  return isOwn ? QFile::decodeName(path) : QString();
+}
+
+void MakeOwnDirectory(const QString& directory) {
+  const QByteArray name = QFile::encodeName(directory);
+  ::mkdir(name.constData(), 0700);
+  desktop::RequireOwnDirectory(directory);
+  ::chmod(name.constData(), 0700);
+}
+
 // False when a file or a directory could not be made.
 bool CopyTree(const QString& from, const QString& to) {
   bool whole = QDir().mkpath(to);
@@ -55,7 +72,10 @@ const int App::Major = VELDRIN_MAJOR;
 const int App::Minor = VELDRIN_MINOR;
 const int App::Revision = VELDRIN_REVISION;
 
-App::App() : TheTempDir(QDir::tempPath() + QStringLiteral("/veldrin-%1").arg(::getuid())) {
+App::App() {
+  const QString name = QStringLiteral("veldrin-%1").arg(::getuid());
+  for (const QString& place : {RuntimeDirectory(), QDir::tempPath()})
+    if (!place.isEmpty()) TempDirs << desktop::OwnDirectoryBelow(place, name);
   const QString own = QCoreApplication::applicationDirPath();
   if (QFileInfo(own + QStringLiteral("/Database")).isDir()) {
     ThePath = own;
@@ -65,30 +85,32 @@ App::App() : TheTempDir(QDir::tempPath() + QStringLiteral("/veldrin-%1").arg(::g
   ReadyMadePath = QDir::cleanPath(InstalledFiles());
 }
 
-App::App(QString path, QString tempDir) : ThePath(std::move(path)), TheTempDir(std::move(tempDir)) {}
+App::App(QString path, const QString& tempDir) : ThePath(std::move(path)), TempDirs(tempDir) {}
 
 App::~App() = default;
 
 QString App::VersionText() { return QStringLiteral("Version %1.%2.%3").arg(Major).arg(Minor).arg(Revision); }
 
 bool App::PrevInstance() {
-  try {
-    MakeTempDir();
-  } catch (const base::RuntimeError&) {
-    return false;  // The start reports the unusable directory when it needs it.
+  for (const QString& directory : TempDirs) {
+    try {
+      MakeOwnDirectory(directory);
+    } catch (const base::RuntimeError&) {
+      continue;  // The start reports the unusable directory when it needs it.
+    }
+    auto lock = std::make_unique<QLockFile>(directory + QStringLiteral("/instance.lock"));
+    // A lock is stale when its process is gone, whatever its age.
+    lock->setStaleLockTime(0);
+    if (!lock->tryLock() && lock->error() == QLockFile::LockFailedError) {
+      Locks.clear();
+      return true;
+    }
+    Locks.push_back(std::move(lock));
   }
-  Lock = std::make_unique<QLockFile>(TheTempDir + QStringLiteral("/instance.lock"));
-  // A lock is stale when its process is gone, whatever its age.
-  Lock->setStaleLockTime(0);
-  return !Lock->tryLock() && Lock->error() == QLockFile::LockFailedError;
+  return false;
 }
 
-void App::MakeTempDir() const {
-  const QByteArray name = QFile::encodeName(TheTempDir);
-  ::mkdir(name.constData(), 0700);
-  desktop::RequireOwnDirectory(TheTempDir);
-  ::chmod(name.constData(), 0700);
-}
+void App::MakeTempDir() const { MakeOwnDirectory(TempDir()); }
 
 void App::FillPath() const {
   if (ReadyMadePath.isEmpty()) return;

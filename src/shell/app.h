@@ -2,8 +2,9 @@
 #pragma once
 
 #include <QLockFile>
-#include <QString>
+#include <QStringList>
 #include <memory>
+#include <vector>
 
 namespace veldrin::shell {
 
@@ -17,7 +18,7 @@ class App {
   /// `Veldrin` in the user's pictures directory.
   App();
   /// An application with directories of the caller's choosing. Both without a trailing separator.
-  App(QString path, QString tempDir);
+  App(QString path, const QString& tempDir);
   ~App();
 
   static QString Title() { return QStringLiteral("Veldrin"); }
@@ -27,8 +28,9 @@ class App {
   /// The program directory, with no trailing separator.
   const QString& Path() const { return ThePath; }
 
-  /// The user's own directory for working files, with no trailing separator.
-  const QString& TempDir() const { return TheTempDir; }
+  /// The user's own directory for working files, with no trailing separator: in the user's runtime directory,
+  /// or where there is none, in the directory that everybody has for temporary files.
+  const QString& TempDir() const { return TempDirs.front(); }
 
   /// True when another instance of this user runs; otherwise this one takes the lock and keeps it for its
   /// life.
@@ -46,9 +48,11 @@ class App {
 
  private:
   QString ThePath;
-  QString TheTempDir;
+  /// TempDir, and where it might be for another start of this user. The lock lies in each, so that it is met
+  /// by a start that doesn't know the runtime directory, and the other way round.
+  QStringList TempDirs;
   QString ReadyMadePath;
-  std::unique_ptr<QLockFile> Lock;
+  std::vector<std::unique_ptr<QLockFile>> Locks;
 };
 
 }  // namespace veldrin::shell

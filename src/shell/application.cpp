@@ -1,6 +1,8 @@
 #include "shell/application.h"
 
+#include <QAbstractButton>
 #include <QIcon>
+#include <QMessageBox>
 #include <QPalette>
 #include <QStyleFactory>
 #include <cstdio>
@@ -57,6 +59,22 @@ void UseBreezeIcons() {
   QIcon::setThemeName(QStringLiteral("breeze"));
 }
 
+// Where it isn't possible nothing is asked.
+bool AskToGoOn(const QString& text, bool isPossible) {
+  if (!isPossible) {
+    controls::MsgBox(nullptr, text, controls::vbCritical);
+    return false;
+  }
+  QMessageBox box(QMessageBox::Critical, QGuiApplication::applicationDisplayName(), text,
+                  QMessageBox::Ignore | QMessageBox::Close, QApplication::activeWindow());
+  box.setTextFormat(Qt::PlainText);
+  box.button(QMessageBox::Ignore)->setText(QStringLiteral("&Go On"));
+  box.button(QMessageBox::Close)->setText(QStringLiteral("&End the Program"));
+  box.setDefaultButton(QMessageBox::Ignore);
+  box.setEscapeButton(QMessageBox::Ignore);
+  return box.exec() == QMessageBox::Ignore;
+}
+
 }  // namespace
 
 Application::Application(int& argc, char** argv)
@@ -91,18 +109,21 @@ void Application::ReportError(int number, const QString& description) {
   if (std::exchange(Reporting, true)) return;
   // The pointer of the routine that failed would stay an hourglass over the box.
   while (overrideCursor() != nullptr) restoreOverrideCursor();
-  controls::MsgBox(nullptr, QStringLiteral("Run-time error '%1':\n\n%2").arg(number).arg(description),
-                   controls::vbCritical);
-  if (CleanUp) CleanUp();
-  End(1);
+  if (!AskToGoOn(QStringLiteral("Run-time error '%1':\n\n%2").arg(number).arg(description),
+                 CanGoOn && CanGoOn())) {
+    if (CleanUp) CleanUp();
+    End(1);
+  }
   Reporting = false;
 }
 
 StartUp::StartUp(std::unique_ptr<App> app) : TheApp(std::move(app)) {}
 
 StartUp::~StartUp() {
-  if (auto* application = qobject_cast<Application*>(QCoreApplication::instance()))
+  if (auto* application = qobject_cast<Application*>(QCoreApplication::instance())) {
     application->CleanUp = nullptr;
+    application->CanGoOn = nullptr;
+  }
 }
 
 bool StartUp::Main(MainWindowFactory makeMainWindow) {
@@ -110,6 +131,7 @@ bool StartUp::Main(MainWindowFactory makeMainWindow) {
   MakeMainWindow = std::move(makeMainWindow);
   if (auto* application = qobject_cast<Application*>(QCoreApplication::instance())) {
     application->CleanUp = [this] { catalogue::DeleteWorkFile(ThePaths); };
+    application->CanGoOn = [this] { return MainWindow && MainWindow->isVisible() && CatalogueAnswers(); };
   }
   // Until the main window is there, a closed box or a splash out of sight is not the end of the program.
   QApplication::setQuitOnLastWindowClosed(false);
@@ -117,6 +139,18 @@ bool StartUp::Main(MainWindowFactory makeMainWindow) {
                                        [this] { ShowMain(); });
   Splash->Show();
   return true;
+}
+
+// One that another machine holds at the moment will answer again.
+bool StartUp::CatalogueAnswers() {
+  try {
+    TheEngine.OpenDatabase(ThePaths.WorkFile)
+        ->OpenRecordset(QStringLiteral("SELECT Max(tblPhotos.PhotoID) As ID FROM tblPhotos"),
+                        engine::dbOpenSnapshot);
+    return true;
+  } catch (const base::RuntimeError& error) {
+    return error.Number() == base::errLocked;
+  }
 }
 
 void StartUp::ShowMain() {

@@ -14,7 +14,8 @@ namespace veldrin::shell {
 class frmSplash;
 
 /// The application object. An error that no handler caught is shown in a box with its number and text; then
-/// the working copy is removed and the process ends with exit status 1.
+/// the working copy is removed and the process ends with exit status 1, unless the program can go on and the
+/// user wants it to.
 class Application : public QApplication {
   Q_OBJECT
 
@@ -24,6 +25,8 @@ class Application : public QApplication {
 
   /// Removes the working copy, at the end by an error. Set by StartUp while it lives.
   std::function<void()> CleanUp;
+  /// Whether there is something to go on with. Set by StartUp while it lives.
+  std::function<bool()> CanGoOn;
   /// Ends the process with an exit status. A test puts its own in the place.
   std::function<void(int)> End;
 
@@ -56,6 +59,7 @@ class StartUp {
 
  private:
   void ShowMain();
+  bool CatalogueAnswers();
 
   std::unique_ptr<App> TheApp;
   catalogue::Paths ThePaths;

@@ -1,9 +1,15 @@
 #include "shell/configuration.h"
 
+#include <QGuiApplication>
+#include <QMessageBox>
+#include <QPushButton>
+#include <QStandardPaths>
+
 #include "base/failure.h"
 #include "catalogue/schema.h"
-#include "controls/msg_box.h"
+#include "catalogue/staging.h"
 #include "shell/ini_file.h"
+#include "shell/setup.h"
 
 namespace veldrin::shell {
 
@@ -11,8 +17,14 @@ namespace {
 
 constexpr int IniBufferSize = 255;
 
-bool Refuse(const QString& reason) {
-  controls::MsgBox(nullptr, reason);
+// What may be wrong is the directory of the catalogue, which is set in one place.
+bool Refuse(const QString& message, const QString& why, const QString& iniFile) {
+  QMessageBox box(QMessageBox::NoIcon, QGuiApplication::applicationDisplayName(),
+                  message + QStringLiteral("\n\n") + why, QMessageBox::Ok);
+  box.setTextFormat(Qt::PlainText);
+  const QPushButton* setup = box.addButton(QStringLiteral("Program &Setup..."), QMessageBox::ActionRole);
+  box.exec();
+  if (box.clickedButton() == setup) frmSetup(iniFile).exec();
   return false;
 }
 
@@ -38,14 +50,18 @@ bool LoadConfiguration(catalogue::Paths& paths, engine::DBEngine& engine, const 
   paths.ThumbDir = paths.ImageDir + QStringLiteral("Thumbnails/");
   paths.MusicDir = database + QStringLiteral("/Music/");
   paths.TempDir = app.TempDir() + QLatin1Char('/');
+  // Not below TempDir, which may be in memory: pictures are large, and a message may be open for days.
+  paths.MailDir = QStandardPaths::writableLocation(QStandardPaths::CacheLocation) + QStringLiteral("/Mail/");
   paths.BrowserPath = ReadIniString(QStringLiteral("Programs"), QStringLiteral("Webbrowser"), paths.IniFile);
   if (paths.BrowserPath.isEmpty()) paths.BrowserPath = DefaultBrowser();
   base::ResumeNext([&] { app.MakeTempDir(); });
   base::ResumeNext([&] { app.FillPath(); });
-  if (!catalogue::CreateWorkFile(paths, engine, app.Path()))
-    return Refuse(QStringLiteral("Unable to Connect to the Access Tables."));
-  if (!catalogue::OpenCatalogue(paths, engine))
-    return Refuse(QStringLiteral("Unable to Initialize User Tables."));
+  QString why;
+  if (!catalogue::CreateWorkFile(paths, engine, app.Path(), &why))
+    return Refuse(QStringLiteral("Unable to Connect to the Access Tables."), why, paths.IniFile);
+  if (!catalogue::OpenCatalogue(paths, engine, &why))
+    return Refuse(QStringLiteral("Unable to Initialize User Tables."), why, paths.IniFile);
+  catalogue::SweepStaging(paths, engine);
   return true;
 }
 

@@ -48,6 +48,7 @@ QString CutTo(const QString& value, int length) {
 QString GetPrivateProfileString(const QString& section, const QString& key, const QString& file, int size) {
   CSimpleIniA ini(IsUtf8);
   ini.SetQuotes(true);
+  ini.SetMultiKey(true);  // Of equal keys the first counts.
   if (!Load(ini, ReadBytes(file))) return {};
   return CutTo(QString::fromUtf8(ini.GetValue(section.toUtf8().constData(), key.toUtf8().constData(), "")),
                size - 1);
@@ -60,8 +61,11 @@ bool WritePrivateProfileString(const QString& section, const QString& key, const
   const QByteArray bytes = ReadBytes(file);
   CSimpleIniA ini(IsUtf8);
   ini.SetSpaces(false);
+  ini.SetMultiKey(true);
   if (!Load(ini, bytes)) return false;
-  ini.SetValue(section.toUtf8().constData(), key.toUtf8().constData(), value.toUtf8().constData());
+  constexpr bool replaceAll = true;
+  ini.SetValue(section.toUtf8().constData(), key.toUtf8().constData(), value.toUtf8().constData(), nullptr,
+               replaceAll);
   std::string text;
   if (ini.Save(text) < 0) return false;
 

@@ -44,25 +44,31 @@ frmMain::frmMain(const App& app, const catalogue::Paths& paths, engine::DBEngine
   setObjectName(QStringLiteral("frmMain"));
   setWindowTitle(App::Title());
   setCentralWidget(Inside);
+  Status = new StatusLine(Data1, this);
+  setStatusBar(Status);
+  const base::TellWork tell = [this](const base::WorkReport& report) { Status->Tell(report); };
   MakeHeader();
-  MakePanes();
+  MakePanes(tell);
   Source = std::make_unique<catalogue::RecordSource>(
       Data1, [this] { return folders::SelectedFolderKey(*tvTreeView); }, Engine, ThePaths);
   const catalogue::Chooser chosen = [this] { return Data1.Chosen(CurrentView != FormViewCode); };
   Folders = std::make_unique<folders::FolderNavigation>(*tvTreeView, *txtFldrSearch, *Source);
   TheDeletePhotos =
-      std::make_unique<records::DeletePhotos>(chosen, *Source, *tvTreeView, Engine, ThePaths, *this);
-  TheFolderCommands = std::make_unique<folders::FolderCommands>(*tvTreeView, *Folders, Engine, ThePaths);
-  Clipboard = std::make_unique<records::RecordClipboard>(Data1, *tvTreeView, *Source, Engine, ThePaths);
+      std::make_unique<records::DeletePhotos>(chosen, *Source, *tvTreeView, Engine, ThePaths, *this, tell);
+  TheFolderCommands =
+      std::make_unique<folders::FolderCommands>(*tvTreeView, *Folders, Engine, ThePaths, tell);
+  Clipboard = std::make_unique<records::RecordClipboard>(Data1, *tvTreeView, *Source, Engine, ThePaths, tell);
   TheQuery = std::make_unique<find::Query>(
       *Source, Data1, [this](const auto& dialog) { HoldShow(dialog); }, *this);
-  Output = std::make_unique<OutputCommands>(Data1, chosen, *tvTreeView, Engine, ThePaths, *this,
-                                            [this] { Bars->Menu("ReportMenu").popup(QCursor::pos()); });
+  Output = std::make_unique<OutputCommands>(
+      Data1, chosen, *tvTreeView, Engine, ThePaths, *this,
+      [this] { Bars->Menu("ReportMenu").popup(QCursor::pos()); }, tell);
   ConnectViews();
   ConnectCommands();
   setMinimumWidth(ToPixels(LeastWindowWidth));
   menuBar()->ensurePolished();
-  resize(ToPixels(DesignWidth), ToPixels(DesignHeight) + menuBar()->sizeHint().height());
+  resize(ToPixels(DesignWidth),
+         ToPixels(DesignHeight) + menuBar()->sizeHint().height() + Status->sizeHint().height());
 }
 
 frmMain::~frmMain() {
@@ -93,7 +99,7 @@ void frmMain::MakeHeader() {
   Bars = std::make_unique<CommandBars>(*menuBar(), *picHeader);
 }
 
-void frmMain::MakePanes() {
+void frmMain::MakePanes(const base::TellWork& tell) {
   tvTreeView = Named(new controls::TreeView(Inside), "tvTreeView");
   MoveTwips(*tvTreeView, 0, PaneTop, DesignSplitterLeft, DesignHeight - PaneTop);
   pcMainWin = Named(new QWidget(Inside), "pcMainWin");
@@ -105,7 +111,7 @@ void frmMain::MakePanes() {
   ThumbPannel = new browse::ThumbnailPage(Data1, Engine, ThePaths, TheDataView);
   TheFormView = new records::FormView(Data1, ThePaths, Engine, SSTab1);
   TheAddView = new records::AddView(Data1, *tvTreeView, ThePaths, Engine,
-                                    QStandardPaths::writableLocation(QStandardPaths::PicturesLocation));
+                                    QStandardPaths::writableLocation(QStandardPaths::PicturesLocation), tell);
   // The list of the music directory is never shown itself.
   MusicList = Named(new controls::FileListBox(Inside), "AudioFileList");
   MusicList->hide();
@@ -137,6 +143,7 @@ void frmMain::ConnectViews() {
   connect(Clipboard.get(), &records::RecordClipboard::Pasted, this, &frmMain::SetRecordMenus);
   connect(TheDeletePhotos.get(), &records::DeletePhotos::Deleted, Clipboard.get(),
           &records::RecordClipboard::Forget);
+  connect(TheFormView, &records::FormView::Saved, Clipboard.get(), &records::RecordClipboard::Renew);
   connect(&Data1, &catalogue::RecordList::Refreshed, this, &frmMain::ShowQueryState);
   connect(bttnGo, &QPushButton::clicked, Folders.get(), &folders::FolderNavigation::bttnGo_Click);
   connect(txtFldrSearch, &QLineEdit::returnPressed, Folders.get(), &folders::FolderNavigation::bttnGo_Click);

@@ -28,6 +28,7 @@
 #include "shell/command_bars.h"
 #include "shell/output_commands.h"
 #include "shell/splitter.h"
+#include "shell/status_line.h"
 #include "show/image_play.h"
 #include "show/media_player.h"
 #include "show/music.h"
@@ -60,7 +61,7 @@ class frmMain : public QMainWindow {
   void HoldShow(const std::function<void()>& dialog);
 
   void MakeHeader();
-  void MakePanes();
+  void MakePanes(const base::TellWork& tell);
   void ConnectViews();
   void OnChoice(QAction& action, const std::function<void()>& handler);
   void OnChoice(QPushButton& button, const std::function<void()>& handler);
@@ -116,6 +117,7 @@ class frmMain : public QMainWindow {
   controls::FileListBox* MusicList;
   std::unique_ptr<show::Music> TheMusic;
   Splitter* bttnSplitter;
+  StatusLine* Status;
 
   std::unique_ptr<CommandBars> Bars;
   std::unique_ptr<catalogue::RecordSource> Source;

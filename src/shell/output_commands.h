@@ -13,17 +13,19 @@ namespace veldrin::shell {
 
 /// The parts of `output`, which share the progress dialog and the settings of an export.
 struct OutputCommands {
-  /// The references must outlive the object; the dialogs stand over `window`.
+  /// The references must outlive the object; the dialogs stand over `window`. `tell` hears what became of the
+  /// photos.
   OutputCommands(catalogue::RecordList& data1, const catalogue::Chooser& chosen,
                  const controls::TreeView& tvTreeView, engine::DBEngine& engine,
-                 const catalogue::Paths& paths, QWidget& window, std::function<void()> popUpReportMenu)
+                 const catalogue::Paths& paths, QWidget& window, std::function<void()> popUpReportMenu,
+                 const base::TellWork& tell)
       : Web(paths, &window),
         Pages(data1, tvTreeView, paths, Web, window),
         Progress(Pages, &window),
-        Export(data1, engine, paths, Web, Progress, window),
-        Report(data1, paths, Progress, std::move(popUpReportMenu)),
-        Mail(chosen, engine, paths, window),
-        Copies(chosen, engine, paths, window) {}
+        Export(data1, engine, paths, Web, Progress, window, tell),
+        Report(data1, paths, Progress, std::move(popUpReportMenu), tell),
+        Mail(chosen, engine, paths, window, tell),
+        Copies(chosen, engine, paths, window, tell) {}
 
   output::frmWeb Web;
   output::WebPages Pages;

@@ -9,6 +9,7 @@
 
 #include "base/failure.h"
 #include "controls/busy_pointer.h"
+#include "controls/msg_box.h"
 #include "controls/named.h"
 #include "desktop/file_copy.h"
 #include "show/music.h"
@@ -90,11 +91,29 @@ QPushButton* frmAudio::MakeButton(const char* name, const char* caption, void (f
 }
 
 void frmAudio::AddBttn_Click() {
-  const controls::BusyPointer busy;
-  for (int i = 0; i < FileToSel->ListCount(); ++i) {
-    if (FileToSel->Selected(i)) desktop::CopyFile(FullName(*FileToSel, i), MusicDir + FileToSel->List(i));
+  base::WorkReport report{QStringLiteral("files"), QStringLiteral("added"), 0, {}, false};
+  {
+    const controls::BusyPointer busy;
+    for (int i = 0; i < FileToSel->ListCount(); ++i) {
+      if (FileToSel->Selected(i)) Add(FullName(*FileToSel, i), FileToSel->List(i), report);
+    }
   }
   ListMusic(*FileToPlay, MusicDir);
+  const QString failures = FailureText(report);
+  if (!failures.isEmpty())
+    controls::MsgBox(this, failures, controls::vbExclamation, QStringLiteral("Information"));
+}
+
+void frmAudio::Add(const QString& file, const QString& name, base::WorkReport& report) {
+  try {
+    desktop::CopyFile(file, MusicDir + name);
+    ++report.Done;
+  } catch (const base::RuntimeError& error) {
+    // The error of a copy onto itself.
+    const bool isThere = error.Number() == base::errPermissionDenied;
+    report.Failures.push_back(
+        {name, isThere ? QStringLiteral("it is among the files to play") : ReasonOf(error)});
+  }
 }
 
 void frmAudio::RmvBttn_Click() {

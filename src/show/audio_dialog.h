@@ -4,6 +4,7 @@
 #include <QDialog>
 #include <QStandardPaths>
 
+#include "base/work_report.h"
 #include "controls/directory_chooser.h"
 #include "controls/file_list.h"
 
@@ -28,8 +29,9 @@ class frmAudio : public QDialog {
                     controls::FileListBox*& list);
   QPushButton* MakeButton(const char* name, const char* caption, void (frmAudio::*handler)());
 
-  /// A copy that fails is an error of the program.
+  /// Goes on behind a copy that fails, and tells of it in a box.
   void AddBttn_Click();
+  void Add(const QString& file, const QString& name, base::WorkReport& report);
   /// Passes over what can't be deleted.
   void RmvBttn_Click();
   void CloseBttn_Click() { accept(); }

@@ -23,5 +23,11 @@ TEST(ImageStore, ThumbnailsFollowTheFitAndTheScreen) {
   EXPECT_EQ(QDir(paths.ThumbDir).entryList(QDir::Files), QStringList({"7t.bmp", "8t.bmp"}));
 }
 
+TEST(ImageStore, NoTypeLeadsOutOfIt) {
+  for (const char* type : {"", "v2.jpg", "a\nb"}) EXPECT_EQ(ImageName(7, type), QString("7.") + type);
+  for (const QString& type : QStringList{"../", "/..", "x/../../y", QString(QChar::Null)})
+    EXPECT_EQ(ImageName(7, type), "7.(none)");
+}
+
 }  // namespace
 }  // namespace veldrin::catalogue

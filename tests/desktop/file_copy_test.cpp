@@ -1,5 +1,6 @@
 #include "desktop/file_copy.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
 
 #include <QDir>
@@ -24,7 +25,8 @@ class FileCopies : public testing::Test {
     return test::ErrorOf([&] { CopyFile(Path(source), Path(target)); });
   }
   QStringList Names() const {
-    return QDir(Directory.path()).entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
+    constexpr auto all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
+    return QDir(Directory.path()).entryList(all);
   }
 
   QTemporaryDir Directory;
@@ -73,15 +75,36 @@ TEST_F(FileCopies, ReplaceWhatHasTheName) {
   ASSERT_TRUE(QFile::link(Path("gone"), Path("broken")));
   ASSERT_EQ(::link(QFile::encodeName(Path("other")).constData(), QFile::encodeName(Path("hard")).constData()),
             0);
-  test::WriteFile(Path("hard.part1"), "somebody's");
+  const timespec times[] = {{}, {994'241'696, 0}};
+  ASSERT_EQ(::utimensat(AT_FDCWD, QFile::encodeName(Path("source")).constData(), times, 0), 0);
   const QStringList names = Names();
   for (const char* target : {"hard", "link to other", "link to source", "broken"}) {
     EXPECT_EQ(Copy("source", target), 0) << target;
     EXPECT_FALSE(QFileInfo(Path(target)).isSymLink()) << target;
     EXPECT_EQ(test::ReadFile(Path(target)), "new") << target;
+    EXPECT_EQ(QFileInfo(Path(target)).lastModified().toSecsSinceEpoch(), 994'241'696);
   }
   EXPECT_EQ(Names(), names);
-  EXPECT_EQ(test::ReadFile(Path("other")) + test::ReadFile(Path("hard.part1")), "oldsomebody's");
+  EXPECT_EQ(test::ReadFile(Path("other")), "old");
+}
+
+TEST_F(FileCopies, LeaveNoHalfFileWhenTheyAreKilled) {
+  const auto begin = [this](const char* target) {
+    NewFile(Path(target)).Write("half", 4);
+    NewFile left(Path(target));
+    const NewFile other(Path(target));
+    left.Write("half", 4);
+    (void)::raise(SIGKILL);
+  };
+  test::WriteFile(Path(".veldrin-mine.part"), "somebody's");
+  const QStringList names = Names();
+  for (const char* target : {"none", "other"}) {
+    EXPECT_EXIT(begin(target), testing::KilledBySignal(SIGKILL), "");
+    EXPECT_EQ(Names().filter(".part").size(), 3) << "the second run clears what the first left";
+  }
+  EXPECT_EQ(test::ReadFile(Path("other")), "old");
+  EXPECT_EQ(Copy("source", "other"), 0);
+  EXPECT_EQ(Names(), names);
 }
 
 }  // namespace

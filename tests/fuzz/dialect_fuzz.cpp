@@ -3,9 +3,7 @@
 // one, or says more than its condition; where a quoted text is refused, and where `Like` errs.
 #include <sqlite3.h>
 
-#include <QDir>
 #include <QFile>
-#include <QLocale>
 #include <QTemporaryDir>
 #include <cstdio>
 #include <cstdlib>
@@ -20,6 +18,8 @@
 #include "find/query_dialog.h"
 
 using namespace veldrin;
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size);
 
 namespace {
 
@@ -121,7 +121,7 @@ void CheckLike(const QString& pattern, const QString& text) {
 
 }  // namespace
 
-extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
+int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   // Each unit of a field's text, also halves of characters, can be written: \x followed by four digits.
   QString typed = QString::fromUtf8(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
   for (qsizetype at = 0; (at = typed.indexOf("\\x", at)) >= 0; ++at) {
@@ -153,20 +153,3 @@ extern "C" int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   CheckLike(u'*' + fields[2] + u'*', fields[3]);
   return 0;
 }
-
-#if !defined(VELDRIN_FUZZ)
-// Types what the fuzzer starts from, and what it has found, into the fields: a test without the fuzzer.
-int main(int argc, char** argv) {
-  if (argc != 2) return 2;
-  QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
-  const auto files = QDir(QString::fromLocal8Bit(argv[1])).entryInfoList(QDir::Files);
-  for (const auto& entry : files) {
-    std::printf("%s\n", qPrintable(entry.fileName()));
-    QFile file(entry.filePath());
-    if (!file.open(QIODevice::ReadOnly)) return 1;
-    const std::string bytes = file.readAll().toStdString();
-    LLVMFuzzerTestOneInput(reinterpret_cast<const uint8_t*>(bytes.data()), bytes.size());
-  }
-  return files.isEmpty() ? 1 : 0;
-}
-#endif

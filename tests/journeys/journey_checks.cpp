@@ -111,6 +111,7 @@ void Walk::CheckList() {
   Model.Selected = After.Folder;
   if (Refreshes > 0) {
     ListIsOld = false;
+    for (const int staged : Model.Staged) PendingChanged |= Changed.contains(staged);
     Changed.clear();
     BirthsRead.clear();
     for (const auto& [number, photo] : Model.Rows) BirthsRead[number] = photo.Birth;
@@ -211,8 +212,9 @@ void Walk::CheckPage() {
 void Walk::CheckForm() {
   if (After.List.empty())
     return Require(!After.FormImage && After.FormCounter.isEmpty(), "form", "of an empty list");
-  if (After.Position < 0 || !Model.Rows.contains(ListCurrent())) return;
+  if (After.Position < 0) return;
   Compare("form", After.FormNumber, Text(ListCurrent()));
+  if (!Model.Rows.contains(ListCurrent())) return;
   Compare("form", After.FormCounter, ListCounter());
   Require(IsPictureOf(ListCurrent(), After.FormImage), "form image", Text(ListCurrent()));
 }

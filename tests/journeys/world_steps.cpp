@@ -38,6 +38,16 @@ void AddPhotosElsewhere(Walk& walk, int a, int b) {
   });
 }
 
+// With other texts it is another photo than the one that the user sees.
+void RetitlePhotoElsewhere(Walk& walk, int a, int) {
+  if (walk.Model.Rows.empty()) return;
+  walk.Elsewhere([&](JourneyModel& model) {
+    JourneyModel::Photo& photo = model.Rows.at(AnyPhoto(walk, a));
+    photo.Title = walk.NewText();
+    photo.Birth = walk.NewBirth();
+  });
+}
+
 void RenameFolderElsewhere(Walk& walk, int a, int) {
   const QString folder = AnyFolder(walk, a);
   if (folder.isEmpty()) return;
@@ -72,6 +82,7 @@ std::span<const StepKind> WorldSteps() {
   static const StepKind kinds[] = {STEP(DeletePhotoElsewhere, 2),
                                    STEP(ReplacePhotoElsewhere, 1),
                                    STEP(AddPhotosElsewhere, 2),
+                                   STEP(RetitlePhotoElsewhere, 1),
                                    STEP(RenameFolderElsewhere, 1),
                                    STEP(DeleteFolderElsewhere, 1),
                                    STEP(LoseImage, 1),

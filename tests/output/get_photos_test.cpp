@@ -35,9 +35,11 @@ class GetTest : public test::OutputTest {
   QTemporaryDir Target;
   const test::Environment Home{{"HOME", Target.path().toUtf8()},
                                {"XDG_CONFIG_HOME", Target.path().toUtf8() + "/none"}};
-  frmGet::CopyFunction Copy = desktop::CopyFile;
-  PhotoGetter Getter{Chosen, Catalogue.Engine(), Catalogue.Paths(), Window,
-                     [this](const QString& source, const QString& target) { Copy(source, target); }};
+  frmGet::CopyFunction Copy = desktop::CopyStoredFile;
+  const frmGet::CopyFunction CopyNow = [this](const auto& source, const auto& target) {
+    Copy(source, target);
+  };
+  PhotoGetter Getter{Chosen, Catalogue.Engine(), Catalogue.Paths(), Window, Tell, CopyNow};
 };
 
 // What is listed and copied is looked at by the journey.
@@ -47,6 +49,7 @@ TEST_F(GetTest, OpensOnTheDirectoryOfTheLastCopy) {
   QDir(Target.path()).mkdir("Pictures");
   EXPECT_EQ(GetTo("a", "OkBttn"), "Pictures");
   EXPECT_EQ(GetTo("b", "CancelBttn"), "a");
+  EXPECT_EQ(Told, "1 photo copied to " + Target.filePath("a"));
   EXPECT_EQ(GetTo("b", "OkBttn"), "a");
   QDir(Target.filePath("b")).removeRecursively();
   EXPECT_EQ(test::AnswerBoxes([this] { Getter.GetPhotos(); }, {QMessageBox::Ok}),
@@ -58,7 +61,7 @@ TEST_F(GetTest, ACopyThatIsNotThereKeepsTheDialogAndThePointer) {
   Select({3, 1, 4});
   int copies = 0;
   Copy = [&](const QString& source, const QString& target) {
-    ++copies % 2 == 1 ? desktop::CopyFile(source, target) : (void)QDir().mkpath(target);
+    ++copies % 2 == 1 ? desktop::CopyStoredFile(source, target) : (void)QDir().mkpath(target);
   };
   Get([&](frmGet& dialog) {
     Dir1(dialog).SetPath(Target.path());
@@ -70,20 +73,28 @@ TEST_F(GetTest, ACopyThatIsNotThereKeepsTheDialogAndThePointer) {
       ASSERT_NE(QGuiApplication::overrideCursor(), nullptr);
     }
   });
+  EXPECT_EQ(Told, "1 photo copied to " + Target.path() +
+                      ".|Not done, or not in full: 2||1.jpg: File not found|4.bmp: not tried");
 }
 
-TEST_F(GetTest, ACopyThatFailsLeavesTheStoredImages) {
-  const QString images = Catalogue.Paths().ImageDir;
-  test::WriteFile(Target.filePath("9.jpg"), "an older one");
-  for (const auto& [directory, name] : {std::pair{images, "2.jpg"}, {Target.path(), "9.jpg"}}) {
+TEST_F(GetTest, NothingIsCopiedIntoTheProgramsOwnDirectoriesNorThroughALink) {
+  const auto& paths = Catalogue.Paths();
+  QFile::remove(ImageOf(3));
+  QFile::link(ImageOf(2), ImageOf(3));
+  const QStringList files = test::FilesBelow(Catalogue.ProgramPath());
+  const std::pair<QString, const char*> cases[] = {{paths.ImageDir, "belongs to Veldrin."},
+                                                   {paths.MusicDir, "belongs to Veldrin."},
+                                                   {Target.path(), "Error !"}};
+  for (const auto& [directory, told] : cases) {
     QString last;
-    frmGet dialog(images, last, nullptr, desktop::CopyFile);
-    dialog.List1().addItem(name);
+    frmGet dialog(paths, last, nullptr, desktop::CopyStoredFile);
+    dialog.List1().addItem("3.jpg");
     Dir1(dialog).SetPath(directory);
-    test::AnswerBoxes([&] { Press(dialog, "OkBttn"); }, {QMessageBox::Ok});
+    const QStringList boxes = test::AnswerBoxes([&] { Press(dialog, "OkBttn"); }, {QMessageBox::Ok});
+    EXPECT_TRUE(boxes.value(0).endsWith(told));
     EXPECT_EQ(last, "");
   }
-  EXPECT_EQ(test::ReadFile(ImageOf(2)), BytesOf(2));
+  EXPECT_EQ(test::FilesBelow(Catalogue.ProgramPath()) + test::FilesBelow(Target.path()), files);
 }
 
 }  // namespace

@@ -1,5 +1,7 @@
 #include "output/mail.h"
 
+#include <QApplication>
+#include <QPushButton>
 #include <QTimer>
 #include <chrono>
 #include <filesystem>
@@ -16,6 +18,7 @@ class MailTest : public test::OutputTest {
     AddPhotos(12);
     Data1.SetBookmark(2);
     MakeMailer();
+    QApplication::setDoubleClickInterval(1);
   }
 
   QString Path(const char* name) const { return Bin.filePath(name); }
@@ -47,13 +50,14 @@ class MailTest : public test::OutputTest {
                                   {"XDG_DATA_DIRS", "/none"},
                                   {"XDG_CONFIG_HOME", "/none"},
                                   {"MAILER", "mailer"}};
-  PhotoMail Mail{Chosen, Catalogue.Engine(), Catalogue.Paths(), Window};
+  PhotoMail Mail{Chosen, Catalogue.Engine(), Catalogue.Paths(), Window, Tell};
 };
 
 TEST_F(MailTest, AFailureShowsABoxAndTheNextMessageComes) {
   const std::tuple<const char*, const char*, std::function<void()>> cases[] = {
       {"no mail program", "32003", [] { qunsetenv("MAILER"); }},
       {"no xdg-email", "32003", [] { qputenv("PATH", "/none"); }},
+      {"a link", "32012", [this] { QFile::remove(ImageOf(5)) && QFile::link(ImageOf(4), ImageOf(5)); }},
       {"no stored image", "32011", [this] { QFile::remove(ImageOf(5)); }},
       {"not to be started", "32002", [this] { MakeMailer("#!/no/such/shell"); }},
       {"killed", "32002", [this] { MakeMailer("#!/bin/sh", "kill -9 $$"); }},
@@ -70,8 +74,11 @@ TEST_F(MailTest, AFailureShowsABoxAndTheNextMessageComes) {
     }
     ExpectAsBefore(2);
     MakeMailer();
+    QFile::remove(ImageOf(5));
     test::WriteFile(ImageOf(5), BytesOf(5));
+    EXPECT_EQ(Told, "");
     Send();
+    EXPECT_EQ(std::exchange(Told, QString()), "2 photos attached to the message");
     EXPECT_EQ(Received(), QStringList({"  \n\r2 Photo image(s) attached", ImageOf(3), ImageOf(5)}));
   }
 }
@@ -111,43 +118,54 @@ TEST_F(MailTest, TheMessageHasTheChosenPhotosAndNotMoreThanTen) {
   EXPECT_FALSE(IsOpen());
 }
 
-// Of names that the mailer takes apart, and of what a link leads to, it gets copies.
+// Of names that the mailer takes apart it gets copies.
 TEST_F(MailTest, EveryNameComesThroughWhole) {
-  const QString temp = Catalogue.Paths().TempDir;
   const QString images = Catalogue.Paths().ImageDir;
-  const QString earlier = temp + "mail-old";
-  QDir().mkdir(earlier);
-  std::filesystem::last_write_time(earlier.toStdString(),
-                                   std::filesystem::file_time_type::clock::now() - std::chrono::hours(72));
-  test::WriteFile(Path("other.png"), BytesOf(3));
+  const QString old[] = {Catalogue.Paths().MailDir + "message-old", Catalogue.Paths().MailDir + "mine",
+                         Catalogue.Paths().TempDir + "mail-of-somebody"};
+  const auto then = std::filesystem::file_time_type::clock::now() - std::chrono::hours(72);
+  for (const QString& earlier : old) {
+    QDir().mkpath(earlier);
+    std::filesystem::last_write_time(earlier.toStdString(), then);
+  }
   Select({3, 1});
   for (const QString& name :
        QStringList{"It's 50% öde & \"größer\" #1? $HOME `id`;=", "back\\slash", "a, b", "line\nend"}) {
     const QString place = images + name + '/';
     QDir().mkdir(place);
-    test::WriteFile(place + "1.jpg", BytesOf(1));
-    QFile::link(Path("other.png"), place + "3.jpg");
+    for (const int id : {1, 3}) test::WriteFile(place + QString::number(id) + ".jpg", BytesOf(id));
     Catalogue.Paths().ImageDir = place;
     Send();
     const QStringList files = Received().mid(1);
-    EXPECT_EQ(files.value(1) == place + "1.jpg", name.startsWith("It")) << files.value(1).toStdString();
     for (int i = 0; i < 2; ++i) {
       EXPECT_EQ(QFileInfo(files.value(i)).fileName(), i == 0 ? "3.jpg" : "1.jpg");
       EXPECT_EQ(test::ReadFile(files.value(i)), BytesOf(i == 0 ? 3 : 1));
+      EXPECT_TRUE(files.value(i).startsWith(name.startsWith("It") ? place : Catalogue.Paths().MailDir));
     }
-    EXPECT_TRUE(files.value(0).startsWith(temp));
   }
-  EXPECT_FALSE(QFile::exists(earlier));
+  for (const QString& earlier : old) EXPECT_EQ(QFile::exists(earlier), &earlier != &old[0]);
 }
 
-TEST_F(MailTest, AMailProgramThatStaysAtWorkLeavesTheWindowFree) {
+TEST_F(MailTest, WhatTheUserDoesWhileTheMailProgramStartsIsDropped) {
   test::WriteFile(Path("stay"), {});
+  QPushButton button(&Window);
+  Window.show();
+  int presses = 0;
+  QObject::connect(&button, &QPushButton::clicked, [&] { ++presses; });
   bool busy = false;
   QTimer alive;
-  QObject::connect(&alive, &QTimer::timeout, [&] { busy = QGuiApplication::overrideCursor() != nullptr; });
+  QObject::connect(&alive, &QTimer::timeout, [&] {
+    busy = QGuiApplication::overrideCursor() != nullptr;
+    QTest::mouseClick(&button, Qt::LeftButton);
+    QTest::keyClick(&button, Qt::Key_Space);
+    EXPECT_FALSE(Window.close());
+  });
   alive.start(100);
   Send();
-  EXPECT_TRUE(busy && IsOpen());
+  alive.stop();
+  QTest::mouseClick(&button, Qt::LeftButton);
+  EXPECT_TRUE(busy && IsOpen() && Window.isVisible());
+  EXPECT_EQ(presses, 1) << "the one after the launch";
   ExpectAsBefore(2);
   QFile::remove(Path("stay"));
 }

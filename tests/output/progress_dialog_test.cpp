@@ -94,6 +94,7 @@ class PageCommands : public ProgressDialogTest {
     test::WriteFile(browser, "#!/bin/sh\nprintf '%s|' \"$@\" > \"$0.part\"; mv \"$0.part\" \"$0.out\"\n");
     QFile::setPermissions(browser, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
     Catalogue.Paths().BrowserPath = browser;
+    TheWeb.LastDir = Catalogue.ProgramPath();
   }
 
   // What the browser was started with since the last time.
@@ -113,8 +114,8 @@ class PageCommands : public ProgressDialogTest {
     Export.WebBttn_Click();
   }
 
-  WebExport Export{Data1, Catalogue.Engine(), Catalogue.Paths(), TheWeb, Dialog, Window};
-  Reports TheReports{Data1, Catalogue.Paths(), Dialog, [] { FAIL() << "a menu of an empty list"; }};
+  WebExport Export{Data1, Catalogue.Engine(), Catalogue.Paths(), TheWeb, Dialog, Window, Tell};
+  Reports TheReports{Data1, Catalogue.Paths(), Dialog, [] { FAIL() << "a menu of an empty list"; }, Tell};
 };
 
 TEST_F(PageCommands, TheExportWritesWhatTheDialogAskedForAndOpensIt) {
@@ -123,15 +124,19 @@ TEST_F(PageCommands, TheExportWritesWhatTheDialogAskedForAndOpensIt) {
             QStringList("Information|Must select records to make web page(s)!"));
   Select({3, 1});
   MakeWeb("txtWebTitle", "Two", "CancelBttn");
-  EXPECT_EQ(FilesBelow(Catalogue.Paths().TempDir).filter("htm"), QStringList());
+  EXPECT_EQ(FilesBelow(Catalogue.ProgramPath()).filter("htm"), QStringList());
   MakeWeb("txtWebTitle", "Two", "OkBttn");
-  const QString page = Catalogue.Paths().TempDir + "My Web Pictures/PhotoImage_pg1.htm";
+  const QString page = Catalogue.ProgramPath() + "/My Web Pictures/PhotoImage_pg1.htm";
   EXPECT_EQ(Browsed(), page + '|');
   EXPECT_TRUE(ReadFile(page).contains("<title>Two </title>"));
   EXPECT_EQ(ReadFile(page).count("<img"), 2);
+  EXPECT_EQ(Told, "2 photos written to the web 'My Web Pictures'");
   // Where no page comes to be, no browser is missed.
   Catalogue.Paths().BrowserPath = "/no/such/browser";
   EXPECT_NO_THROW(MakeWeb("txtWebName", "no/such/web", "OkBttn"));
+  EXPECT_EQ(Told,
+            "No photos written to the web 'web'.|Not done, or not in full: 2||"
+            "Photo 3: Path not found|Photo 1: not written");
 }
 
 TEST_F(PageCommands, ReportsTakeTheWholeListAndNothingOfAnEmptyOne) {
@@ -144,6 +149,7 @@ TEST_F(PageCommands, ReportsTakeTheWholeListAndNothingOfAnEmptyOne) {
   TheReports.ReportList_Click();
   EXPECT_EQ(Browsed(), Catalogue.Paths().TempDir + "PhotoData_pg1.htm|");
   EXPECT_EQ(PhotosOnPages(), 25);
+  EXPECT_EQ(Told, "") << "the browser shows that it is done";
   Catalogue.Paths().BrowserPath = "/no/such/browser";
   EXPECT_EQ(test::ErrorOf([this] { TheReports.ReportList_Click(); }), base::errFileNotFound);
 }

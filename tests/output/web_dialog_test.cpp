@@ -77,18 +77,20 @@ TEST_F(WebDialogTest, OpensAsItWasLeftButForItsName) {
   });
   EXPECT_FALSE(Dialog.WebOK);
   EXPECT_EQ(Dialog.LastDir, Parent + "/Other");
-  // Where the last directory has gone it opens on the one for temporary files.
+  // Where the last directory has gone it opens on the user's own.
   QDir(Dialog.LastDir).removeRecursively();
-  Show([this] {
-    EXPECT_EQ(Get<controls::DirListBox>("Dir1").Path(), QDir(Catalogue.Paths().TempDir).absolutePath());
-  });
+  const test::Environment home{{"HOME", Parent.toUtf8()}, {"XDG_CONFIG_HOME", "/none"}};
+  Show([this] { EXPECT_EQ(Get<controls::DirListBox>("Dir1").Path(), Parent); });
 }
 
 TEST_F(WebDialogTest, OnlyYesDeletesTheEarlierWebAndNothingBeyond) {
   const QStringList before = FilesBelow(Parent);
   EXPECT_EQ(
       MakeWeb("Web", {QMessageBox::No}),
-      QStringList("Information|The web '" + Parent + "/Web' already exists, do you want to replace it?"));
+      QStringList(
+          "Information|The web '" + Parent +
+          "/Web' already exists, do you want to replace it?\n\n"
+          "This also deletes 3 files that are no pages or pictures of it: Linked, link.htm, no extension."));
   EXPECT_FALSE(Dialog.WebOK);
   EXPECT_EQ(FilesBelow(Parent), before);
   Dialog.PageType = 0;
@@ -104,7 +106,7 @@ TEST_F(WebDialogTest, YesEntersNoLinkAndNoOtherDirectory) {
   QDir().mkdir(Parent + "/Links");
   for (const char* link : {"/Links/Images", "/Links/Thumbnails"})
     QFile::link(Parent + "/Other/Images", Parent + link);
-  MakeWeb("Links", {QMessageBox::Yes});
+  EXPECT_TRUE(MakeWeb("Links", {QMessageBox::Yes}).value(0).endsWith("of it: Images, Thumbnails."));
   EXPECT_FALSE(QFileInfo(Parent + "/Links/Images").isSymLink());
   QFile::link(Parent + "/Other", Parent + "/Linked");
   const QStringList files = FilesBelow(Parent);

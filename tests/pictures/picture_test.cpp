@@ -15,13 +15,6 @@ using test::WritePicture;
 
 struct PictureTest : testing::Test {
   QString Path(const QString& name) const { return Directory.filePath(name); }
-  int ErrorOf(const QString& name) const {
-    return test::ErrorOf([&] { LoadPicture(Path(name)); });
-  }
-  int ErrorOf(const QString& name, const QByteArray& bytes) const {
-    test::WriteFile(Path(name), bytes);
-    return ErrorOf(name);
-  }
   QTemporaryDir Directory;
 };
 
@@ -37,46 +30,120 @@ TEST_F(PictureTest, KeepsTheNaturalSizeWhenDecodedSmallerAndTurned) {
   EXPECT_EQ(picture.Width(), 5292);
 }
 
-TEST_F(PictureTest, RefusesWhatIsNoWholePicture) {
-  WritePicture(Path("good.jpg"), QSize(300, 200));
-  WritePicture(Path("good.bmp"), QSize(300, 200));
-  const QByteArray jpeg = ReadFile(Path("good.jpg"));
-  const QByteArray bitmap = ReadFile(Path("good.bmp"));
-  const QByteArray claim = QByteArray(bitmap).replace(18, 8, QByteArray::fromHex("60ea000060ea0000"));
+TEST_F(PictureTest, TellsWhatIsNoPictureFromWhatIsTooLarge) {
+  const auto good = [&](const char* name) {
+    WritePicture(Path(name), QSize(300, 200));
+    return ReadFile(Path(name));
+  };
+  const QByteArray jpeg = good("good.jpg"), bitmap = good("good.bmp"), webp = good("good.webp"),
+                   tiff = good("good.tif");
+  QImageWriter writer(Path("scans.jpg"));
+  writer.setProgressiveScanWrite(true);
+  ASSERT_TRUE(writer.write(QImage(Path("good.bmp"))));
+  const QByteArray scans = ReadFile(Path("scans.jpg"));
   // The preview's end marker is not the picture's.
   const QByteArray preview = QByteArray::fromHex("ffe10008ffd8ffd9") + "xx";
-  const std::pair<const char*, QByteArray> cases[] = {
-      {"empty.jpg", {}},
-      {"text.jpg", "not a picture\n"},
-      {"cut.jpg", jpeg.left(2) + preview + jpeg.mid(2, jpeg.size() / 2)},
-      {"nearly.jpg", jpeg.chopped(2)},
-      {"marker.jpg", jpeg.left(2)},
-      {"header.jpg", QByteArray(jpeg).replace(2, 20, QByteArray(20, 'x'))},
-      {"cut.bmp", bitmap.chopped(100)},
-      {"claim.bmp", claim},  // 60,000 by 60,000
-      {"header.bmp", bitmap.left(30)},
-      {"text.tga", "not a picture either, but long enough"},
-      {"cut.pcx", QByteArray::fromHex("0a0501080000000063006300")},
-      {"script.mvg", "push graphic-context\nimage over 0,0 0,0 'x'\n"},
+  const qsizetype data = jpeg.indexOf("\xFF\xDA") + 14;
+  const QByteArray lastScan = scans.mid(scans.lastIndexOf("\xFF\xDA")).chopped(2);
+  const auto claiming = [](QByteArray file, const char* frame, const char* size) {
+    return file.replace(file.indexOf(QByteArray::fromHex(frame)) + 5, 4, QByteArray::fromHex(size));
   };
-  for (const auto& [name, bytes] : cases) EXPECT_EQ(ErrorOf(name, bytes), base::errInvalidPicture) << name;
-  QDir(Directory.path()).mkdir("directory.jpg");
-  EXPECT_EQ(ErrorOf("directory.jpg"), base::errInvalidPicture);
-  EXPECT_EQ(ErrorOf("missing.jpg"), base::errFileNotFound);
-  // A picture is known by its content, whatever the name.
-  for (const char* name : {"good.jpg", "no extension", "it's \"quoted\"\nbroken.dib", "日本語.gif"}) {
-    EXPECT_EQ(ErrorOf(name, bitmap), 0) << name;
+  constexpr int None = 0;
+  const std::tuple<const char*, int, QByteArray> cases[] = {
+      {"empty.jpg", base::errInvalidPicture, {}},
+      {"text.jpg", base::errInvalidPicture, "not a picture\n"},
+      {"cut.jpg", None, jpeg.left(2) + preview + jpeg.mid(2, jpeg.size() / 2)},
+      {"nearly.jpg", None, jpeg.chopped(2)},
+      {"stray.jpg", None, jpeg.left(2) + preview + QByteArray(2, '\0') + jpeg.mid(2)},
+      {"no data.jpg", base::errInvalidPicture, jpeg.left(2) + preview + jpeg.mid(2, data - 2)},
+      {"header.jpg", base::errInvalidPicture, QByteArray(jpeg).replace(2, 20, QByteArray(20, 'x'))},
+      {"claim.jpg", base::errOutOfMemory, claiming(jpeg, "ffc00011", "fde8fde8")},
+      {"panorama.jpg", None, claiming(jpeg, "ffc00011", "7d007d00")},  // A gigapixel.
+      {"scans.jpg", None, scans},
+      {"coefficients.jpg", base::errOutOfMemory, claiming(scans, "ffc20011", "7d007d00")},
+      {"many scans.jpg", base::errOutOfMemory,
+       claiming(scans.chopped(2), "ffc20011", "1f401f40") + lastScan.repeated(250)},
+      {"webp.jpg", None, webp},
+      {"cut.webp", base::errInvalidPicture, webp.chopped(20)},
+      {"tiff.jpg", None, tiff},
+      {"cut.tif", base::errInvalidPicture, tiff.chopped(20)},
+      {"cut.bmp", base::errInvalidPicture, bitmap.chopped(100)},
+      {"header.bmp", base::errInvalidPicture, bitmap.left(30)},
+      {"claim.bmp", base::errInvalidPicture,
+       QByteArray(bitmap).replace(18, 8, QByteArray::fromHex("60ea000060ea0000"))},
+      {"claim.tga", base::errInvalidPicture,
+       QByteArray::fromHex("000002000000000000000000684268421800") + QByteArray(8, '\0') +
+           QByteArray("TRUEVISION-XFILE.", 18)},
+      {"script.mvg", base::errInvalidPicture, "push graphic-context\nimage over 0,0 0,0 'x'\n"},
+      // A picture is known by its content, whatever the name.
+      {"it's \"quoted\"\nbroken.dib", None, bitmap},
+      {"日本語.gif", None, bitmap},
+  };
+  const auto load = [](const QString& path) { LoadPicture(path, [](QSize) { return QSize(30, 20); }); };
+  for (const auto& [name, error, bytes] : cases) {
+    SCOPED_TRACE(name);
+    test::WriteFile(Path(name), bytes);
+    EXPECT_EQ(test::ErrorOf([&, file = name] { load(Path(file)); }), error);
+    EXPECT_EQ(IsPicture(Path(name)), error != base::errInvalidPicture);
   }
-  EXPECT_EQ(ErrorOf("stray.jpg", jpeg.left(2) + preview + QByteArray(2, '\0') + jpeg.mid(2)), 0);
+  QDir(Directory.path()).mkdir("directory.jpg");
+  const QString unreadable = QStringLiteral("/proc/self/mem");
+  EXPECT_EQ(test::ErrorOf([&] { load(Path("directory.jpg")); }), base::errInvalidPicture);
+  EXPECT_EQ(test::ErrorOf([&] { load(Path("missing.jpg")); }), base::errFileNotFound);
+  EXPECT_EQ(test::ErrorOf([&] { load(unreadable); }), base::errDeviceIO);
+  EXPECT_EQ(test::ErrorOf([&] { IsPicture(unreadable); }), base::errDeviceIO);
 }
 
-TEST_F(PictureTest, ShowsAPhotographOfTwoHundredMegapixels) {
-  QImage image(20000, 10000, QImage::Format_Grayscale8);
-  image.fill(200);
-  ASSERT_TRUE(image.save(Path("large.jpg")));
-  const Picture picture = LoadPicture(Path("large.jpg"), [](QSize) { return QSize(169, 85); });
-  EXPECT_EQ(picture.NaturalPixels(), QSize(20000, 10000));
-  EXPECT_EQ(picture.Image().size(), QSize(169, 85));
+// A bitmap of one red pixel in the ways that occur: its header's size, bits, packing, what stands between
+// header and pixels, the pixel. `Change`: bytes of the file that are other than usual, and where.
+TEST_F(PictureTest, ReadsEachKindOfBitmap) {
+  struct Case {
+    const char* Name;
+    int Header, Bits, Packing;
+    const char *Between, *Pixel;
+    int Place = 0;
+    const char* Change = "";
+  };
+  const char* const masks = "0000ff0000ff0000ff000000";
+  const Case cases[] = {
+      {"24 bits", 40, 24, 0, "", "0000ff00"},
+      {"without filling", 40, 24, 0, "", "0000ff"},
+      {"upper row first", 40, 24, 0, "", "0000ff00", 22, "ffffffff"},
+      {"no plane", 40, 24, 0, "", "0000ff00", 26, "0000"},
+      {"size and place too large", 40, 24, 0, "", "0000ff00", 2, "ffffff7f00000000ffffff7f"},
+      {"size and place 0", 40, 24, 0, "", "0000ff00", 2, "000000000000000000000000"},
+      {"more behind", 40, 24, 0, "", "0000ff00aabbccddeeff"},
+      {"masks", 40, 32, 3, masks, "0000ff00"},
+      {"masks of ten bits", 40, 32, 3, "0000f03f00fc0f00ff030000", "0000f03f"},
+      {"masks with alpha", 40, 32, 6, "0000ff0000ff0000ff000000000000ff", "0000ffff"},
+      {"version 2", 52, 16, 3, "", "007c0000", 54, "007c0000e00300001f000000"},
+      {"version 5", 124, 32, 3, "", "0000ffff", 54, "0000ff0000ff0000ff000000000000ff"},
+      {"few colours", 40, 4, 0, "000000000000ff00", "10000000", 46, "02"},
+      {"runs", 40, 8, 1, "000000000000ff00", "01010001", 46, "02"},
+      {"too many colours", 40, 1, 0, "000000000000ff00", "80000000", 46, "ffff"},
+  };
+  for (const Case& c : cases) {
+    SCOPED_TRACE(c.Name);
+    const QByteArray between = QByteArray::fromHex(c.Between);
+    QByteArray file = "BM" + QByteArray(c.Header + 12, '\0') + between + QByteArray::fromHex(c.Pixel);
+    for (const auto& [at, value] :
+         std::initializer_list<std::pair<int, qsizetype>>{{10, 14 + c.Header + between.size()},
+                                                          {14, c.Header},
+                                                          {18, 1},
+                                                          {22, 1},
+                                                          {26, 1},
+                                                          {28, c.Bits},
+                                                          {30, c.Packing}})
+      file[at] = static_cast<char>(value);
+    const QByteArray change = QByteArray::fromHex(c.Change);
+    file.replace(c.Place, change.size(), change);
+    test::WriteFile(Path("a.bmp"), file);
+    test::WriteFile(Path("a.dib"), file.mid(14));
+    EXPECT_GE(LoadPicture(Path("a.bmp")).Image().pixelColor(0, 0).red(), 248);
+    EXPECT_EQ(LoadPicture(Path("a.bmp")).Image().pixelColor(0, 0).blue(), 0);
+    EXPECT_EQ(IsPicture(Path("a.dib")),
+              c.Place != 26);  // Without a mark in front only what is surely a bitmap.
+  }
 }
 
 TEST_F(PictureTest, SavesABitmapOf24BitsOrNothing) {

@@ -1,5 +1,9 @@
 #include "shell/configuration.h"
 
+#include <SQLiteCpp/SQLiteCpp.h>
+#include <gmock/gmock.h>
+#include <unistd.h>
+
 #include "shell/ini_file.h"
 #include "shell/setup.h"
 #include "support/environment.h"
@@ -9,6 +13,9 @@
 namespace veldrin::shell {
 namespace {
 
+using testing::HasSubstr;
+using testing::StartsWith;
+
 struct Configuration : testing::Test, test::Controls {
   void WriteDatabase(const QString& directory, const QByteArray& rest = {}) {
     QDir().mkpath(Program + "/Ini");
@@ -16,8 +23,11 @@ struct Configuration : testing::Test, test::Controls {
                     "[Directories]\nDatabase=" + directory.toUtf8() + '\n' + rest);
   }
   bool Load() { return LoadConfiguration(Paths, Engine, TheApp); }
-  QStringList BoxesOfAFailedLoad() {
-    return test::AnswerBoxes([&] { EXPECT_FALSE(Load()); }, {QMessageBox::Ok});
+  std::string BoxOfAFailedLoad() {
+    return test::AnswerBoxes([&] { EXPECT_FALSE(Load()); }, {QMessageBox::Ok})
+        .join(u' ')
+        .remove(Program)
+        .toStdString();
   }
 
   test::TestCatalogue Catalogue{false};
@@ -27,7 +37,8 @@ struct Configuration : testing::Test, test::Controls {
   engine::DBEngine Engine;
   // A home directory of the test's own, in which the first start of an installed program puts its files.
   const QByteArray HomePath = Program.toUtf8();
-  const test::Environment Home{{"HOME", HomePath}, {"XDG_CONFIG_HOME", HomePath}, {"TMPDIR", HomePath}};
+  const test::Environment Home{
+      {"HOME", HomePath}, {"XDG_CONFIG_HOME", HomePath}, {"TMPDIR", HomePath}, {"XDG_RUNTIME_DIR", "none"}};
 };
 
 TEST_F(Configuration, WithoutAnIniFileEverythingIsLocal) {
@@ -56,11 +67,48 @@ TEST_F(Configuration, TheCatalogueFollowsItsDirectoryButTheTemplateStays) {
 
 TEST_F(Configuration, ABadStartIsReportedOnce) {
   WriteDatabase("/no/such/directory");
-  EXPECT_EQ(BoxesOfAFailedLoad(), QStringList("Veldrin|Unable to Initialize User Tables."));
+  EXPECT_THAT(BoxOfAFailedLoad(), testing::AllOf(StartsWith("Veldrin|Unable to Initialize User Tables.\n\n"),
+                                                 HasSubstr("/no/such/directory/Veldrin.MDW")));
   WriteDatabase("");
+  // A strange file may do anything: each is put in the place of the catalogue in turn.
+  const QByteArray whole = test::ReadFile(Program + "/Database/Photos.mdb");
+  for (const char* sql :
+       {"CREATE TRIGGER Empty AFTER INSERT ON tblPhotos BEGIN DELETE FROM tblPhotos; END",
+        "DROP TABLE tblLevel3", "ALTER TABLE tblPhotos ADD COLUMN More", "CREATE VIEW More AS SELECT 1",
+        "DROP TABLE tblLevel4; CREATE TABLE tblLevel4 (IDNo TEXT(40), FolderName TEXT(255))"}) {
+    const std::string file = (Program + "/Database/Photos.mdb").toStdString();
+    SQLite::Database(file, SQLite::OPEN_READWRITE).exec(sql);
+    EXPECT_THAT(BoxOfAFailedLoad(), StartsWith("Veldrin|Unable to Initialize User Tables.\n\n")) << sql;
+    test::WriteFile(Program + "/Database/Photos.mdb", whole);
+  }
   ASSERT_TRUE(QDir(Program + "/own temp").removeRecursively());
   test::WriteFile(Program + "/own temp", "a file in its place");
-  EXPECT_EQ(BoxesOfAFailedLoad(), QStringList("Veldrin|Unable to Connect to the Access Tables."));
+  EXPECT_THAT(BoxOfAFailedLoad(), StartsWith("Veldrin|Unable to Connect to the Access Tables.\n\n"));
+}
+
+// Whatever has its name, and whether or not a start knows the user's runtime directory.
+TEST_F(Configuration, TheDirectoryForTemporaryFilesIsTheUsersAndItsLockIsMet) {
+  const QString name = QStringLiteral("/veldrin-%1").arg(::getuid());
+  const QString runtime = Program + "/run";
+  QDir().mkdir(runtime, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
+  test::WriteFile(Program + name, "somebody's");
+  const auto know = [](const QString& directory) { qputenv("XDG_RUNTIME_DIR", directory.toUtf8()); };
+  auto first = std::make_unique<App>();
+  const QString suffixed = first->TempDir();
+  EXPECT_TRUE(suffixed.startsWith(Program + name + '-'));
+  EXPECT_FALSE(first->PrevInstance());
+  QFile::remove(Program + name);
+  know(runtime);
+  EXPECT_EQ(App().TempDir(), runtime + name);
+  EXPECT_TRUE(App().PrevInstance());
+  first.reset();
+  first = std::make_unique<App>();
+  EXPECT_FALSE(first->PrevInstance());
+  know("none");
+  EXPECT_TRUE(App().PrevInstance());
+  QFile::setPermissions(runtime, QFile::permissions(runtime) | QFile::ReadOther);
+  know(runtime);
+  EXPECT_EQ(App().TempDir(), suffixed) << "others may look into that one";
 }
 
 TEST_F(Configuration, TheFirstStartFillsTheUsersDirectoryOnce) {
@@ -150,6 +198,7 @@ TEST_F(IniFile, ReadsWhatPeopleWriteByHand) {
       {"[directories]\r\n  DATABASE  =  /srv/my photos  \r\n", "/srv/my photos"},
       {"[Directories]\nDatabase=\"/srv/a b\"\n", "/srv/a b"},
       {"[Directories]\nDatabase=/a=b", "/a=b"},
+      {"[Directories]\nDatabase=/a\nDatabase=/b\n", "/a"},
       {"\xEF\xBB\xBF[Directories]\nDatabase=/ä\n", "/ä"},
       {QByteArray(garbage, sizeof garbage - 1), "/a"},
       {QByteArray(100000, '\xFE'), ""},

@@ -88,7 +88,8 @@ TEST(Start, OpensTheCatalogueAndRefusesASecondInstance) {
 
 /// Runs in a process of its own: an error in a handler, its box answered. The box's text goes to the error
 /// output.
-[[noreturn]] void RunIntoError(const std::function<void()>& handler) {
+[[noreturn]] void RunIntoError(const std::function<void()>& handler,
+                               QMessageBox::StandardButton answer = QMessageBox::Ok) {
   // There is one application object; the tests' own makes room for the program's.
   qApp->~QCoreApplication();
   static int argc = 1;
@@ -99,13 +100,19 @@ TEST(Start, OpensTheCatalogueAndRefusesASecondInstance) {
   int status = 0;
   bool cleaned = false;
   application.CleanUp = [&] { cleaned = true; };
+  application.CanGoOn = [&] { return answer != QMessageBox::Ok; };
   application.End = [&](int ended) {
     status = cleaned && status == 0 ? ended : 77;
     Application::quit();
   };
   // As a window that fails to paint fails again behind the box.
   for (int i = 0; i < 2; ++i) QTimer::singleShot(0, &application, handler);
-  const QStringList boxes = test::AnswerBoxes([] { Application::exec(); }, {QMessageBox::Ok});
+  const QStringList boxes = test::AnswerBoxes(
+      [&] {
+        if (answer == QMessageBox::Ignore) return QCoreApplication::processEvents();
+        Application::exec();
+      },
+      {answer});
   std::fputs(qPrintable(boxes.join('\n')), stderr);
   end(status);
   std::abort();
@@ -118,6 +125,9 @@ TEST(Start, AnErrorThatNobodyCaughtEndsTheProgram) {
               "Veldrin\\|Run-time error '3078':\n\nno <b>such</b> table$");
   EXPECT_EXIT(RunIntoError([] { throw std::out_of_range("beyond"); }), testing::ExitedWithCode(1),
               "Veldrin\\|Run-time error '5':\n\nbeyond$");
+  // While there is a window to go on with the user is asked.
+  EXPECT_EXIT(RunIntoError(noTable, QMessageBox::Close), testing::ExitedWithCode(1), "3078");
+  EXPECT_EXIT(RunIntoError(noTable, QMessageBox::Ignore), testing::ExitedWithCode(0), "3078");
 }
 
 }  // namespace

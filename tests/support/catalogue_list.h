@@ -1,6 +1,7 @@
 // A catalogue of a test's own with what shows it: the tree of folders and the list of records.
 #pragma once
 
+#include "base/work_report.h"
 #include "catalogue/record_source.h"
 #include "folders/folder_nodes.h"
 #include "folders/folder_tree.h"
@@ -30,6 +31,10 @@ struct CatalogueList {
   catalogue::RecordList Data1{Catalogue.Engine()};
   catalogue::RecordSource Source{Data1, [this] { return folders::SelectedFolderKey(Tree); },
                                  Catalogue.Engine(), Catalogue.Paths()};
+  QString Told;  ///< what became of the last work, its lines joined by "|"
+  const base::TellWork Tell = [this](const base::WorkReport& report) {
+    Told = report.IsAllDone() ? DoneText(report) : FailureText(report).replace(u'\r', u'|');
+  };
 };
 
 }  // namespace veldrin::test

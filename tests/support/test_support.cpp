@@ -116,6 +116,7 @@ TestCatalogue::TestCatalogue(bool open) {
   ThePaths.ThumbDir = database + "/Images/Thumbnails/";
   ThePaths.MusicDir = database + "/Music/";
   ThePaths.TempDir = Directory.path() + "/Temp/";
+  ThePaths.MailDir = Directory.path() + "/Cache/Mail/";
   TheEngine.SystemDB = database + "/Veldrin.MDW";
   if (open) {
     EXPECT_TRUE(catalogue::CreateWorkFile(ThePaths, TheEngine, ProgramPath()));

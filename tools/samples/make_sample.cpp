@@ -67,7 +67,7 @@ class SampleMaker {
     batch.Title = QString::fromUtf8(sample.Title);
     batch.Description = QString::fromUtf8(sample.Description);
     batch.MadeBy = QString::fromUtf8(sample.MadeBy);
-    const int photoId = records::StorePhotos(Paths, Engine, batch);
+    const int photoId = records::StorePhotos(Paths, Engine, batch).front().PhotoID;
     const auto database = Engine.OpenDatabase(Paths.WorkFile);
     for (const QString& place : places.mid(1)) {
       database->Execute(QStringLiteral("INSERT INTO tblPhotoLinks (IDNo, PhotoID) VALUES('%1', %2)")

@@ -10,7 +10,7 @@ namespace veldrin::tour {
 void TakeGetPictures(Tour& tour) {
   const QString images = tour.Paths().ImageDir;
   QString lastGetDir = tour.Photographs();
-  output::frmGet dialog(images, lastGetDir, &tour.Window(), desktop::CopyFile);
+  output::frmGet dialog(tour.Paths(), lastGetDir, &tour.Window(), desktop::CopyStoredFile);
   dialog.List1().addItems(QDir(images).entryList(QDir::Files).mid(0, 12));
   tour.SaveModal("17-get", [&dialog] { dialog.exec(); });
 }

@@ -61,6 +61,7 @@ void TakeOutputPictures(Tour& tour) {
   list.SelBookmarks.Replace(std::move(photos));
 
   output::frmWeb web(tour.Paths(), &tour.Window());
+  web.LastDir = tour.Photographs();
   output::WebPages pages(list, tour.Tree(), tour.Paths(), web, tour.Window());
   output::frmProg progress(pages, &tour.Window());
   tour.SaveModal("16-web", [&web] { web.ShowModal(); });

@@ -23,7 +23,7 @@ struct Index {
 };
 
 /// Either a table of its own, with Fields and Indexes, or a link: Connect is ";DATABASE=" and the file that
-/// holds the table SourceTableName, which is also the link's name.
+/// holds the table SourceTableName, which is also the link's name; Fields are those that it must have.
 struct TableDef {
   QString Name;
   QString Connect;

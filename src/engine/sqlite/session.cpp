@@ -14,6 +14,7 @@
 
 #include "engine/sqlite/errors.h"
 #include "engine/sqlite/functions.h"
+#include "engine/sqlite/schema_guard.h"
 #include "engine/sqlite/statement.h"
 
 namespace veldrin::engine {
@@ -98,6 +99,7 @@ SqliteSession::SqliteSession(const QString& file, int lockTimeout)
   Files.insert(file, {"main", IdentityOf(file)});
   WithSqliteErrors([&] {
     Db.setBusyTimeout(lockTimeout);
+    GuardConnection(Db.getHandle());
     CheckFormat("main", file);
     // The opened file itself is the working copy, which is made anew at each start: it needs no durability.
     Db.exec("PRAGMA main.synchronous=OFF; PRAGMA main.journal_mode=MEMORY; PRAGMA temp_store=MEMORY");
@@ -140,6 +142,7 @@ void SqliteSession::Attach(const QString& file) {
   attach.bind(1, UriOf(file));
   attach.executeStep();
   CheckFormat(alias, file);
+  RequireTablesAlone(Db, alias, file);
   // The linked file is the permanent one, perhaps on a network: a rollback journal, and every write flushed.
   Db.exec("PRAGMA " + alias + ".synchronous=FULL; PRAGMA " + alias + ".journal_mode=DELETE");
   // A kept BEGIN IMMEDIATE would lock the files that were there when it was prepared.
@@ -296,7 +299,7 @@ void SqliteSession::Create(const TableDef& table) {
 void SqliteSession::Link(const TableDef& table) {
   WithSqliteErrors([&] {
     Attach(table.LinkedFile());
-    if (ColumnsOf(table.SourceTableName).Names.isEmpty()) RaiseNoSuchTable(table.SourceTableName);
+    RequireFields(Db, Files[table.LinkedFile()].Alias, table);
     // Reading one row finds a file that was cut short.
     Rows(QStringLiteral("SELECT * FROM %1 LIMIT 1").arg(QuoteName(table.SourceTableName)), {});
   });

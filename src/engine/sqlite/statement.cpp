@@ -2,7 +2,10 @@
 
 #include <sqlite3.h>
 
+#include <limits>
 #include <utility>
+
+#include "base/runtime_error.h"
 
 #include "engine/sqlite/errors.h"
 
@@ -63,7 +66,13 @@ const PreparedStatement& StatementUse::Columns() const {
   return *Prepared;
 }
 
-int StatementUse::Number(int column) const { return sqlite3_column_int(Statement, column); }
+// Cut to fewer bits a number would be another photo's.
+int StatementUse::Number(int column) const {
+  const sqlite3_int64 number = sqlite3_column_int64(Statement, column);
+  if (number < std::numeric_limits<int>::min() || number > std::numeric_limits<int>::max())
+    throw base::RuntimeError(base::errOverflow, QStringLiteral("Overflow"));
+  return static_cast<int>(number);
+}
 
 Value StatementUse::Read(int column, bool isDate) const {
   const int type = sqlite3_column_type(Statement, column);

@@ -1,0 +1,168 @@
+#include "catalogue/staging.h"
+
+#include <unistd.h>
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QSet>
+#include <QSysInfo>
+#include <optional>
+
+#include "base/failure.h"
+#include "base/runtime_error.h"
+#include "catalogue/image_store.h"
+#include "desktop/file_copy.h"
+#include "desktop/file_identity.h"
+#include "engine/dao/transaction.h"
+
+namespace veldrin::catalogue {
+
+using base::ResumeNext;
+using base::RuntimeError;
+
+namespace {
+
+constexpr qsizetype NumbersAtOnce = 512;
+
+// What two running programs that share an image store can't have in common, since one of them holds the lock
+// in TempDir; and what is the same after the machine was started again.
+QString StagingDirectory(const Paths& paths) {
+  const QByteArray owner = QSysInfo::machineUniqueId() + QSysInfo::machineHostName().toUtf8() +
+                           QByteArray::number(::getuid()) + paths.TempDir.toUtf8();
+  const QByteArray mark = QCryptographicHash::hash(owner, QCryptographicHash::Sha1).toHex().left(12);
+  return paths.ImageDir + QStringLiteral(".unfinished-%1/").arg(QLatin1String(mark));
+}
+
+QString NotesName(const QString& directory) { return directory + QStringLiteral("names"); }
+
+// By which a file is known again after the machine was started anew.
+struct FileStamp {
+  quint64 Number = 0;
+  qint64 Size = -1;
+  bool operator==(const FileStamp&) const = default;
+};
+
+std::optional<FileStamp> StampOf(const QString& path) {
+  const auto identity = desktop::IdentityOf(path);
+  if (!identity) return {};
+  return FileStamp{identity->Number, QFileInfo(path).size()};
+}
+
+[[noreturn]] void RaiseFor(const QFile& file) {
+  const bool full = file.error() == QFileDevice::ResourceError || file.error() == QFileDevice::WriteError;
+  throw RuntimeError(full ? base::errDiskFull : base::errPathFileAccess,
+                     (full ? QStringLiteral("Disk full: %1") : QStringLiteral("Path/File access error: %1"))
+                         .arg(file.fileName()));
+}
+
+// A line of the notes: which file it is, by number and size, and its bare name.
+struct Note {
+  FileStamp Stamp;
+  QString Name;
+
+  /// The photo's; 0 for a name that isn't of the store's making.
+  int Number() const {
+    bool isNumber = false;
+    const int number = Name.section(QLatin1Char('.'), 0, 0).toInt(&isNumber);
+    return isNumber && !Name.contains(QLatin1Char('/')) ? number : 0;
+  }
+};
+
+std::vector<Note> ReadNotes(const QString& directory) {
+  std::vector<Note> notes;
+  QFile file(NotesName(directory));
+  if (!file.open(QIODevice::ReadOnly)) return notes;
+  while (!file.atEnd()) {
+    const QString line = QString::fromUtf8(file.readLine());
+    // What the kill cut short was not noted yet.
+    if (!line.endsWith(QLatin1Char('\n'))) break;
+    const Note note{{line.section(QLatin1Char(' '), 0, 0).toULongLong(),
+                     line.section(QLatin1Char(' '), 1, 1).toLongLong()},
+                    line.section(QLatin1Char(' '), 2).chopped(1)};
+    if (note.Number() != 0) notes.push_back(note);
+  }
+  return notes;
+}
+
+QSet<int> NumbersWithRow(engine::Database& database, const QStringList& numbers) {
+  QSet<int> found;
+  for (qsizetype first = 0; first < numbers.size(); first += NumbersAtOnce) {
+    const auto rows =
+        database.OpenRecordset(QStringLiteral("SELECT PhotoID FROM tblPhotos WHERE PhotoID IN (%1)")
+                                   .arg(numbers.mid(first, NumbersAtOnce).join(QLatin1Char(','))),
+                               engine::dbOpenSnapshot);
+    for (; !rows->AtEOF(); rows->MoveNext()) found.insert(rows->Field(QStringLiteral("PhotoID")).toInt());
+  }
+  return found;
+}
+
+// While nobody can store a photo: the numbers are those of rows that will not come.
+void RemoveWithoutRow(const Paths& paths, engine::Database& database, const std::vector<Note>& notes) {
+  const engine::Transaction transaction(database);
+  QStringList numbers;
+  for (const Note& note : notes) numbers << QString::number(note.Number());
+  const QSet<int> stored = NumbersWithRow(database, numbers);
+  for (const Note& note : notes) {
+    const QString file = paths.ImageDir + note.Name;
+    if (stored.contains(note.Number()) || StampOf(file) != note.Stamp) continue;
+    QFile::remove(ThumbFileName(paths, note.Number()));
+    QFile::remove(file);
+  }
+  desktop::SyncDirectory(paths.ImageDir);
+}
+
+}  // namespace
+
+Staging::Staging(const Paths& paths) : Directory(StagingDirectory(paths)) {
+  if (QFileInfo::exists(NotesName(Directory))) {
+    // Notes of a kill that no start could bring to an end yet stay valid beside the new ones.
+    Kept = true;
+  } else {
+    QDir(Directory).removeRecursively();
+  }
+  if (QDir(Directory).exists() || QDir().mkdir(Directory)) return;
+  const bool isThere = QFileInfo(paths.ImageDir).isDir();
+  throw RuntimeError(
+      isThere ? base::errPathFileAccess : base::errPathNotFound,
+      (isThere ? QStringLiteral("Path/File access error: %1") : QStringLiteral("Path not found: %1"))
+          .arg(paths.ImageDir));
+}
+
+Staging::~Staging() {
+  Notes.reset();
+  if (!Kept) QDir(Directory).removeRecursively();
+}
+
+QString Staging::PlaceOf(int number, const QString& name) const {
+  const QString suffix = QFileInfo(name).suffix().left(8);
+  return Directory + QString::number(number) + (suffix.isEmpty() ? QString() : QLatin1Char('.') + suffix);
+}
+
+void Staging::NoteUnfinished(const std::vector<Unfinished>& files) {
+  if (!Notes) {
+    auto notes = std::make_unique<QFile>(NotesName(Directory));
+    if (!notes->open(QIODevice::WriteOnly | QIODevice::Append)) RaiseFor(*notes);
+    desktop::SyncDirectory(Directory);
+    desktop::SyncDirectory(QFileInfo(Directory.chopped(1)).path());
+    Notes = std::move(notes);
+  }
+  for (const Unfinished& file : files) {
+    if (const auto stamp = StampOf(file.Stands))
+      Notes->write(QStringLiteral("%1 %2 %3\n").arg(stamp->Number).arg(stamp->Size).arg(file.Name).toUtf8());
+  }
+  if (!Notes->flush() || ::fdatasync(Notes->handle()) != 0) RaiseFor(*Notes);
+}
+
+void SweepStaging(const Paths& paths, engine::DBEngine& engine) {
+  const QString directory = StagingDirectory(paths);
+  if (!QFileInfo::exists(directory)) return;
+  ResumeNext([&] {
+    const std::vector<Note> notes = ReadNotes(directory);
+    if (!notes.empty()) RemoveWithoutRow(paths, *engine.OpenDatabase(paths.WorkFile), notes);
+    QDir(directory).removeRecursively();
+  });
+}
+
+}  // namespace veldrin::catalogue

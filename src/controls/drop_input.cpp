@@ -1,0 +1,52 @@
+#include "controls/drop_input.h"
+
+#include <QCoreApplication>
+#include <QEvent>
+#include <QGuiApplication>
+#include <QMouseEvent>
+
+namespace veldrin::controls {
+
+DropInput::DropInput() : Held(QGuiApplication::mouseButtons()) {
+  QCoreApplication::instance()->installEventFilter(this);
+}
+
+bool DropInput::eventFilter(QObject* /*receiver*/, QEvent* event) {
+  switch (event->type()) {
+    case QEvent::MouseButtonRelease:
+      // A control that saw the press would wait for the release for ever.
+      if (Held.testFlag(static_cast<QMouseEvent*>(event)->button())) return false;
+      break;
+    case QEvent::Close:
+    case QEvent::DragEnter:
+    case QEvent::DragMove:
+    case QEvent::Drop:
+      event->ignore();  // Accepted it would have been done: the window closed, the file taken.
+      return true;
+    case QEvent::MouseButtonPress:
+    case QEvent::MouseButtonDblClick:
+    case QEvent::MouseMove:
+    case QEvent::KeyPress:
+    case QEvent::KeyRelease:
+    case QEvent::ShortcutOverride:
+    case QEvent::Shortcut:
+    case QEvent::InputMethod:
+    case QEvent::Wheel:
+    case QEvent::ContextMenu:
+    case QEvent::TouchBegin:
+    case QEvent::TouchUpdate:
+    case QEvent::TouchEnd:
+    case QEvent::TabletPress:
+    case QEvent::TabletMove:
+    case QEvent::TabletRelease:
+    case QEvent::NativeGesture:
+      break;
+    default:
+      return false;
+  }
+  // Otherwise Qt offers it to the next window above.
+  event->accept();
+  return true;
+}
+
+}  // namespace veldrin::controls
