@@ -70,7 +70,9 @@ class Faults : public testing::TestWithParam<const char*> {
     QSet<QByteArray> pictures;
     for (const auto& [name, bytes] : state.Files) {
       pictures.insert(bytes);
-      const bool isWhole = after.Files.contains(name) && after.Files.at(name) == bytes;
+      // A page may show fewer photos than it would have.
+      const bool isWhole = (after.Files.contains(name) && after.Files.at(name) == bytes) ||
+                           (name.endsWith(".htm") && bytes.trimmed().endsWith("</html>"));
       const bool isOurs =
           name.startsWith("/Database/Images/") ? images.contains(name) : isWhole || name.contains("/.");
       EXPECT_TRUE(isOurs || name.startsWith("/Sources/")) << name.toStdString();

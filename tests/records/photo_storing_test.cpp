@@ -119,19 +119,19 @@ TEST_F(PhotoStoring, WhatIsNoPictureGivesARowWithoutAFileAndHarmsNoOther) {
               << "missing.tga";
   ASSERT_TRUE(QDir(Sources.path()).mkdir("directory.tga"));
   WriteFile(Sources.filePath("directory.tga/inside"), "kept");
-  const QByteArray damaged[] = {{}, "These are no pixels.", Jpeg(9).chopped(10), Jpeg(9).left(30)};
+  // The third is whole but for its end mark, as every viewer shows it.
+  const QByteArray damaged[] = {{}, "These are no pixels.", Jpeg(9).chopped(2), Jpeg(9).left(30)};
   for (const QByteArray& bytes : damaged) {
     Batch.Names << QStringLiteral("bad%1.tga").arg(Batch.Names.size());
     WriteFile(Sources.filePath(Batch.Names.last()), bytes);
   }
   AddSource("good2.jpg", Jpeg(2));
   Batch.RemoveSources = true;
-  EXPECT_EQ(Store(),
-            "1 0File not fou 0File not fou 2no picture:  3no picture:  4no picture:  5no picture:  6");
-  EXPECT_EQ(Rows(), "1|jpg 2|jpg 3|jpg 4|jpg 5|jpg 6|jpg");
-  EXPECT_EQ(StoredFiles(), "1.jpg 6.jpg");
+  EXPECT_EQ(Store(), "1 0File not fou 0File not fou 2no picture:  3no picture:  4 5no picture:  6");
+  EXPECT_EQ(Rows(), "1|jpg 2|jpg 3|jpg 4|tga 5|jpg 6|jpg");
+  EXPECT_EQ(StoredFiles(), "1.jpg 4.tga 6.jpg");
   EXPECT_EQ(LinkedIDs(), "1 2 3 4 5 6");
-  EXPECT_EQ(RemainingSources(), "bad3.tga bad4.tga bad5.tga bad6.tga") << "what wasn't stored stays";
+  EXPECT_EQ(RemainingSources(), "bad3.tga bad4.tga bad6.tga") << "what wasn't stored stays";
   EXPECT_EQ(ReadFile(Sources.filePath("directory.tga/inside")), "kept");
   ExpectNothingLost();
 }
