@@ -86,10 +86,9 @@ void GetPhotos(Walk& walk, int a, int b) {
   bool asked = false;
   walk.AnswerBox("File Transfer Error", QMessageBox::Ok, false);
   for (size_t got = 0; got < photos.size(); ++got) {
-    const QString count = got == 0
-                              ? QStringLiteral("No photos")
-                              : QStringLiteral("%1 photo%2").arg(got).arg(QLatin1String(got == 1 ? "" : "s"));
-    walk.AnswerBox(qPrintable(count + QStringLiteral(" copied to ")), QMessageBox::Ok, false);
+    const QString count = got == 0 ? "No" : QString::number(got);
+    walk.AnswerBox(qPrintable(count + (got == 1 ? " photo copied to " : " photos copied to ")),
+                   QMessageBox::Ok, false);
   }
   walk.OnDialog("frmGet", [&](QDialog& dialog) {
     asked = true;
