@@ -82,8 +82,18 @@ struct TextChange {
   QString Inserted;
 };
 
-// A change that makes the text too long is taken back and made anew as far as there is room: cut off
-// afterwards, it would come again with each undo.
+// With blanks in the place of what would break the line.
+QString OneLine(QString text) {
+  for (QChar& sign : text) {
+    const bool breaks = sign.category() == QChar::Other_Control || sign == QChar::LineSeparator ||
+                        sign == QChar::ParagraphSeparator;
+    if (breaks) sign = QLatin1Char(' ');
+  }
+  return text;
+}
+
+// A change that makes the text too long, or of several lines, is taken back and made anew as far as there is
+// room: cut off afterwards, it would come again with each undo.
 class LineLimit : public QObject {
  public:
   LineLimit(QLineEdit& field, int maxLength) : QObject(&field), Field(field), MaxLength(maxLength) {
@@ -92,9 +102,11 @@ class LineLimit : public QObject {
 
  private:
   void Cut(const QString& text) {
-    if (base::TextLength(text) <= MaxLength) return;
+    const QString line = OneLine(text);
+    const bool fits = base::TextLength(line) <= MaxLength;
+    if (fits && line == text) return;
     qsizetype place = Field.cursorPosition();
-    const QString fitting = TextThatFits(text, place, MaxLength);
+    const QString fitting = fits ? line : TextThatFits(line, place, MaxLength);
     if (!Field.isUndoAvailable()) return Field.setText(fitting);
     Field.undo();
     if (const QString before = Field.text(); before != fitting) {

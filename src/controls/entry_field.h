@@ -18,7 +18,8 @@ void InstallEntryManners(QPlainTextEdit& field);
 QString ExactText(const QPlainTextEdit& field);
 
 /// Cuts from what is typed or pasted into a field as much as it has no room for. The length is counted in
-/// whole characters, as the catalogue counts it, and none of them is cut in two.
+/// whole characters, as the catalogue counts it, and none of them is cut in two. A field of one line takes
+/// blanks for line breaks.
 void LimitText(QLineEdit& field, int maxLength);
 void LimitText(QPlainTextEdit& field, int maxLength);
 

@@ -4,6 +4,7 @@
 #include <unistd.h>
 
 #include <QCoreApplication>
+#include <QDateTime>
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -65,6 +66,21 @@ bool IsOlder(const QString& help, const QString& other) {
   return date(help) < date(other);
 }
 
+// A lock is stale when its process is gone, whatever its age. One that doesn't tell its process was cut short
+// with the machine, unless a start is just about to write it.
+bool IsHeld(QLockFile& lock) {
+  constexpr qint64 writing = 5;  // seconds
+  lock.setStaleLockTime(0);
+  if (lock.tryLock() || lock.error() != QLockFile::LockFailedError) return false;
+  qint64 process = 0;
+  QString host;
+  QString name;
+  const QDateTime date = QFileInfo(lock.fileName()).lastModified();
+  if (lock.getLockInfo(&process, &host, &name) || date.secsTo(QDateTime::currentDateTime()) < writing)
+    return true;
+  return !lock.removeStaleLockFile() || !lock.tryLock();
+}
+
 }  // namespace
 
 // The project's version, from the build.
@@ -99,9 +115,7 @@ bool App::PrevInstance() {
       continue;  // The start reports the unusable directory when it needs it.
     }
     auto lock = std::make_unique<QLockFile>(directory + QStringLiteral("/instance.lock"));
-    // A lock is stale when its process is gone, whatever its age.
-    lock->setStaleLockTime(0);
-    if (!lock->tryLock() && lock->error() == QLockFile::LockFailedError) {
+    if (IsHeld(*lock)) {
       Locks.clear();
       return true;
     }

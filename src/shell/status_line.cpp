@@ -15,8 +15,14 @@ QString CountsText(int photos, int selected) {
 }
 
 StatusLine::StatusLine(const catalogue::RecordList& data1, QWidget* parent)
-    : QStatusBar(parent), Data1(data1), lblCounts(controls::Named(new QLabel(this), "lblCounts")) {
+    : QStatusBar(parent),
+      Data1(data1),
+      lblWork(controls::Named(new QLabel(this), "lblWork")),
+      lblCounts(controls::Named(new QLabel(this), "lblCounts")) {
   setObjectName(QStringLiteral("StatusLine"));
+  constexpr int margin = 6;  // pixels
+  setContentsMargins(margin, 0, 0, 0);
+  addWidget(lblWork, 1);
   addPermanentWidget(lblCounts);
   connect(&Data1, &catalogue::RecordList::Refreshed, this, &StatusLine::ShowCounts);
   connect(&Data1.SelBookmarks, &catalogue::SelBookmarkList::Changed, this, &StatusLine::ShowCounts);
@@ -27,7 +33,7 @@ void StatusLine::ShowCounts() {
 }
 
 void StatusLine::Tell(const base::WorkReport& report) {
-  showMessage(base::DoneText(report));
+  lblWork->setText(base::DoneText(report));
   const QString failures = base::FailureText(report);
   if (!failures.isEmpty())
     controls::MsgBox(window(), failures, controls::vbExclamation, QStringLiteral("Error"));

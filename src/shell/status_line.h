@@ -22,6 +22,8 @@ class StatusLine : public QStatusBar {
   void ShowCounts();
 
   const catalogue::RecordList& Data1;
+  // Not the bar's own message, which the tip of any button takes away.
+  QLabel* lblWork;
   QLabel* lblCounts;
 };
 

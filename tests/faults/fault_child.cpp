@@ -1,5 +1,5 @@
 // Opens the main window on a catalogue and carries out one command, in which a fault is put. Tells on its
-// output, a line each, the boxes that came, the status line, and whether the fault was reached.
+// output, a line each, the boxes that came and whether the fault was reached.
 // Arguments: the command, the program's directory. With "random" for a command, a seed and a number: so many
 // commands at random, each told when it is done.
 #include <dlfcn.h>
@@ -9,13 +9,13 @@
 #include <QCheckBox>
 #include <QCryptographicHash>
 #include <QDir>
+#include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
 #include <QMessageBox>
 #include <QPointer>
 #include <QRandomGenerator>
 #include <QScopeGuard>
-#include <QStatusBar>
 #include <QTextStream>
 #include <QTimer>
 #include <map>
@@ -198,7 +198,8 @@ void RunRandomly(Child& child, const shell::frmMain& window, int count) {
                                        "FolderClear", "Save",   "Thumbnails", "Get"};
   for (int i = 0; i < count; ++i) {
     const int choice = static_cast<int>(child.Random.bounded(12));
-    window.statusBar()->clearMessage();
+    auto& work = Get<QLabel>(window, QStringLiteral("lblWork"));
+    work.clear();
     // As the user's press, so that an error reaches the application's report.
     QEventLoop wait;
     QTimer::singleShot(0, &wait, [&] {
@@ -212,7 +213,7 @@ void RunRandomly(Child& child, const shell::frmMain& window, int count) {
       if (child.Found) command.Run(child);
     });
     wait.exec();
-    if (choice < 2 && window.statusBar()->currentMessage() == QLatin1String("3 photos stored in Home"))
+    if (choice < 2 && work.text() == QLatin1String("3 photos stored in Home"))
       for (const QByteArray& digest : child.Digests) Tell("stored", QString::fromLatin1(digest));
     Tell("done", QString::number(choice));
     Told.flush();
@@ -260,7 +261,6 @@ int main(int argc, char** argv) {
   });
   QCoreApplication::exec();
   auto* end = Preloaded<bool()>("EndCount");
-  Tell("status", window.statusBar()->currentMessage());
   Tell("reached", QString::number(end != nullptr && end() ? 1 : 0));
   return 0;
 }

@@ -67,8 +67,14 @@ TEST_F(Splash, AKeyOrAClickOnThePictureEndsTheWaitOnceAlsoWhenTheLoadFailed) {
 TEST(Start, OpensTheCatalogueAndRefusesASecondInstance) {
   const test::TestCatalogue catalogue(false);
   const QString temp = catalogue.ProgramPath() + "/Temp";
-  // The lock of a process that crashed doesn't refuse.
-  test::WriteFile(temp + "/instance.lock", "999999999\nveldrin\n\n\n\n");
+  // The lock of a process that crashed doesn't refuse, nor one that a power cut left without a word.
+  for (const char* left : {"", "99", "999999999\nveldrin\n\n\n\n"}) {
+    QFile lock(temp + "/instance.lock");
+    test::WriteFile(lock.fileName(), left);
+    ASSERT_TRUE(lock.open(QIODevice::ReadWrite));
+    lock.setFileTime(QDateTime::currentDateTime().addSecs(-60), QFileDevice::FileModificationTime);
+    EXPECT_FALSE(App(catalogue.ProgramPath(), temp).PrevInstance()) << left;
+  }
   int made = 0;
   const auto makeMain = [&] {
     ++made;

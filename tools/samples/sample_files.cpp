@@ -27,7 +27,7 @@ QByteArray WithMagick(const QImage& image, const char* format) {
   static std::once_flag once;
   std::call_once(once, [] { MagickLib::InitializeMagick(nullptr); });
   const QImage rgb = image.convertToFormat(QImage::Format_RGB32);
-  Magick::Image picture(static_cast<size_t>(rgb.width()), static_cast<size_t>(rgb.height()), "BGRA",
+  Magick::Image picture(static_cast<unsigned>(rgb.width()), static_cast<unsigned>(rgb.height()), "BGRA",
                         Magick::CharPixel, rgb.constBits());
   picture.matte(false);
   if (QByteArray(format) == "GIF") picture.quantizeColors(255);
