@@ -31,6 +31,11 @@ bool Open(Walk& walk, int way, const char* ofData, const char* ofForm, const cha
   return walk.Before.Tab == shell::FormTab && ofForm != nullptr && walk.Click(ofForm);
 }
 
+// How it begins.
+QString ReportOf(size_t photos, const char* deed) {
+  return (photos == 0 ? "No" : QString::number(photos)) + (photos == 1 ? " photo " : " photos ") + deed;
+}
+
 // --- query, find, get -------------------------------------------------------------------------------------
 
 void AskQuery(Walk& walk, int a, int b) {
@@ -85,11 +90,8 @@ void GetPhotos(Walk& walk, int a, int b) {
   const bool accepted = b % 4 != 0;
   bool asked = false;
   walk.AnswerBox("File Transfer Error", QMessageBox::Ok, false);
-  for (size_t got = 0; got < photos.size(); ++got) {
-    const QString count = got == 0 ? "No" : QString::number(got);
-    walk.AnswerBox(qPrintable(count + (got == 1 ? " photo copied to " : " photos copied to ")),
-                   QMessageBox::Ok, false);
-  }
+  for (size_t got = 0; got < photos.size(); ++got)
+    walk.AnswerBox(qPrintable(ReportOf(got, "copied to ")), QMessageBox::Ok, false);
   walk.OnDialog("frmGet", [&](QDialog& dialog) {
     asked = true;
     Child<controls::DirListBox>(dialog, "Dir1").SetPath(walk.GotDir());
@@ -171,6 +173,10 @@ void SaveNew(Walk& walk, int, int b) {
   const QString title = Child<QLineEdit>(window, "nTitle").text();
   const QString maker = Child<QLineEdit>(window, "nMadeBy").text();
   const QString folder = walk.Model.Selected;
+  const auto& save = Child(window, "newSaveBttn");
+  if (std::any_of(names.begin(), names.end(), [&](auto& name) { return walk.Pictures.at(name).Colour == 0; }))
+    walk.AnswerBox(qPrintable(ReportOf(names.size(), "stored in ")), QMessageBox::Ok,
+                   walk.InSight(save, save.rect().center()));
   if (!walk.Click("newSaveBttn")) return;
   walk.ExpectAt({folder}, [&](JourneyModel& model) {
     int number = model.NextNumber();
