@@ -2,7 +2,7 @@
 
 #include "browse/thumbnail_page.h"
 #include "catalogue/image_store.h"
-#include "support/test_support.h"
+#include "support/catalogue_list.h"
 
 namespace veldrin::browse {
 namespace {
@@ -14,9 +14,10 @@ void MakeDesktop(const QString& directory) {
   QDir().mkpath(directory + "/applications");
   QDir().mkpath(directory + "/system");
   test::WritePicture(directory + "/red.jpg", QSize(60, 40), Qt::red);
-  test::WriteFile(script,
-                  "#!/bin/sh\ncp \"$(dirname \"$0\")/red.jpg\" \"$1\"\n"
-                  "touch -d '2030-02-03 04:05:06' \"$1\"\necho \"$1\" >> \"$0.log\"\n");
+  test::WriteFile(
+      script,
+      "#!/bin/sh\ncp \"$(dirname \"$0\")/red.jpg\" \"$1\"\n"
+      "touch -d '2030-02-03 04:05:06' \"$1\"\necho \"$1\" > \"$0.part\"; mv \"$0.part\" \"$0.log\"\n");
   QFile::setPermissions(script, QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner);
   test::WriteFile(directory + "/applications/painter.desktop",
                   "[Desktop Entry]\nType=Application\nName=Painter\nMimeType=image/jpeg;\nExec=\"" +
@@ -29,22 +30,20 @@ void MakeDesktop(const QString& directory) {
   qputenv("XDG_DATA_DIRS", directory.toUtf8() + "/system");
 }
 
-struct ExternalViewerTest : testing::Test {
+struct ExternalViewerTest : testing::Test, test::CatalogueList {
   // GIO reads the directories once in a process.
   static void SetUpTestSuite() { MakeDesktop(Desktop.path()); }
   // A photo of the extension, dated by its file as storing does it.
-  void Open(const QString& imageType) {
+  void OpenPhoto(const QString& imageType) {
     Image = catalogue::ImageFileName(Catalogue.Paths(), 5, imageType);
     Catalogue.AddPhoto(5, "It's", {}, QSize(60, 40));
     QFile::rename(catalogue::ImageFileName(Catalogue.Paths(), 5, "jpg"), Image);
     Catalogue.Execute({QStringLiteral("UPDATE tblPhotos SET ImageType = '%1', LastModifyDate = #%2#")
                            .arg(imageType, engine::DateToStore(catalogue::GetFileDate(Image)))});
-    Data1.DatabaseName = Catalogue.Paths().WorkFile;
-    Data1.RecordSource = "SELECT tblPhotos.* FROM tblPhotos";
-    Data1.Refresh();
+    Open();
   }
   QStringList Notes() { return Catalogue.Rows("SELECT PhotoID, ImageType FROM CheckPhotos"); }
-  QString ModifyDate() { return Catalogue.Value("SELECT LastModifyDate FROM tblPhotos").left(10); }
+  QString ModifyDate() { return Catalogue.Rows("SELECT LastModifyDate FROM tblPhotos")[0].left(10); }
   // Whether the page's first thumbnail is the painted one.
   bool ThumbnailIsRed() {
     const QImage thumbnail(Thumbnail);
@@ -52,19 +51,16 @@ struct ExternalViewerTest : testing::Test {
   }
 
   static inline const QTemporaryDir Desktop;
-  test::TestCatalogue Catalogue;
   const QString Thumbnail = catalogue::ThumbFileName(Catalogue.Paths(), 5);
   QString Image;
-  QWidget Tab;
-  catalogue::RecordList Data1{Catalogue.Engine()};
-  ThumbnailPage Page{Data1, Catalogue.Engine(), Catalogue.Paths(), &Tab};
-  ExternalViewer Viewer{Data1, Catalogue.Engine(), Catalogue.Paths(), Tab};
+  ThumbnailPage Page{Data1, Catalogue.Engine(), Catalogue.Paths(), &Window};
+  ExternalViewer Viewer{Data1, Catalogue.Engine(), Catalogue.Paths(), Window};
 };
 
 TEST_F(ExternalViewerTest, AChangeByTheRegisteredProgramComesBackAsANewThumbnail) {
   const QString log = Desktop.filePath("paint photo.sh.log");
   QFile::remove(log);
-  Open("jpg");
+  OpenPhoto("jpg");
   Page.ShowThumbnails(0);
   ASSERT_FALSE(ThumbnailIsRed());
   Viewer.ViewBttn_Click();
@@ -88,7 +84,7 @@ TEST_F(ExternalViewerTest, ACheckedPhotoIsComparedWithItsFirstNote) {
       {"", true, "2010-01-01", false},
       {"2010-01-01T12:00:00Z", false, "1899-12-30", false},
       {"", false, "1899-12-30", false}};
-  Open("jpg");
+  OpenPhoto("jpg");
   QFile file(Image);
   ASSERT_TRUE(file.open(QIODevice::ReadWrite));
   ASSERT_TRUE(file.setFileTime(QDateTime(QDate(2010, 1, 1), QTime(12, 0)), QFile::FileModificationTime));

@@ -2,31 +2,20 @@
 
 #include <QHeaderView>
 
-#include "support/test_support.h"
+#include "support/catalogue_list.h"
 
 namespace veldrin::browse {
 namespace {
 
-struct RecordGridTest : testing::Test {
+struct RecordGridTest : testing::Test, test::CatalogueList {
   RecordGridTest() {
     Grid.resize(553, 300);
     Grid.show();
     Grid.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&Grid));
     for (int id = 11; id < 20; ++id) Catalogue.AddPhoto(id, "Photo", {});
-    Data1.DatabaseName = Catalogue.Paths().WorkFile;
-    Show("SELECT tblPhotos.* FROM tblPhotos");
   }
 
-  void Show(const QString& list) {
-    Data1.RecordSource = list;
-    Data1.SelBookmarks.Clear();
-    Data1.Refresh();
-    FollowList();
-  }
-  void FollowList() {
-    EXPECT_TRUE(QTest::qWaitFor([&] { return Grid.currentIndex().row() == Data1.AbsolutePosition(); }));
-  }
   QPoint RowAt(int row) { return Grid.visualRect(Grid.model()->index(row, 2)).center(); }
   // Steps of "c3" (click on row 3), "s3" (on its selector), "d3" (drag to it) or a key, with ^ for Ctrl and +
   // for Shift in front.
@@ -58,8 +47,6 @@ struct RecordGridTest : testing::Test {
     return state;
   }
 
-  test::TestCatalogue Catalogue;
-  catalogue::RecordList Data1{Catalogue.Engine()};
   RecordGrid Grid{Data1, nullptr};
 };
 
@@ -78,10 +65,17 @@ TEST_F(RecordGridTest, MouseAndKeysGoIntoSelBookmarks) {
       {"End Down +Down", "8: 19"},
   };
   for (const auto& [steps, state] : cases) {
-    Show(Data1.RecordSource);
+    Open();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Grid.currentIndex().row() == 0; }));
     Do(steps);
     EXPECT_EQ(State(), state) << steps;
   }
+  const auto title = [this] { return Grid.currentIndex().siblingAtColumn(2).data(); };
+  EXPECT_EQ(title(), "Photo");
+  Grid.hide();
+  Catalogue.Execute({"UPDATE tblPhotos SET Title = 'theirs'"});
+  Grid.show();
+  EXPECT_EQ(title(), "theirs") << "changed while it was covered";
 }
 
 }  // namespace

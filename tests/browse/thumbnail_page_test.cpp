@@ -4,96 +4,48 @@
 
 #include "browse/page_arithmetic.h"
 #include "catalogue/image_store.h"
-#include "support/test_support.h"
+#include "support/catalogue_list.h"
 
 namespace veldrin::browse {
 namespace {
 
-struct ThumbnailPageTest : testing::Test {
-  void Add(int first, int last) {
-    for (int id = first; id <= last; ++id) Catalogue.AddPhoto(id, "Photo", {}, QSize(40, 60));
-  }
+struct ThumbnailPageTest : testing::Test, test::CatalogueList {
   // Photos 1 to `count` with small pictures.
   void Open(int count) {
-    Add(1, count);
-    Tab.resize(829, 654);
-    Tab.show();
-    Tab.activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(&Tab));
-    Data1.DatabaseName = Catalogue.Paths().WorkFile;
-    Data1.RecordSource = "SELECT tblPhotos.* FROM tblPhotos";
-    Data1.Refresh();
+    for (int id = 1; id <= count; ++id) Catalogue.AddPhoto(id, "Photo", {}, QSize(40, 60));
+    Window.resize(829, 654);
+    Window.show();
+    Window.activateWindow();
+    EXPECT_TRUE(QTest::qWaitForWindowActive(&Window));
+    CatalogueList::Open();
     Page.show();
   }
 
-  template <class Control>
-  Control& Cell(const char* name, int index) {
-    return *Page.findChild<Control*>(QStringLiteral("%1(%2)").arg(name).arg(index));
-  }
-  QString Title(int index) { return Cell<ThumbCaption>("ThumbTitle", index).Caption(); }
-  // The selected ones of the page's cells.
-  std::string Marked() {
-    std::string marked;
-    for (int i = 0; i < CellCount; ++i) {
-      if (!Cell<Shape>("shpMark", i).isHidden()) marked += " " + std::to_string(i);
-    }
-    return marked;
-  }
-  void Click(int index, Qt::KeyboardModifiers keys = {}) {
-    QTest::mouseClick(&Cell<ThumbImage>("ImgThumb", index), Qt::LeftButton, keys);
-  }
-  // Presses a key on the cell that has the focus.
-  void Press(Qt::Key key, int times = 1) {
-    for (int i = 0; i < times; ++i) QTest::keyClick(QApplication::focusWidget(), key);
-  }
-  // "start+cell", with the titles' invariant: cell i shows the record at start + i.
+  // "start+cell"
   std::string State() {
     const int start = Data1.AbsolutePosition() - Page.CurThumbCell();
-    for (int i = 0; i < CellCount; ++i) {
-      const bool filled = start >= 0 && start + i < Data1.RecordCount();
-      EXPECT_EQ(!Cell<PictureCell>("picThumb", i).isHidden(), filled) << "cell " << i;
-      EXPECT_EQ(Title(i).section(':', 0, 0), filled ? QString::number(start + i + 1) : "");
-    }
     return std::to_string(start) + "+" + std::to_string(Page.CurThumbCell());
   }
 
-  test::TestCatalogue Catalogue;
-  QWidget Tab;
-  catalogue::RecordList Data1{Catalogue.Engine()};
-  ThumbnailPage Page{Data1, Catalogue.Engine(), Catalogue.Paths(), &Tab};
+  ThumbnailPage Page{Data1, Catalogue.Engine(), Catalogue.Paths(), &Window};
 };
 
-TEST_F(ThumbnailPageTest, APhotoWithoutImageIsAnEmptyCellWithItsCaption) {
-  Open(5);
-  Click(2);
-  for (int id = 1; id <= 4; ++id) QFile::remove(catalogue::ThumbFileName(Catalogue.Paths(), id));
-  QFile::remove(catalogue::ImageFileName(Catalogue.Paths(), 3, "jpg"));
-  const QString damaged = catalogue::ThumbFileName(Catalogue.Paths(), 5);
+// The journey walks over all that a page shows.
+TEST_F(ThumbnailPageTest, AThumbnailThatIsDamagedOrCantBeStoredIsShownAllTheSame) {
+  Open(2);
+  const QString damaged = catalogue::ThumbFileName(Catalogue.Paths(), 1);
   test::WriteFile(damaged, "BM");
-  // Thumbnails that can't be stored are shown all the same.
-  QDir().mkdir(catalogue::ThumbFileName(Catalogue.Paths(), 4));
-  Catalogue.Execute({"UPDATE tblPhotos SET Title = 'It''s <b>new</b>'",
-                     "UPDATE tblPhotos SET Title = Null WHERE PhotoID = 2"});
+  const QString taken = catalogue::ThumbFileName(Catalogue.Paths(), 2);
+  ASSERT_TRUE(QFile::remove(taken) && QDir().mkdir(taken));
   Page.Redraw();
-  EXPECT_EQ(Title(0), "1: It's <b>new</b>");
-  EXPECT_EQ(Title(1), "2: ");
-  EXPECT_EQ(State(), "0+2");
-  for (int i = 0; i < 5; ++i) EXPECT_EQ(Cell<ThumbImage>("ImgThumb", i).isHidden(), i == 2) << i;
+  for (const char* image : {"ImgThumb(0)", "ImgThumb(1)"})
+    EXPECT_FALSE(Page.findChild<ThumbImage*>(image)->isHidden()) << image;
   EXPECT_NE(test::ReadFile(damaged), "BM") << "a damaged one is made anew";
-  Catalogue.AddPhoto(6, {}, {}, QSize(4, 4));
-  QFile::copy(catalogue::ImageFileName(Catalogue.Paths(), 6, "jpg"),
-              catalogue::ImageFileName(Catalogue.Paths(), 3, "jpg"));
-  Page.Redraw();
-  EXPECT_FALSE(Cell<ThumbImage>("ImgThumb", 2).isHidden());
 }
 
-TEST_F(ThumbnailPageTest, TheScrollBarMovesByRowsAndJumps) {
-  Open(12);
+TEST_F(ThumbnailPageTest, BarWheelAndKeysMoveByTheirSteps) {
+  Open(40);
   QScrollBar& scroll = Page.ThumbVScroll();
-  EXPECT_FALSE(scroll.isEnabled());
-  Add(13, 40);
-  Data1.Refresh();
-  EXPECT_EQ(scroll.maximum(), 13);
   scroll.triggerAction(QAbstractSlider::SliderSingleStepAdd);
   EXPECT_EQ(State(), "0+3");
   scroll.setSliderPosition(2);  // as by a drag, from row to row
@@ -105,35 +57,40 @@ TEST_F(ThumbnailPageTest, TheScrollBarMovesByRowsAndJumps) {
   QCoreApplication::sendEvent(&Page, &turn);
   EXPECT_EQ(State(), "18+0");
   EXPECT_EQ(scroll.value(), 6);
-  Press(Qt::Key_Home);
-  EXPECT_EQ(scroll.value(), 0);
-}
-
-TEST_F(ThumbnailPageTest, TheMouseSelects) {
-  Open(14);
-  Click(4);
-  EXPECT_EQ(State(), "0+4");
-  QTest::mousePress(&Cell<ThumbImage>("ImgThumb", 0), Qt::RightButton);
-  EXPECT_EQ(State(), "0+0") << "the menu is for the photo under the pointer";
-  Click(4, Qt::ControlModifier);
-  Click(6, Qt::ControlModifier);
-  Press(Qt::Key_PageDown);
-  EXPECT_EQ(State(), "2+0");
-  EXPECT_EQ(Marked(), " 2 4");
-  Click(0, Qt::ControlModifier | Qt::ShiftModifier);  // not Ctrl alone: a plain click
-  EXPECT_EQ(Marked(), "");
-  QTest::mousePress(&Cell<ThumbCaption>("ThumbTitle", 3), Qt::RightButton);
-  QTest::mouseClick(&Cell<PictureCell>("picThumb", 3), Qt::LeftButton, Qt::ControlModifier, QPoint(1, 1));
-  EXPECT_EQ(State() + Marked(), "2+3 3") << "a black margin is as good as the picture";
-}
-
-// A key counts where it went down, also when another one moves the focus meanwhile.
-TEST_F(ThumbnailPageTest, KeysThatOverlapCountBoth) {
-  Open(5);
-  for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Down}) QTest::keyPress(QApplication::focusWidget(), key);
-  for (const Qt::Key key : {Qt::Key_Right, Qt::Key_Down, Qt::Key_Right})
+  const std::pair<Qt::Key, const char*> keys[] = {
+      {Qt::Key_Home, "0+0"},      {Qt::Key_Right, "0+1"},  {Qt::Key_Down, "0+4"},  {Qt::Key_Left, "0+3"},
+      {Qt::Key_PageDown, "12+0"}, {Qt::Key_PageUp, "0+0"}, {Qt::Key_End, "28+11"}, {Qt::Key_Up, "28+8"}};
+  for (const auto& [key, state] : keys) {
+    QTest::keyClick(QApplication::focusWidget(), key);
+    EXPECT_EQ(State(), state) << key;
+  }
+  // A key counts where it went down, also when another one moves the focus meanwhile.
+  for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Up}) QTest::keyPress(QApplication::focusWidget(), key);
+  for (const Qt::Key key : {Qt::Key_Left, Qt::Key_Up, Qt::Key_Left})
     QTest::keyRelease(QApplication::focusWidget(), key);
-  EXPECT_EQ(State(), "0+4");
+  EXPECT_EQ(State(), "28+4");
+}
+
+TEST_F(ThumbnailPageTest, WhatACellNoLongerShowsIsNeitherSelectedNorMarked) {
+  Open(30);
+  QWidget& picture = *Page.findChild<ThumbImage*>("ImgThumb(4)");
+  Data1.SelBookmarks.Add(7);
+  QTest::mousePress(&picture, Qt::LeftButton);
+  Data1.SetAbsolutePosition(12);
+  QTest::mouseRelease(&picture, Qt::LeftButton);
+  EXPECT_TRUE(Data1.SelBookmarks.Contains(7));
+  Data1.SetAbsolutePosition(24);
+  Data1.SelBookmarks.Add(20);
+  EXPECT_TRUE(Page.findChild<Shape*>("shpMark(7)")->isHidden());
+  Data1.SetAbsolutePosition(26);
+  EXPECT_TRUE(Page.findChild<PictureCell*>("picThumb(2)")->hasFocus()) << "it goes with the frame";
+  Data1.SetAbsolutePosition(0);
+  // The focus that a click brings may be followed by another list.
+  QObject::connect(&Data1, &catalogue::RecordList::Reposition, &picture, [this] {
+    if (Data1.RecordCount() == 30) CatalogueList::Open(" WHERE PhotoID > 12");
+  });
+  QTest::mouseClick(&picture, Qt::LeftButton, Qt::ControlModifier);
+  EXPECT_EQ(Data1.SelBookmarks.Count(), 0);
 }
 
 TEST(PageArithmetic, MovesAsTheKeySays) {

@@ -1,15 +1,13 @@
 #include "desktop/file_copy.h"
 
 #include <fcntl.h>
-#include <gtest/gtest.h>
-#include <sys/resource.h>
 #include <sys/stat.h>
 
 #include <QDir>
 #include <QTemporaryDir>
-#include <csignal>
 
 #include "base/runtime_error.h"
+#include "support/small_disk.h"
 #include "support/test_support.h"
 
 namespace veldrin::desktop {
@@ -24,12 +22,7 @@ class FileCopies : public testing::Test {
   }
   QString Path(const char* name) const { return Directory.filePath(QLatin1String(name)); }
   int Copy(const char* source, const char* target) const {
-    try {
-      CopyFile(Path(source), Path(target));
-    } catch (const base::RuntimeError& error) {
-      return error.Number();
-    }
-    return 0;
+    return test::ErrorOf([&] { CopyFile(Path(source), Path(target)); });
   }
   QStringList Names() const {
     constexpr auto all = QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot;
@@ -40,7 +33,7 @@ class FileCopies : public testing::Test {
 };
 
 TEST_F(FileCopies, RefuseAndLeaveAllAsItWas) {
-  QDir(Directory.path()).mkdir(QStringLiteral("dir"));
+  QDir(Directory.path()).mkdir("dir");
   ASSERT_TRUE(QFile::link(Path("gone"), Path("broken")));
   ASSERT_EQ(::mkfifo(QFile::encodeName(Path("pipe")).constData(), 0600), 0);
   ASSERT_EQ(
@@ -66,17 +59,14 @@ TEST_F(FileCopies, RefuseAndLeaveAllAsItWas) {
 }
 
 TEST_F(FileCopies, LeaveTheFormerFileWhereTheDiskIsFull) {
-  rlimit free{};
-  ASSERT_EQ(::getrlimit(RLIMIT_FSIZE, &free), 0);
-  auto* const handler = std::signal(SIGXFSZ, SIG_IGN);
-  const rlimit full{2, free.rlim_max};
-  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &full), 0);
-  const int errors[] = {Copy("source", "other"), Copy("source", "new")};
-  ASSERT_EQ(::setrlimit(RLIMIT_FSIZE, &free), 0);
-  std::signal(SIGXFSZ, handler);
+  const auto copyToFullDisk = [this](const char* target) {
+    const test::SmallDisk full(2);
+    return Copy("source", target);
+  };
+  const int errors[] = {copyToFullDisk("other"), copyToFullDisk("new")};
   for (const int error : errors) EXPECT_EQ(error, base::errDiskFull);
   EXPECT_EQ(test::ReadFile(Path("other")), "old");
-  EXPECT_EQ(Names().join(QLatin1Char(' ')), QStringLiteral("other source"));
+  EXPECT_EQ(Names().join(u' '), "other source");
 }
 
 TEST_F(FileCopies, ReplaceWhatHasTheName) {

@@ -1,5 +1,6 @@
 #include "desktop/program_start.h"
 
+#include "support/environment.h"
 #include "support/test_support.h"
 
 namespace veldrin::desktop {
@@ -34,10 +35,8 @@ TEST_F(ProgramStart, TheShortestRunOfWordsIsTheProgram) {
   ExpectStart(place + "two dirs/run", "two dirs/run", "0|");
   MakeProgram("first");
   ExpectStart(place + "first second x", "first", "1|second x");
-  const QByteArray path = qgetenv("PATH");
-  qputenv("PATH", Directory.path().toUtf8() + ':' + path);
+  const test::Environment path{{"PATH", Directory.path().toUtf8() + ':' + qgetenv("PATH")}};
   ExpectStart("first a page.htm", "first", "1|a page.htm");
-  qputenv("PATH", path);
 }
 
 TEST_F(ProgramStart, WhatIsNoProgramRaisesFileNotFound) {

@@ -1,15 +1,8 @@
 #include "find/query.h"
 
-#include <gtest/gtest.h>
-
-#include <QApplication>
 #include <QLocale>
 #include <QPushButton>
-#include <QScopedValueRollback>
-#include <QTest>
-#include <QTimer>
 
-#include "base/runtime_error.h"
 #include "find/query_dialog.h"
 #include "support/finding.h"
 
@@ -92,53 +85,9 @@ TEST_F(QueryDialog, ADateFieldIsLeftWithADateOrEmpty) {
   }
 }
 
-// --- the command ------------------------------------------------------------------------------------------
-
-class QueryTest : public test::FindingTest {
- protected:
-  // Opens the dialog by a command, fills a field in it, and leaves it by OK.
-  void Ask(const char* field, const QString& text, void (Query::*command)() = &Query::QueryBttn_Click) {
-    QTimer::singleShot(0, qApp, [&, field] {
-      Root = QApplication::activeModalWidget();
-      WasHeld = ShowIsHeld;
-      Field(field).setText(text);
-      Click("OkBttn");
-    });
-    (Querying.*command)();
-  }
-
-  bool ShowIsHeld = false;
-  Query Querying{Source, Data1,
-                 [this](const std::function<void()>& dialog) {
-                   const QScopedValueRollback held(ShowIsHeld, true);
-                   dialog();
-                 },
-                 Window};
-  bool WasHeld = false;
-};
-
-TEST_F(QueryTest, ATitleHoldsUntilItIsNotTypedAgain) {
-  Add({"1, 'jpg', 'Beach', Null, Null, Null", "2, 'jpg', 'Alps', Null, Null, Null"});
-  Show();
-  Ask("qTitle", "beach");
-  EXPECT_EQ(Ids(), "1");
-  EXPECT_FALSE(WasHeld);
-  QTimer::singleShot(0, qApp, [] { QApplication::activeModalWidget()->close(); });
-  Querying.QueryBttn_Click();
-  EXPECT_EQ(Ids(), "1");
-  Ask("qMadeBy", {});
-  EXPECT_EQ(Ids(), "1 2");
-  EXPECT_THROW(Ask("qImage", "' OR 1=1) OR (1='1"), base::RuntimeError);
-  EXPECT_EQ(Ids(), "1 2");
-  Source.ClearQuery();
-  Show();
-  Ask("qTitle", "nowhere", &Query::RecordQuery_Click);
-  EXPECT_TRUE(WasHeld);
-  EXPECT_EQ(Ids(), "");
-  Querying.RecordQuery_Click();  // No dialog: it would wait for an answer.
-}
-
 // --- the results ------------------------------------------------------------------------------------------
+
+using QueryTest = test::FindingTest;
 
 Criteria Dates(const char* first, int op1, const char* second, int op2) {
   return {{}, {}, {}, {}, first, second, op1, op2};
@@ -156,6 +105,8 @@ TEST_F(QueryTest, FindsThePhotosThatFit) {
       {Dates("1/1/2002", 3, "", 0), "1 3"},
       {Dates("", 0, "1/1/2002", 4), "2"},
       {Dates("1/1/2002", 4, "12/31/2001", 4), "1 2"},
+      {Dates("12/31/2001", 2, "1/1/2002", 2), "1 2"},
+      {Dates("1/1/2002", 4, "12/31/2001", 1), "1 2 3"},
       {Dates("1/1/2000", 4, "1/1/2002", 0), "2 3"}};
   for (const auto& [query, ids] : cases) {
     Source.Query = query;

@@ -56,9 +56,7 @@ class FolderCommandsTest : public FoldersTest {
     for (int i = 2; i <= Tree.Count(); ++i) nodes << Tree.NodeAt(i)->Tag() + '|' + Tree.NodeAt(i)->Text();
     EXPECT_THAT(nodes, testing::UnorderedElementsAreArray(Rows()));
   }
-  FolderCommands Commands{Tree, Navigation, Catalogue.Engine(), Catalogue.Paths(),
-                          [this](const base::WorkReport& report) { Told = FailureText(report); }};
-  QString Told;  // of what failed
+  FolderCommands Commands{Tree, Navigation, Catalogue.Engine(), Catalogue.Paths(), Tell};
 };
 
 TEST_F(FolderCommandsTest, StoresTheNameThatWasTyped) {
@@ -122,9 +120,19 @@ TEST_F(FolderCommandsTest, WhatCantBeDoneWritesNothing) {
   EXPECT_EQ(Catalogue.RowsText("SELECT PhotoID, Left(IDNo, 8) FROM tblPhotoLinks"), "1|00010001");
   EXPECT_EQ(ErrorOfCopy("X", "1/2/3/4/5/6/7/8/9"), 0);
   EXPECT_TRUE(Told.startsWith("No folders pasted.")) << Told.toStdString();
+  EXPECT_FALSE(Commands.TakesPaste(*Find("1/2/3/4/5/6/7/8/9")));
+  EXPECT_TRUE(Commands.TakesPaste(*Find("1/2/3/4/5/6/7/8")));
   On("1/2/3/4/5/6/7/8/9/10", &FolderCommands::FolderAdd_Click);
   EXPECT_TRUE(Told.startsWith("No folders added.")) << Told.toStdString();
   ExpectTree(tree);
+}
+
+TEST_F(FolderCommandsTest, APhotoOfADeletedFolderStaysBelowItsParent) {
+  Load("A A/B A/B/C A/D");
+  Catalogue.AddPhoto(1, {}, {Find("A/B/C")->Tag(), Find("A/D")->Tag()});
+  test::AnswerBoxes([this] { On("A/B/C", &FolderCommands::FolderDel_Click); }, {QMessageBox::Yes});
+  EXPECT_EQ(Catalogue.RowsText("SELECT Left(IDNo, 12) FROM tblPhotoLinks ORDER BY IDNo"),
+            "000100010000 000100020000");
 }
 
 TEST_F(FolderCommandsTest, WhatAnotherMachineChangedIsLeftAlone) {
@@ -148,8 +156,10 @@ TEST_F(FolderCommandsTest, WhatAnotherMachineChangedIsLeftAlone) {
   // A folder beside the last one keeps their pseudo-folder.
   Catalogue.Execute({"UPDATE tblLevel2 SET FolderName = 'Y' WHERE FolderName = 'theirs'"});
   AddRow("Spain", Find("X")->Tag());
+  Catalogue.Execute({"INSERT INTO ActPhotoLinks (IDNo, PhotoID) VALUES('of a former command', 1)"});
   test::AnswerBoxes([&] { On("X/Y", &FolderCommands::FolderDel_Click); }, {QMessageBox::Yes});
   EXPECT_EQ(Catalogue.RowsText("SELECT FolderName FROM tblLevel2 ORDER BY IDNo"), "!UNORGANIZED Spain");
+  EXPECT_EQ(Catalogue.RowsText("SELECT PhotoID FROM tblPhotoLinks"), "");
 }
 
 }  // namespace

@@ -50,6 +50,12 @@ TEST_F(FolderNavigationTest, TheSearchTakesTheFirstWholeNameInAnyCase) {
   EXPECT_EQ(Take(), "show");
   Click("Beta");
   Click("");
+  {
+    const test::HeldCatalogue held(Catalogue, "BEGIN EXCLUSIVE");
+    Catalogue.Engine().LockTimeout = 0;
+    EXPECT_THROW(Go("beta"), base::RuntimeError);
+    EXPECT_EQ(Tree.SelectedItem(), Tree.Root()) << "as the list is";
+  }
   Go("beta");
   EXPECT_EQ(Take(), "show show show") << "a search shows what it finds, whatever was clicked before";
 }
@@ -72,7 +78,7 @@ TEST_F(FolderTree, KeysGoOnBehindTheRowsThatAreThere) {
   EXPECT_EQ(AddRow("Again"), "0002");
   Catalogue.Execute({"INSERT INTO tblLevel1 (IDNo, FolderName) VALUES('9999', 'Last')"});
   for (const char* name : {"One more", "And more"}) EXPECT_EQ(AddRow(name), "10000");
-  EXPECT_EQ(Catalogue.Value("SELECT FolderName FROM tblLevel1 WHERE IDNo = '10000'"), "One more");
+  EXPECT_EQ(Catalogue.RowsText("SELECT FolderName FROM tblLevel1 WHERE IDNo = '10000'"), "One more");
 }
 
 TEST_F(FolderTree, LoadsTheLevelsInOrderOfNames) {

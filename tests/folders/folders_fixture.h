@@ -3,15 +3,12 @@
 
 #include "folders/folder_keys.h"
 #include "folders/folder_navigation.h"
-#include "folders/folder_nodes.h"
-#include "folders/folder_tree.h"
-#include "support/test_support.h"
+#include "support/catalogue_list.h"
 
 namespace veldrin::folders {
 
-struct FoldersTest : testing::Test {
+struct FoldersTest : testing::Test, test::CatalogueList {
   FoldersTest() {
-    Data1.DatabaseName = Catalogue.Paths().WorkFile;
     Tree.setGeometry(0, 40, 300, 600);
     QObject::connect(&Navigation, &FolderNavigation::FolderShown, [this] { Log << "show"; });
     QObject::connect(&Navigation, &FolderNavigation::FolderMenuRequested, [this] { Log << "popup"; });
@@ -29,7 +26,7 @@ struct FoldersTest : testing::Test {
     for (const QString& path : paths.split(' ', Qt::SkipEmptyParts)) {
       keys[path] = AddRow(path.section('/', -1), keys.value(path.section('/', 0, -2)));
     }
-    LoadFolderTree(Tree, Catalogue.Engine(), Catalogue.Paths().WorkFile);
+    LoadFolders();
     Window.show();
     Window.activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(&Window));
@@ -48,14 +45,8 @@ struct FoldersTest : testing::Test {
   }
   QString Selected() { return Tree.SelectedItem()->Text(); }
 
-  test::TestCatalogue Catalogue;
-  QWidget Window;
-  controls::TreeView Tree{&Window};
   QLineEdit Search{&Window};
-  catalogue::RecordList Data1{Catalogue.Engine()};
   QStringList Log;
-  catalogue::RecordSource Source{Data1, [this] { return SelectedFolderKey(Tree); }, Catalogue.Engine(),
-                                 Catalogue.Paths()};
   FolderNavigation Navigation{Tree, Search, Source};
 };
 

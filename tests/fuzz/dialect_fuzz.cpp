@@ -31,7 +31,7 @@ namespace {
 // A catalogue with a few rows, by which a condition that escapes shows.
 sqlite3* OpenCatalogue() {
   static const QTemporaryDir directory;
-  const QString file = directory.filePath(QStringLiteral("Photos.mdb"));
+  const QString file = directory.filePath("Photos.mdb");
   if (!QFile::copy(QStringLiteral(READY_MADE_DIR "/Photos.mdb"), file)) Fail("no catalogue", file);
   static engine::SqliteSession session(file, 0);
   session.Sqlite().exec(
@@ -81,7 +81,7 @@ void Check(bool mustHold, Condition&& condition) {
 
 void CheckQuery(const catalogue::Criteria& criteria, bool mustHold) {
   const QString clause = BuildQueryClause(criteria);
-  if (!clause.isEmpty()) Check(mustHold, [&] { return clause.mid(QLatin1String(" WHERE ").size()); });
+  if (!clause.isEmpty()) Check(mustHold, [&] { return clause.mid(QStringLiteral(" WHERE ").size()); });
 }
 
 void CheckSearch(const char* field, engine::FieldType type, const QString& value) {
@@ -111,13 +111,12 @@ bool MatchesPlainly(std::u32string_view pattern, std::u32string_view text) {
 
 void CheckLike(const QString& pattern, const QString& text) {
   // The plain way tries all ways.
-  if (pattern.size() > 24 || text.size() > 24 || pattern.count(QLatin1Char('*')) > 4) return;
+  if (pattern.size() > 24 || text.size() > 24 || pattern.count(u'*') > 4) return;
   const bool matches = engine::LikePattern(pattern.toStdString()).Matches(text.toStdString());
   const auto folded = [](const QString& typed) {
     return QString::fromUtf8(typed.toUtf8()).toCaseFolded().toStdU32String();
   };
-  if (matches != MatchesPlainly(folded(pattern), folded(text)))
-    Fail("Like errs", pattern + QLatin1String(" : ") + text);
+  if (matches != MatchesPlainly(folded(pattern), folded(text))) Fail("Like errs", pattern + " : " + text);
 }
 
 }  // namespace
@@ -125,12 +124,12 @@ void CheckLike(const QString& pattern, const QString& text) {
 int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
   // Each unit of a field's text, also halves of characters, can be written: \x followed by four digits.
   QString typed = QString::fromUtf8(reinterpret_cast<const char*>(data), static_cast<qsizetype>(size));
-  for (qsizetype at = 0; (at = typed.indexOf(QLatin1String("\\x"), at)) >= 0; ++at) {
+  for (qsizetype at = 0; (at = typed.indexOf("\\x", at)) >= 0; ++at) {
     bool isUnit = false;
     const ushort unit = typed.mid(at + 2, 4).toUShort(&isUnit, 16);
     if (isUnit) typed.replace(at, 6, QChar(unit));
   }
-  QStringList fields = typed.split(QLatin1Char('\n'));
+  QStringList fields = typed.split(u'\n');
   while (fields.size() < 6) fields << QString();
   // The dialog lets no such character through, and no date that isn't one.
   catalogue::Criteria criteria;
@@ -151,6 +150,6 @@ int LLVMFuzzerTestOneInput(const uint8_t* data, size_t size) {
     CheckSearch("PhotoID", engine::dbLong, value);
   }
   CheckLike(fields[0], fields[1]);
-  CheckLike(QLatin1Char('*') + fields[2] + QLatin1Char('*'), fields[3]);
+  CheckLike(u'*' + fields[2] + u'*', fields[3]);
   return 0;
 }

@@ -11,12 +11,16 @@ namespace {
 constexpr int MostFolders = 26;
 constexpr int DeepestFolder = 7 * 4;  // characters of a key
 
+void UndoCut(std::optional<JourneyModel::Pending>& pending) {
+  if (pending && pending->IsCut) pending.reset();
+}
+
 // --- records ----------------------------------------------------------------------------------------------
 
 void ClickPhoto(Walk& walk, int number, Qt::KeyboardModifiers keys, Qt::MouseButton button) {
   const auto& screen = walk.On();
   if (walk.Before.Page) {
-    QWidget& cell = *screen.Cells[static_cast<size_t>(number % browse::CellCount)];
+    QWidget& cell = *screen.Cells[number % browse::CellCount];
     walk.Click(cell, cell.rect().center(), keys, button);
   } else {
     walk.Click(*screen.Grid.viewport(), QPoint(30, 12 + number % 10 * 24), keys, button);
@@ -55,7 +59,7 @@ void RemoveRecords(Walk& walk, int a, int b) {
 }
 
 void CutOrCopyRecords(Walk& walk, int a, int b) {
-  if (walk.Before.Selected.empty() || walk.Before.Naming) return;
+  if (walk.Before.Naming) return;
   const bool cut = b % 2 == 0;
   if (!ChooseForRecords(walk, cut ? "RecordCut" : "RecordCopy", a)) return;
   walk.Outcome().Stage(walk.Before.Selected, cut);
@@ -63,16 +67,16 @@ void CutOrCopyRecords(Walk& walk, int a, int b) {
 }
 
 void UndoRecordCut(Walk& walk, int a, int) {
-  if (ChooseForRecords(walk, "RecordUndoCut", a) && walk.Model.PendingRecords) walk.Outcome().UndoRecordCut();
+  if (ChooseForRecords(walk, "RecordUndoCut", a)) UndoCut(walk.Outcome().PendingRecords);
 }
 
 void PasteRecords(Walk& walk, int a, int) {
-  const std::optional<CatalogueModel::Pending> pending = walk.Model.PendingRecords;
+  const std::optional<JourneyModel::Pending> pending = walk.Model.PendingRecords;
   const bool chosen = a % 2 == 0 ? walk.Choose("FolderRcdPaste") : ChooseForRecords(walk, "RecordPaste", a);
   if (!chosen || !pending) return;
   walk.ExpectAt({walk.Model.Selected, pending->Source}, [&](JourneyModel& model) {
     // A photo that another machine made of a number is not the one that was cut.
-    std::erase_if(model.Staged, [&](const auto& link) { return !model.Rows.contains(link.second); });
+    std::erase_if(model.Staged, [&](int photo) { return !model.Rows.contains(photo); });
     model.PasteRecords();
   });
 }
@@ -109,7 +113,7 @@ bool HasRoom(const Walk& walk) { return walk.Model.Folders.size() < MostFolders;
 
 void AddFolder(Walk& walk, int, int) {
   if (!HasRoom(walk) || walk.Before.Folder.size() >= DeepestFolder || !walk.Choose("FolderAdd")) return;
-  walk.ExpectAt({walk.Before.Folder}, [](JourneyModel& model) { model.Add(QStringLiteral("New Folder")); });
+  walk.ExpectAt({walk.Before.Folder}, [](JourneyModel& model) { model.Add("New Folder"); });
 }
 
 void RenameFolder(Walk& walk, int, int) { walk.Choose("FolderRen"); }
@@ -126,16 +130,16 @@ void DeleteFolder(Walk& walk, int, int b) {
 }
 
 void CutOrCopyFolder(Walk& walk, int a, int) {
-  if (!walk.Choose(a % 2 == 0 ? "FolderCut" : "FolderCopy")) return;
-  a % 2 == 0 ? walk.Outcome().Cut() : walk.Outcome().Copy();
+  const bool cut = a % 2 == 0;
+  if (walk.Choose(cut ? "FolderCut" : "FolderCopy")) walk.Outcome().CutOrCopy(cut);
 }
 
 void UndoFolderCut(Walk& walk, int, int) {
-  if (walk.Choose("FolderUndoCut") && walk.Model.PendingFolder) walk.Outcome().UndoCut();
+  if (walk.Choose("FolderUndoCut")) UndoCut(walk.Outcome().PendingFolder);
 }
 
 void PasteFolder(Walk& walk, int, int) {
-  const std::optional<CatalogueModel::Pending> pending = walk.Model.PendingFolder;
+  const std::optional<JourneyModel::Pending> pending = walk.Model.PendingFolder;
   if (!pending || !HasRoom(walk)) return;
   const QString& folder = walk.Before.Folder;
   const bool intoItself = folder.startsWith(pending->Source);
@@ -155,18 +159,11 @@ void PasteFolder(Walk& walk, int, int) {
 }  // namespace
 
 std::span<const StepKind> CommandSteps() {
-  static const StepKind kinds[] = {{"DeleteRecords", 5, DeleteRecords},
-                                   {"RemoveRecords", 5, RemoveRecords},
-                                   {"CutOrCopyRecords", 6, CutOrCopyRecords},
-                                   {"UndoRecordCut", 1, UndoRecordCut},
-                                   {"PasteRecords", 5, PasteRecords},
-                                   {"TypeName", 8, TypeName, true},
-                                   {"AddFolder", 3, AddFolder},
-                                   {"RenameFolder", 2, RenameFolder},
-                                   {"DeleteFolder", 2, DeleteFolder},
-                                   {"CutOrCopyFolder", 3, CutOrCopyFolder},
-                                   {"UndoFolderCut", 1, UndoFolderCut},
-                                   {"PasteFolder", 3, PasteFolder}};
+  static const StepKind kinds[] = {
+      STEP(DeleteRecords, 5),   STEP(RemoveRecords, 5), STEP(CutOrCopyRecords, 6),
+      STEP(UndoRecordCut, 1),   STEP(PasteRecords, 5),  {"TypeName", 8, TypeName, true},
+      STEP(AddFolder, 3),       STEP(RenameFolder, 2),  STEP(DeleteFolder, 2),
+      STEP(CutOrCopyFolder, 3), STEP(UndoFolderCut, 1), STEP(PasteFolder, 3)};
   return kinds;
 }
 

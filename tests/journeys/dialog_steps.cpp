@@ -1,9 +1,7 @@
 #include <QApplication>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDragEnterEvent>
 #include <QListWidget>
-#include <QMimeData>
 #include <QPlainTextEdit>
 #include <QToolBar>
 #include <algorithm>
@@ -25,7 +23,7 @@ bool ClickIn(Walk& walk, QDialog& dialog, const char* button) {
 bool Open(Walk& walk, int way, const char* ofData, const char* ofForm, const char* item, int button) {
   if (way % 3 == 0) return walk.Choose(item);
   if (way % 3 == 1) {
-    auto& bar = Child<QToolBar>(walk.On().Window, QStringLiteral("tbarToolBar"));
+    auto& bar = Child<QToolBar>(walk.On().Window, "tbarToolBar");
     auto& action = Child<QAction>(bar, QStringLiteral("tbarToolBar(%1)").arg(button));
     return action.isVisible() && action.isEnabled() && walk.Click(*bar.widgetForAction(&action));
   }
@@ -33,14 +31,17 @@ bool Open(Walk& walk, int way, const char* ofData, const char* ofForm, const cha
   return walk.Before.Tab == shell::FormTab && ofForm != nullptr && walk.Click(ofForm);
 }
 
+// How it begins.
+QString ReportOf(size_t photos, const char* deed) {
+  return (photos == 0 ? "No" : QString::number(photos)) + (photos == 1 ? " photo " : " photos ") + deed;
+}
+
 // --- query, find, get -------------------------------------------------------------------------------------
 
 void AskQuery(Walk& walk, int a, int b) {
   const bool accepted = b % 4 != 0;
   const bool byType = b % 4 == 1;
-  const QString text = a % 7 == 0 ? QStringLiteral("nobody")
-                       : byType   ? QStringLiteral("jpg")
-                                  : QString::number(a % 10);
+  const QString text = a % 7 == 0 ? "nobody" : byType ? "jpg" : QString::number(a % 10);
   bool asked = false;
   walk.OnDialog("frmQry", [&](QDialog& dialog) {
     asked = true;
@@ -58,18 +59,18 @@ void FindRecord(Walk& walk, int a, int b) {
   if (walk.Before.Naming) return;
   const bool next = b % 3 == 1;
   const bool cancelled = b % 7 == 6;
-  const QString text = a % 5 == 0 ? QStringLiteral("nobody") : QStringLiteral("t%1").arg(a % 30);
+  const QString text = a % 5 == 0 ? "nobody" : QStringLiteral("t%1").arg(a % 30);
   const auto& list = walk.Before.List;
   int found = -1;
   for (int i = next ? walk.Before.Position + 1 : 0; found < 0 && i < std::ssize(list); ++i) {
-    const auto row = walk.Model.Rows.find(list[static_cast<size_t>(i)]);
+    const auto row = walk.Model.Rows.find(list[i]);
     if (row != walk.Model.Rows.end() && row->second.Title.contains(text)) found = i;
   }
   bool asked = false;
   walk.OnDialog("frmSearch", [&](QDialog& dialog) {
     asked = true;
-    Child<QComboBox>(dialog, QStringLiteral("FldName")).setCurrentText(QStringLiteral("Title"));
-    auto& value = Child<QLineEdit>(dialog, QStringLiteral("MatchVal"));
+    Child<QComboBox>(dialog, "FldName").setCurrentText("Title");
+    auto& value = Child<QLineEdit>(dialog, "MatchVal");
     value.selectAll();
     QTest::keyClicks(&value, text);
     ClickIn(walk, dialog, cancelled ? "CancelBttn" : next ? "NextBttn" : "FindBttn");
@@ -78,7 +79,7 @@ void FindRecord(Walk& walk, int a, int b) {
   Open(walk, a, "SearchBttn(0)", "SearchBttn(1)", "RecordSearch", shell::FindRecordCode);
   if (!asked || cancelled || walk.Before.Tab > shell::FormTab) return;
   const int position = found < 0 ? walk.Before.Position : found;
-  if (position >= 0) walk.ExpectCurrent(list[static_cast<size_t>(position)]);
+  if (position >= 0) walk.ExpectCurrent(list[position]);
 }
 
 // The files of those that have one come, up to the first that hasn't.
@@ -89,15 +90,11 @@ void GetPhotos(Walk& walk, int a, int b) {
   const bool accepted = b % 4 != 0;
   bool asked = false;
   walk.AnswerBox("File Transfer Error", QMessageBox::Ok, false);
-  for (size_t got = 0; got < photos.size(); ++got) {
-    const QString count = got == 0
-                              ? QStringLiteral("No photos")
-                              : QStringLiteral("%1 photo%2").arg(got).arg(QLatin1String(got == 1 ? "" : "s"));
-    walk.AnswerBox(qPrintable(count + QStringLiteral(" copied to ")), QMessageBox::Ok, false);
-  }
+  for (size_t got = 0; got < photos.size(); ++got)
+    walk.AnswerBox(qPrintable(ReportOf(got, "copied to ")), QMessageBox::Ok, false);
   walk.OnDialog("frmGet", [&](QDialog& dialog) {
     asked = true;
-    Child<controls::DirListBox>(dialog, QStringLiteral("Dir1")).SetPath(walk.GotDir());
+    Child<controls::DirListBox>(dialog, "Dir1").SetPath(walk.GotDir());
     if (accepted) ClickIn(walk, dialog, "OkBttn");
     if (dialog.isVisible()) ClickIn(walk, dialog, "CancelBttn");
   });
@@ -111,23 +108,21 @@ void GetPhotos(Walk& walk, int a, int b) {
     if (!known || row->second.Image.isNull() || !accepted) break;
     expected << QStringLiteral("%1.%2").arg(photo).arg(row->second.ImageType);
   }
-  expected.sort();
-  const QStringList got = QDir(walk.GotDir()).entryList(QDir::Files, QDir::NoSort);
-  QStringList sorted = got;
-  sorted.sort();
-  if (known && sorted != expected)
-    walk.Fail("got", sorted.join(u' ') + QStringLiteral(" expected: ") + expected.join(u' '));
+  QStringList got = QDir(walk.GotDir()).entryList(QDir::Files);
+  for (QStringList* names : {&got, &expected}) names->sort();
+  if (known && got != expected) walk.Fail("got", got.join(u' ') + " expected: " + expected.join(u' '));
 }
 
 // --- Form View --------------------------------------------------------------------------------------------
 
-void TypeInForm(Walk& walk, int a, int b) {
-  if (walk.Before.Tab != shell::FormTab) return;
-  auto& field = Child<QLineEdit>(walk.On().Window, QLatin1String(a % 3 == 0 ? "eMadeBy" : "eTitle"));
+void TypeOver(Walk& walk, const char* name, bool clear) {
+  auto& field = Child<QLineEdit>(walk.On().Window, name);
   if (!walk.Click(field)) return;
   field.selectAll();
-  b % 9 == 0 ? walk.Key(Qt::Key_Delete) : walk.Type(walk.NewText());
+  clear ? walk.Key(Qt::Key_Delete) : walk.Type(walk.NewText());
 }
+
+void TypeInForm(Walk& walk, int a, int b) { TypeOver(walk, a % 3 == 0 ? "eMadeBy" : "eTitle", b % 9 == 0); }
 
 void SaveForm(Walk& walk, int, int) {
   if (walk.Before.Tab != shell::FormTab || walk.Before.Naming) return;
@@ -148,46 +143,40 @@ void UndoForm(Walk& walk, int, int) {
 
 // The platform of the tests ends a drag at once; what it carries is dropped by hand.
 void DropPicture(const Walk& walk) {
-  auto& target = Child(walk.On().Window, QStringLiteral("ImgFolder"));
-  const auto data = records::MakeControlDrag(Child(walk.On().Window, QStringLiteral("picNew")));
-  const QPoint middle = target.rect().center();
-  QDragEnterEvent enter(middle, Qt::CopyAction, data.get(), Qt::LeftButton, {});
-  QCoreApplication::sendEvent(&target, &enter);
-  QDropEvent drop(middle, Qt::CopyAction, data.get(), Qt::LeftButton, {});
-  if (enter.isAccepted()) QCoreApplication::sendEvent(&target, &drop);
+  auto& window = walk.On().Window;
+  Drop(Child(window, "ImgFolder"), *records::MakeControlDrag(Child(window, "picNew")));
 }
 
 void ChooseFiles(Walk& walk, int a, int b) {
   if (walk.Before.Tab != shell::AddTab) return;
-  auto& files = Child<controls::FileListBox>(walk.On().Window, QStringLiteral("FileToSel"));
+  auto& files = Child<controls::FileListBox>(walk.On().Window, "FileToSel");
   if (!files.isEnabled() || files.ListCount() == 0) return;
   const auto click = [&](int index, Qt::KeyboardModifiers keys) {
     walk.Click(*files.viewport(), files.visualItemRect(files.item(index % files.ListCount())).center(), keys);
   };
   click(a, {});
   if (b % 3 == 0) click(a + 1 + b % 5, Qt::ControlModifier);
-  if (Child(walk.On().Window, QStringLiteral("ImgNew")).isVisible()) DropPicture(walk);
+  if (Child(walk.On().Window, "ImgNew").isVisible()) DropPicture(walk);
 }
 
-void TypeForNew(Walk& walk, int, int b) {
-  auto& field = Child<QLineEdit>(walk.On().Window, QLatin1String(b % 3 == 0 ? "nMadeBy" : "nTitle"));
-  if (!walk.Click(field)) return;
-  field.selectAll();
-  walk.Type(walk.NewText());
-}
+void TypeForNew(Walk& walk, int, int b) { TypeOver(walk, b % 3 == 0 ? "nMadeBy" : "nTitle", false); }
 
 void SaveNew(Walk& walk, int, int b) {
   if (walk.Before.Tab != shell::AddTab) return;
   if (b % 5 == 0) return static_cast<void>(walk.Click("newCancelBttn"));
   if (b % 5 == 1) walk.Click("chkRemove");
   auto& window = walk.On().Window;
-  auto& files = Child<controls::FileListBox>(window, QStringLiteral("FileToSel"));
+  auto& files = Child<controls::FileListBox>(window, "FileToSel");
   QStringList names;
   for (int i = 0; i < files.ListCount(); ++i)
     if (files.Selected(i)) names << files.List(i);
-  const QString title = Child<QLineEdit>(window, QStringLiteral("nTitle")).text();
-  const QString maker = Child<QLineEdit>(window, QStringLiteral("nMadeBy")).text();
+  const QString title = Child<QLineEdit>(window, "nTitle").text();
+  const QString maker = Child<QLineEdit>(window, "nMadeBy").text();
   const QString folder = walk.Model.Selected;
+  const auto& save = Child(window, "newSaveBttn");
+  if (std::any_of(names.begin(), names.end(), [&](auto& name) { return walk.Pictures.at(name).Colour == 0; }))
+    walk.AnswerBox(qPrintable(ReportOf(names.size(), "stored in ")), QMessageBox::Ok,
+                   walk.InSight(save, save.rect().center()));
   if (!walk.Click("newSaveBttn")) return;
   walk.ExpectAt({folder}, [&](JourneyModel& model) {
     int number = model.NextNumber();
@@ -197,7 +186,7 @@ void SaveNew(Walk& walk, int, int b) {
       photo.Title = title;
       photo.MadeBy = maker;
       if (photo.Colour == 0) {
-        photo.ImageType = QStringLiteral("jpg");
+        photo.ImageType = "jpg";
         photo.Image = QByteArray();
       }
       model.Store(number++, photo, folder);
@@ -208,10 +197,9 @@ void SaveNew(Walk& walk, int, int b) {
 }  // namespace
 
 std::span<const StepKind> DialogSteps() {
-  static const StepKind kinds[] = {
-      {"AskQuery", 4, AskQuery},       {"FindRecord", 3, FindRecord}, {"GetPhotos", 2, GetPhotos},
-      {"TypeInForm", 5, TypeInForm},   {"SaveForm", 5, SaveForm},     {"UndoForm", 1, UndoForm},
-      {"ChooseFiles", 8, ChooseFiles}, {"TypeForNew", 6, TypeForNew}, {"SaveNew", 8, SaveNew}};
+  static const StepKind kinds[] = {STEP(AskQuery, 4),    STEP(FindRecord, 3), STEP(GetPhotos, 2),
+                                   STEP(TypeInForm, 5),  STEP(SaveForm, 5),   STEP(UndoForm, 1),
+                                   STEP(ChooseFiles, 8), STEP(TypeForNew, 6), STEP(SaveNew, 8)};
   return kinds;
 }
 

@@ -7,9 +7,11 @@ namespace veldrin::test {
 
 namespace {
 
-QString Numbers(const std::vector<int>& numbers) {
+QString Text(const QString& text) { return text; }
+QString Text(int number) { return QString::number(number); }
+QString Text(const std::vector<int>& numbers) {
   QStringList texts;
-  for (const int number : numbers) texts << QString::number(number);
+  for (const int number : numbers) texts << Text(number);
   return texts.join(u' ');
 }
 
@@ -21,11 +23,19 @@ bool IsNear(QRgb a, QRgb b) {
 
 }  // namespace
 
+void Walk::Require(bool holds, const char* invariant, const QString& what) {
+  if (!holds) Fail(invariant, what);
+}
+
+template <class Value>
+void Walk::Compare(const char* invariant, const Value& seen, const Value& expected) {
+  Require(seen == expected, invariant, Text(seen) + "\nexpected: " + Text(expected));
+}
+
 void Walk::Check() {
   const QStringList errors = TakeEscapedErrors();
   Require(errors.isEmpty(), "error", errors.join(u'\n'));
-  for (const BoxRule& rule : Boxes)
-    Require(!rule.Must || rule.Came, "box", QStringLiteral("didn't come: ") + rule.Begin);
+  for (const BoxRule& rule : Boxes) Require(!rule.Must || rule.Came, "box", "didn't come: " + rule.Begin);
   CheckStored();
   if (First) return;
   CheckList();
@@ -70,11 +80,10 @@ void Walk::CheckStored() {
   const auto met = std::find_if(Outcomes.begin(), Outcomes.end(),
                                 [&](const JourneyModel& outcome) { return outcome.AsStored() == stored; });
   const std::map<QString, QString> folders = Model.Folders;
-  if (met != Outcomes.end()) {
-    JourneyModel chosen = std::move(*met);
-    Model = std::move(chosen);
-  } else {
+  if (met == Outcomes.end()) {
     TakeAsItIs(stored);
+  } else {
+    Model = *met;
   }
   // A key that had gone elsewhere is given again here.
   std::erase_if(Foreign, [&](const auto& foreign) {
@@ -87,8 +96,7 @@ void Walk::TakeAsItIs(const Stored& stored) {
   const Stored expected = Outcomes.front().AsStored();
   const bool sameRows = stored.Rows == expected.Rows && stored.Images == expected.Images;
   if (sameRows && IsRenumbered(stored, expected)) {
-    JourneyModel chosen = std::move(Outcomes.front());
-    Model = std::move(chosen);
+    Model = Outcomes.front();
     Model.Adopt(stored);
   } else if (sameRows && MayAdopt && LeavesForeignAlone(stored)) {
     Model.Adopt(stored);
@@ -103,48 +111,40 @@ void Walk::CheckList() {
   Model.Selected = After.Folder;
   if (Refreshes > 0) {
     ListIsOld = false;
-    for (const auto& [key, staged] : Model.Staged) PendingChanged |= Changed.contains(staged);
+    for (const int staged : Model.Staged) PendingChanged |= Changed.contains(staged);
     Changed.clear();
     BirthsRead.clear();
     for (const auto& [number, photo] : Model.Rows) BirthsRead[number] = photo.Birth;
   }
   if (After.Naming) return;
-  const std::vector<int> expected = ListIsOld ? Before.List : Model.List();
-  Require(After.List == expected, "list",
-          QStringLiteral("folder '%1': %2\nexpected: %3")
-              .arg(After.Folder, Numbers(After.List), Numbers(expected)));
+  const bool held = Model.HasQuery();
+  Require(Child(*Window, "lblQuery").isHidden() != held, "query", "note");
+  Require(Child<QAction>(*Window, "tbarToolBar(12)").isChecked() == held, "query", "button");
+  Compare("list", After.List, ListIsOld ? Before.List : Model.List());
   std::vector<int> selected = After.Selected;
   std::sort(selected.begin(), selected.end());
-  for (const int number : selected)
-    Require(std::binary_search(After.List.begin(), After.List.end(), number), "selection",
-            QStringLiteral("%1 isn't in the list").arg(number));
-  if (Selection && Refreshes == 0)
-    Require(selected == *Selection, "selection",
-            QStringLiteral("%1\nexpected: %2").arg(Numbers(selected), Numbers(*Selection)));
-  const int current = After.Position < 0 ? 0 : After.List.at(static_cast<size_t>(After.Position));
-  if (Current && Refreshes == 0)
-    Require(current == *Current, "clicked",
-            QStringLiteral("%1, and %2 is the current one").arg(*Current).arg(current));
+  Require(std::includes(After.List.begin(), After.List.end(), selected.begin(), selected.end()), "selection",
+          "not in the list: " + Text(selected));
+  if (Refreshes > 0) return;
+  if (Selection) Compare("selection", selected, *Selection);
+  if (Current) Compare("clicked", ListCurrent(), *Current);
 }
 
 void Walk::CheckTree() {
   const controls::TreeView& tree = Reader->Tree;
   const controls::Node* node = tree.SelectedItem();
-  if (node == nullptr) return Fail("tree", QStringLiteral("no folder is selected"));
+  if (node == nullptr) return Fail("tree", "no folder is selected");
   for (const controls::Node* above = node->Parent(); above != nullptr; above = above->Parent())
-    Require(above->isExpanded(), "tree",
-            QStringLiteral("the selected folder %1 is out of sight").arg(node->Text()));
+    Require(above->isExpanded(), "tree", "out of sight: " + node->Text());
   if (TreeIsOld) return;
   std::map<QString, QString> nodes;
   for (int i = 2; i <= tree.Count(); ++i) nodes[tree.NodeAt(i)->Tag()] = tree.NodeAt(i)->Text();
   const std::map<QString, QString> folders = Model.AsStored().Folders;
-  QStringList lines;
-  for (const auto& [key, name] : nodes)
-    if (!folders.contains(key) || folders.at(key) != name)
-      lines << QStringLiteral("node %1 %2").arg(key, name);
-  for (const auto& [key, name] : folders)
-    if (!nodes.contains(key)) lines << QStringLiteral("no node %1 %2").arg(key, name);
-  Require(lines.isEmpty() && static_cast<int>(nodes.size()) == tree.Count() - 1, "tree", lines.join(u'\n'));
+  ForEachBeyond(nodes, folders,
+                [this](const auto& it) { Fail("tree", "node " + it.first + u' ' + it.second); });
+  ForEachBeyond(folders, nodes,
+                [this](const auto& it) { Fail("tree", "no node " + it.first + u' ' + it.second); });
+  Compare("tree", static_cast<int>(nodes.size()), tree.Count() - 1);
 }
 
 // The picture of a photo where it can be read, otherwise none. What another machine did to a photo may show
@@ -158,51 +158,50 @@ bool Walk::IsPictureOf(int number, const Seen& seen) const {
   return IsNear(*seen, photo.Colour);
 }
 
+int Walk::ListCurrent() const {
+  return After.Position < 0 || After.List.empty() ? 0 : After.List.at(After.Position);
+}
+
+QString Walk::ListCounter() const {
+  return QStringLiteral("%1 of %2").arg(After.Position + 1).arg(After.List.size());
+}
+
 void Walk::CheckCurrent() {
   const int count = static_cast<int>(After.List.size());
   Require(count == 0 ? After.Position == -1 : After.Position >= 0 && After.Position < count, "position",
-          QStringLiteral("%1 of %2").arg(After.Position).arg(count));
+          Text(After.Position));
   if (After.Tab != shell::BrowseTab || First) return;
-  const QString counter = count == 0 ? QStringLiteral("No Record")
-                                     : QStringLiteral("%1 of %2").arg(After.Position + 1).arg(count);
-  Require(After.Counter == counter, "counter", QStringLiteral("%1, expected %2").arg(After.Counter, counter));
+  Compare("counter", After.Counter, count == 0 ? "No Record" : ListCounter());
   const bool isOn = After.PreviewOn && count > 0;
-  const int current = count == 0 ? 0 : After.List[static_cast<size_t>(After.Position)];
-  Require(isOn ? IsPictureOf(current, After.Preview) : !After.Preview, "preview",
-          QStringLiteral("of %1: %2").arg(current).arg(After.Preview ? *After.Preview : 0, 0, 16));
-  if (!After.Page && count > 0)
-    Require(After.GridRow == After.Position, "grid",
-            QStringLiteral("on row %1, the list on %2").arg(After.GridRow).arg(After.Position));
+  Require(isOn ? IsPictureOf(ListCurrent(), After.Preview) : !After.Preview, "preview", Text(ListCurrent()));
+  if (After.Page || count == 0) return;
+  Compare("grid", After.GridRow, After.Position);
+  const auto row = Model.Rows.find(ListCurrent());
+  if (row != Model.Rows.end() && !Changed.contains(row->first))
+    Compare("grid", After.GridTitle, row->second.Title);
 }
 
 void Walk::CheckPage() {
   const int count = static_cast<int>(After.List.size());
-  if (count == 0) {
-    Require(!After.FrameShown, "frame", QStringLiteral("of an empty list"));
-  } else {
-    Require(After.Framed >= 0 && After.Cells[static_cast<size_t>(After.Framed)].Shown, "frame",
-            QStringLiteral("on no cell"));
-  }
+  Require(count == 0 ? !After.FrameShown : After.Framed >= 0 && After.Cells[After.Framed].Shown, "frame",
+          Text(After.Framed));
   if (First) return;
   const int start = After.Position - After.Framed;
-  for (int i = 0; i < browse::CellCount; ++i) {
-    const CellOnScreen& cell = After.Cells[static_cast<size_t>(i)];
-    const QString where = QStringLiteral("cell %1 '%2'").arg(i).arg(cell.Caption);
-    const int position = start + i;
-    if (count == 0 || position >= count) {
-      Require(!cell.Shown && cell.Caption.isEmpty() && !cell.Marked, "cell",
-              where + QStringLiteral(" has no photo"));
+  Require(count == 0 || start >= 0, "cell", "stands before the list");
+  for (int i = 0; i < browse::CellCount && !First; ++i) {
+    const CellOnScreen& cell = After.Cells[i];
+    const QString where = QStringLiteral("%1 '%2'").arg(i).arg(cell.Caption);
+    if (count == 0 || start + i >= count) {
+      Require(!cell.Shown && cell.Caption.isEmpty() && !cell.Marked, "cell", where + " has no photo");
       continue;
     }
-    if (position < 0) return Fail("cell", where + QStringLiteral(" stands before the list"));
-    const int number = After.List[static_cast<size_t>(position)];
+    const int number = After.List[start + i];
     const auto row = Model.Rows.find(number);
     const QString caption = QStringLiteral("%1: ").arg(number);
     const bool isKnown = row != Model.Rows.end() && !Changed.contains(number);
-    Require(cell.Shown, "cell", where + QStringLiteral(" isn't shown"));
-    Require(isKnown ? cell.Caption == caption + row->second.Title
-                    : !cell.Shown || cell.Caption.startsWith(caption),
-            "cell", where + QStringLiteral(", expected ") + caption);
+    Require(cell.Shown, "cell", where + " isn't shown");
+    Compare("cell", isKnown ? cell.Caption : cell.Caption.left(caption.size()),
+            isKnown ? caption + row->second.Title : caption);
     const bool selected =
         std::find(After.Selected.begin(), After.Selected.end(), number) != After.Selected.end();
     Require(cell.Marked == selected, "mark", where);
@@ -211,32 +210,24 @@ void Walk::CheckPage() {
 }
 
 void Walk::CheckForm() {
-  const int count = static_cast<int>(After.List.size());
-  if (count == 0)
-    return Require(!After.FormImage && After.FormCounter.isEmpty(), "form",
-                   QStringLiteral("of an empty list"));
+  if (After.List.empty())
+    return Require(!After.FormImage && After.FormCounter.isEmpty(), "form", "of an empty list");
   if (After.Position < 0) return;
-  const int current = After.List[static_cast<size_t>(After.Position)];
-  const bool isThere = Model.Rows.contains(current);
-  Require(After.FormNumber == QString::number(current), "form",
-          QStringLiteral("%1, expected %2").arg(After.FormNumber).arg(current));
-  if (!isThere) return;
-  const QString counter = QStringLiteral("%1 of %2").arg(After.Position + 1).arg(count);
-  Require(After.FormCounter == counter, "form",
-          QStringLiteral("%1, expected %2").arg(After.FormCounter, counter));
-  Require(IsPictureOf(current, After.FormImage), "form image",
-          QStringLiteral("of %1: %2").arg(current).arg(After.FormImage ? *After.FormImage : 0, 0, 16));
+  Compare("form", After.FormNumber, Text(ListCurrent()));
+  if (!Model.Rows.contains(ListCurrent())) return;
+  Compare("form", After.FormCounter, ListCounter());
+  Require(IsPictureOf(ListCurrent(), After.FormImage), "form image", Text(ListCurrent()));
 }
 
 void Walk::CheckRanges() {
+  const bool runs = Child<QAction>(*Window, "tbarShow(5)").isEnabled();
+  Require(!runs || After.Tab == shell::PlayTab, "show", "goes on behind another tab");
   const int count = static_cast<int>(After.List.size());
   if (After.Naming) return;
-  Require(Reader->Scroll.isEnabled() == (count > browse::CellCount), "scroll bar", QString::number(count));
-  if (Reader->Scroll.isEnabled())
-    Require(Reader->Scroll.maximum() == count / browse::CellsPerRow, "scroll bar",
-            QStringLiteral("%1 rows of %2").arg(Reader->Scroll.maximum()).arg(count));
-  Require(SliderMax == 0 || Reader->Slider.maximum() == SliderMax, "slider",
-          QStringLiteral("%1, expected %2").arg(Reader->Slider.maximum()).arg(SliderMax));
+  const QScrollBar& scroll = Reader->Scroll;
+  Compare("scroll bar", int(scroll.isEnabled()), int(count > browse::CellCount));
+  if (scroll.isEnabled()) Compare("scroll bar", scroll.maximum(), count / browse::CellsPerRow);
+  if (SliderMax > 0) Compare("slider", Reader->Slider.maximum(), SliderMax);
 }
 
 }  // namespace veldrin::test

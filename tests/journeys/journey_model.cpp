@@ -1,129 +1,76 @@
 #include "journeys/journey_model.h"
 
-#include <gtest/gtest.h>
-#include <sqlite3.h>
-#include <sys/stat.h>
+#include <algorithm>
 
-#include <QDir>
-#include <QFile>
-
-#include "support/test_support.h"
+#include "journeys/other_machine.h"
 
 namespace veldrin::test {
 
 namespace {
 
-constexpr int Levels = 10;
+bool IsUnorganized(const QString& node) { return node.endsWith("0000"); }
 
-QString Quoted(QString text) { return u'\'' + text.replace(u'\'', QStringLiteral("''")) + u'\''; }
-
-QString LevelTableOf(const QString& key) { return QStringLiteral("tblLevel%1").arg(key.size() / 4); }
-
-// Without the zeros that fill it up.
-QString PlaceOfLink(QString key) {
-  while (key.endsWith(QLatin1String("0000"))) key.chop(4);
-  return key;
-}
-
-QString Text(const CatalogueModel::Link& link) {
-  return QStringLiteral("link %1|%2").arg(link.first).arg(link.second);
-}
-QString Text(const std::pair<const int, QStringList>& row) {
-  return QStringLiteral("row %1: %2").arg(row.first).arg(row.second.join(u'|'));
-}
-QString Text(const std::pair<const QString, QString>& folder) {
-  return QStringLiteral("folder %1 %2").arg(folder.first, folder.second);
-}
-QString Text(const std::pair<const QString, QByteArray>& file) {
-  return QStringLiteral("image %1 of %2 bytes").arg(file.first).arg(file.second.size());
-}
-
-template <class Things>
-QString Difference(const Things& there, const Things& expected) {
+QStringList Lines(const Stored& stored) {
   QStringList lines;
-  for (const auto& thing : there)
-    if (std::find(expected.begin(), expected.end(), thing) == expected.end())
-      lines << QStringLiteral("not expected: ") + Text(thing);
-  for (const auto& thing : expected)
-    if (std::find(there.begin(), there.end(), thing) == there.end())
-      lines << QStringLiteral("missing: ") + Text(thing);
-  return lines.mid(0, 6).join(u'\n');
-}
-
-QString StateOf(const QString& path) {
-  struct stat state {};
-  ::stat(QFile::encodeName(path).constData(), &state);
-  return QStringLiteral("%1 %2 %3 %4")
-      .arg(state.st_ino)
-      .arg(state.st_size)
-      .arg(state.st_mtim.tv_sec)
-      .arg(state.st_mtim.tv_nsec);
+  for (const auto& [number, texts] : stored.Rows)
+    lines << QStringLiteral("row %1: %2").arg(number).arg(texts.join(u'|'));
+  for (const auto& [key, photo] : stored.Links) lines << QStringLiteral("link %1|%2").arg(key).arg(photo);
+  for (const auto& [key, name] : stored.Folders) lines << QStringLiteral("folder %1 %2").arg(key, name);
+  for (const auto& [name, bytes] : stored.Images)
+    lines << QStringLiteral("image %1 of %2 bytes, %3").arg(name).arg(bytes.size()).arg(qHash(bytes));
+  return lines;
 }
 
 }  // namespace
 
 QString Stored::DifferenceTo(const Stored& expected) const {
-  QStringList parts{Difference(Rows, expected.Rows), Difference(Links, expected.Links),
-                    Difference(Folders, expected.Folders), Difference(Images, expected.Images)};
-  parts.removeAll(QString());
-  return parts.join(u'\n');
+  QStringList lines;
+  ForEachBeyond(Lines(*this), Lines(expected), [&](const auto& line) { lines << "not expected: " + line; });
+  ForEachBeyond(Lines(expected), Lines(*this), [&](const auto& line) { lines << "missing: " + line; });
+  return lines.mid(0, 12).join(u'\n');
 }
 
 QString Stored::DeadEnd() const {
-  for (const auto& link : Links) {
-    if (!Rows.contains(link.second)) return Text(link) + QStringLiteral(" without a photo");
-    if (!link.first.isEmpty() && !Folders.contains(link.first))
-      return Text(link) + QStringLiteral(" without a folder");
-  }
-  for (const auto& [key, name] : Folders) {
-    const QString parent = key.chopped(4);
-    if (!parent.isEmpty() && !Folders.contains(parent))
-      return QStringLiteral("folder %1 without its parent").arg(key);
-  }
+  for (const auto& [key, photo] : Links)
+    if (!Rows.contains(photo) || (!key.isEmpty() && !Folders.contains(key)))
+      return QStringLiteral("link %1|%2").arg(key).arg(photo);
+  for (const auto& [key, name] : Folders)
+    if (key.size() > 4 && !Folders.contains(key.chopped(4))) return "no folder above " + key;
   return {};
+}
+
+// --- looking ----------------------------------------------------------------------------------------------
+
+QString JourneyModel::PlaceOf(const QString& node) { return IsUnorganized(node) ? node.chopped(4) : node; }
+
+QStringList JourneyModel::Subfolders(const QString& parent) const {
+  QStringList keys;
+  for (const auto& [key, name] : Folders)
+    if (key.size() == parent.size() + 4 && key.startsWith(parent)) keys << key;
+  return keys;
+}
+
+QStringList JourneyModel::Nodes(const QString& top) const {
+  QStringList nodes;
+  for (const auto& [key, name] : Folders) {
+    if (!key.startsWith(top)) continue;
+    nodes << key;
+    if (HasChildren(key)) nodes << key + "0000";
+  }
+  return nodes;
 }
 
 std::vector<int> JourneyModel::List() const {
   std::vector<int> list;
-  for (const int number : Shows(Selected)) {
-    const Photo& photo = Rows.at(number);
-    const bool fits = photo.Title.contains(QueryTitle, Qt::CaseInsensitive) &&
-                      (QueryType.isEmpty() || photo.ImageType == QueryType);
-    if (fits) list.push_back(number);
+  const QString place = PlaceOf(Selected);
+  for (const auto& [number, photo] : Rows) {
+    const bool isHere = Selected.isEmpty() || (IsUnorganized(Selected) ? Links.contains({place, number})
+                                                                       : StandsBelow(place, number));
+    if (isHere && photo.Title.contains(QueryTitle, Qt::CaseInsensitive) &&
+        (QueryType.isEmpty() || photo.ImageType == QueryType))
+      list.push_back(number);
   }
   return list;
-}
-
-void JourneyModel::Store(int number, Photo photo, const QString& folder) {
-  Rows[number] = std::move(photo);
-  Photos.insert(number);
-  Links.emplace(PlaceOf(folder), number);
-}
-
-void JourneyModel::Delete(int number) {
-  DeletePhoto(number);
-  Rows.erase(number);
-  std::erase_if(Staged, [&](const Link& link) { return link.second == number; });
-}
-
-void JourneyModel::RemoveFolderElsewhere(const QString& folder) {
-  JourneyModel there = *this;
-  there.RemoveFolder(folder);
-  Folders = there.Folders;
-  Links = there.Links;
-}
-
-void JourneyModel::ReplaceFolder(const QString& folder, const QString& name) {
-  RemoveFolderElsewhere(folder);
-  Folders[folder] = name;
-  Replaced.insert(folder);
-}
-
-void JourneyModel::Adopt(const Stored& stored) {
-  Folders = {{QString(), QStringLiteral("Photos")}};
-  for (const auto& [key, name] : stored.Folders)
-    if (!IsUnorganized(key)) Folders[key] = name;
-  Links = stored.Links;
 }
 
 Stored JourneyModel::AsStored() const {
@@ -136,108 +83,134 @@ Stored JourneyModel::AsStored() const {
   stored.Links = Links;
   for (const auto& [key, name] : Folders) {
     if (!key.isEmpty()) stored.Folders[key] = name;
-    if (HasChildren(key)) stored.Folders[key + QStringLiteral("0000")] = QStringLiteral("!UNORGANIZED");
+    if (HasChildren(key)) stored.Folders[key + "0000"] = "!UNORGANIZED";
   }
   return stored;
 }
 
-OtherMachine::OtherMachine(const QString& databaseFile, QString imageDir) : ImageDir(std::move(imageDir)) {
-  EXPECT_EQ(sqlite3_open(QFile::encodeName(databaseFile).constData(), &File), SQLITE_OK);
-  Execute(QStringLiteral("PRAGMA synchronous = OFF"));
+// --- folders ----------------------------------------------------------------------------------------------
+
+bool JourneyModel::IsTaken(const QString& folder, const QString& name) const {
+  if (name == "!UNORGANIZED") return true;  // It stands beside every folder.
+  const QStringList siblings = Subfolders(folder.chopped(4));
+  return std::any_of(siblings.begin(), siblings.end(),
+                     [&](const QString& other) { return other != folder && Folders.at(other) == name; });
 }
 
-OtherMachine::~OtherMachine() { sqlite3_close(File); }
-
-void OtherMachine::Execute(const QString& sql) {
-  EXPECT_EQ(sqlite3_exec(File, sql.toUtf8().constData(), nullptr, nullptr, nullptr), SQLITE_OK)
-      << sql.toStdString() << ": " << sqlite3_errmsg(File);
+bool JourneyModel::Rename(const QString& typed) {
+  const QString name = typed.isEmpty() ? Folders.at(Selected) : typed;
+  if (IsTaken(Selected, name)) return false;
+  Folders.at(Selected) = name;
+  return true;
 }
 
-std::vector<QStringList> OtherMachine::Read(const QString& sql) {
-  std::vector<QStringList> rows;
-  const auto add = [](void* into, int count, char** values, char**) {
-    QStringList row;
-    for (int i = 0; i < count; ++i) row << QString::fromUtf8(values[i]);
-    static_cast<std::vector<QStringList>*>(into)->push_back(row);
-    return 0;
-  };
-  EXPECT_EQ(sqlite3_exec(File, sql.toUtf8().constData(), add, &rows, nullptr), SQLITE_OK)
-      << sqlite3_errmsg(File);
-  return rows;
+void JourneyModel::RemoveFolderElsewhere(const QString& folder) {
+  MovePhotosUp(folder);
+  std::erase_if(Folders, [&](const auto& entry) { return entry.first.startsWith(folder); });
 }
 
-const Stored& OtherMachine::Look() {
-  // Counts what others write; what is written here is read anew in any case.
-  const QString version = Read(QStringLiteral("PRAGMA data_version")).front().front();
-  if (version != LastVersion) ReadTables();
-  LastVersion = version;
-  ReadImages();
-  return Last;
+void JourneyModel::RemoveFolder(const QString& folder) {
+  RemoveFolderElsewhere(folder);
+  Selected = folder.chopped(4);
+  // What waits for a paste from a node that has gone waits no longer.
+  for (auto* pending : {&PendingFolder, &PendingRecords})
+    if (*pending && !Nodes().contains((*pending)->Source)) pending->reset();
 }
 
-void OtherMachine::ReadTables() {
-  Last.Rows.clear();
-  Last.Links.clear();
-  Last.Folders.clear();
-  for (QStringList row : Read(QStringLiteral("SELECT PhotoID, ifnull(ImageType, ''), ifnull(Title, ''), "
-                                             "ifnull(Description, ''), ifnull(MadeBy, '') FROM tblPhotos")))
-    Last.Rows[row.takeFirst().toInt()] = row;
-  for (const QStringList& row : Read(QStringLiteral("SELECT IDNo, PhotoID FROM tblPhotoLinks")))
-    Last.Links.emplace(PlaceOfLink(row[0]), row[1].toInt());
-  for (int level = 1; level <= Levels; ++level)
-    for (const QStringList& row : Read(QStringLiteral("SELECT IDNo, FolderName FROM tblLevel%1").arg(level)))
-      Last.Folders[row[0]] = row[1];
+void JourneyModel::ReplaceFolder(const QString& folder, const QString& name) {
+  RemoveFolderElsewhere(folder);
+  Folders[folder] = name;
+  Replaced.insert(folder);
 }
 
-void OtherMachine::ReadImages() {
-  std::map<QString, QString> states;
-  for (const QString& name : QDir(ImageDir).entryList(QDir::Files, QDir::Unsorted))
-    states[name] = StateOf(ImageDir + name);
-  std::erase_if(Last.Images, [&](const auto& image) { return !states.contains(image.first); });
-  for (const auto& [name, state] : states) {
-    const auto known = LastStates.find(name);
-    if (known == LastStates.end() || known->second != state) Last.Images[name] = ReadFile(ImageDir + name);
+void JourneyModel::Paste() {
+  const auto [source, isCut] = *PendingFolder;
+  const QString pasted = Append(Selected, Folders.at(source));
+  QString& name = Folders.at(pasted);
+  if (!isCut && IsTaken(pasted, name)) name.prepend("Copy of ");
+  AppendCopies(pasted, source);
+  PendingFolder.reset();
+  if (isCut) RemoveFolder(source);
+  Selected = pasted;
+}
+
+void JourneyModel::Adopt(const Stored& stored) {
+  Folders = {{QString(), "Photos"}};
+  for (const auto& [key, name] : stored.Folders)
+    if (!IsUnorganized(key)) Folders[key] = name;
+  Links = stored.Links;
+}
+
+// The next number is one more than the highest in use: that of a deleted last folder is given out again.
+QString JourneyModel::Append(const QString& parent, const QString& name) {
+  const QStringList siblings = Subfolders(parent);
+  const int number = siblings.isEmpty() ? 1 : siblings.last().right(4).toInt() + 1;
+  const QString added = parent + QStringLiteral("%1").arg(number, 4, 10, QChar(u'0'));
+  Folders[added] = name;
+  return added;
+}
+
+void JourneyModel::AppendCopies(const QString& target, const QString& source) {
+  for (const QString& subfolder : Subfolders(source))
+    AppendCopies(Append(target, Folders.at(subfolder)), subfolder);
+}
+
+// A photo comes to stand at the parent unless it stands elsewhere below it. From the top only the unfiled
+// photos count as standing elsewhere.
+void JourneyModel::MovePhotosUp(const QString& folder) {
+  const QString parent = folder.chopped(4);
+  std::set<Link> moved;
+  for (const auto& [key, photo] : Links)
+    if (key.startsWith(folder)) moved.emplace(parent, photo);
+  std::erase_if(Links, [&](const Link& link) { return link.first.startsWith(folder); });
+  for (const Link& link : moved)
+    if (parent.isEmpty() || !StandsBelow(parent, link.second)) Links.insert(link);
+}
+
+// --- records ----------------------------------------------------------------------------------------------
+
+void JourneyModel::Store(int number, Photo photo, const QString& folder) {
+  Rows[number] = std::move(photo);
+  Links.emplace(PlaceOf(folder), number);
+}
+
+void JourneyModel::Delete(int number) {
+  RemoveBelow({}, number);
+  Rows.erase(number);
+  Staged.erase(number);
+}
+
+void JourneyModel::Remove(int photo) {
+  const QString parent = Selected.chopped(4);
+  IsUnorganized(Selected) ? void(Links.erase({parent, photo})) : RemoveBelow(Selected, photo);
+  if (!StandsBelow(parent, photo)) Links.emplace(parent, photo);
+}
+
+void JourneyModel::Stage(const std::vector<int>& photos, bool cut) {
+  Staged = {photos.begin(), photos.end()};
+  if (!photos.empty()) PendingRecords = Pending{Selected, cut};
+}
+
+// Photos that move up stand nowhere else below the target then.
+void JourneyModel::PasteRecords() {
+  const auto [node, isCut] = *PendingRecords;
+  const QString source = PlaceOf(node);
+  const QString target = PlaceOf(Selected);
+  const bool up = Selected != node && source.startsWith(target);
+  for (const int photo : std::exchange(Staged, {})) {
+    if (isCut) up ? RemoveBelow(target, photo) : void(Links.erase({source, photo}));
+    Links.emplace(target, photo);
   }
-  LastStates = std::move(states);
+  PendingRecords.reset();
 }
 
-void OtherMachine::Write(const JourneyModel& model) {
-  const Stored there = Look();
-  const Stored wanted = model.AsStored();
-  QStringList sql{QStringLiteral("BEGIN IMMEDIATE")};
-  const auto linkKey = [](const QString& place) { return place.leftJustified(40, u'0'); };
-  for (const auto& row : there.Rows)
-    if (!wanted.Rows.contains(row.first) || wanted.Rows.at(row.first) != row.second)
-      sql << QStringLiteral("DELETE FROM tblPhotos WHERE PhotoID = %1").arg(row.first);
-  for (const auto& [number, texts] : wanted.Rows)
-    if (!there.Rows.contains(number) || there.Rows.at(number) != texts)
-      sql << QStringLiteral(
-                 "INSERT INTO tblPhotos (PhotoID, ImageType, Title, Description, MadeBy, CreateDate) "
-                 "VALUES (%1, %2, %3, nullif(%4, ''), nullif(%5, ''), datetime('2001-01-01', '+%6 minutes'))")
-                 .arg(number)
-                 .arg(Quoted(texts[0]), Quoted(texts[1]), Quoted(texts[2]), Quoted(texts[3]))
-                 .arg(model.Rows.at(number).Birth);
-  for (const auto& [place, number] : there.Links)
-    if (!wanted.Links.contains({place, number}))
-      sql << QStringLiteral("DELETE FROM tblPhotoLinks WHERE IDNo = '%1' AND PhotoID = %2")
-                 .arg(linkKey(place))
-                 .arg(number);
-  for (const auto& [place, number] : wanted.Links)
-    if (!there.Links.contains({place, number}))
-      sql << QStringLiteral("INSERT INTO tblPhotoLinks VALUES ('%1', %2)").arg(linkKey(place)).arg(number);
-  for (const auto& [key, name] : there.Folders)
-    if (!wanted.Folders.contains(key))
-      sql << QStringLiteral("DELETE FROM %1 WHERE IDNo = '%2'").arg(LevelTableOf(key), key);
-  for (const auto& [key, name] : wanted.Folders)
-    sql << QStringLiteral("INSERT OR REPLACE INTO %1 VALUES ('%2', %3)")
-               .arg(LevelTableOf(key), key, Quoted(name));
-  sql << QStringLiteral("COMMIT");
-  Execute(sql.join(u';'));
-  LastVersion.clear();
-  for (const auto& [name, bytes] : there.Images)
-    if (!wanted.Images.contains(name)) QFile::remove(ImageDir + name);
-  for (const auto& [name, bytes] : wanted.Images)
-    if (!there.Images.contains(name) || there.Images.at(name) != bytes) WriteFile(ImageDir + name, bytes);
+bool JourneyModel::StandsBelow(const QString& top, int photo) const {
+  return std::any_of(Links.begin(), Links.end(),
+                     [&](const Link& link) { return link.first.startsWith(top) && link.second == photo; });
+}
+
+void JourneyModel::RemoveBelow(const QString& top, int photo) {
+  std::erase_if(Links, [&](const Link& link) { return link.first.startsWith(top) && link.second == photo; });
 }
 
 }  // namespace veldrin::test

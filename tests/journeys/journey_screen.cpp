@@ -27,56 +27,45 @@ bool IsWithin(const QWidget* inner, const QWidget* outer) {
 int Screen::Current() const {
   if (List.empty()) return 0;
   if (Tab == shell::FormTab) return FormNumber.toInt();
-  if (Tab != shell::BrowseTab) return Position < 0 ? 0 : List[static_cast<size_t>(Position)];
+  if (Tab != shell::BrowseTab) return Position < 0 ? 0 : List[Position];
   if (!Page) return GridNumber.toInt();
-  return Framed < 0 ? 0 : Cells[static_cast<size_t>(Framed)].Caption.section(u':', 0, 0).toInt();
+  return Framed < 0 ? 0 : Cells[Framed].Caption.section(u':', 0, 0).toInt();
 }
 
 QString Screen::CurrentTitle() const {
   if (Tab == shell::FormTab) return FormTitle;
   if (Tab != shell::BrowseTab) return {};
   if (!Page) return GridTitle;
-  return Framed < 0 ? QString() : Cells[static_cast<size_t>(Framed)].Caption.section(QStringLiteral(": "), 1);
+  return Framed < 0 ? QString() : Cells[Framed].Caption.section(": ", 1);
 }
 
 ScreenReader::ScreenReader(shell::frmMain& window)
     : Window(window),
-      Tree(Child<controls::TreeView>(window, QStringLiteral("tvTreeView"))),
-      Tabs(Child<QStackedWidget>(window, QStringLiteral("SSTab1"))),
-      Page(Child(window, QStringLiteral("ThumbPannel"))),
-      Grid(Child<browse::RecordGrid>(window, QStringLiteral("TDBGrid1"))),
-      Scroll(Child<QScrollBar>(window, QStringLiteral("ThumbVScroll"))),
-      Slider(Child<QSlider>(window, QStringLiteral("Slider1"))),
-      Frame(Child(window, QStringLiteral("shpThumb"))),
-      Navigator(Child<browse::DataNavigator>(window, QStringLiteral("Data1"))),
-      PreviewOn(Child<QRadioButton>(window, QStringLiteral("PreviewOption(0)"))),
-      Preview(Child<QLabel>(window, QStringLiteral("ImgPreview"))),
-      FormNumber(Child<QLabel>(window, QStringLiteral("ePhotoID"))),
-      FormCounter(Child<QLabel>(window, QStringLiteral("eRcdCount"))),
-      FormTitle(Child<QLineEdit>(window, QStringLiteral("eTitle"))),
-      FormMaker(Child<QLineEdit>(window, QStringLiteral("eMadeBy"))) {
+      Tree(Child<controls::TreeView>(window, "tvTreeView")),
+      Grid(Child<browse::RecordGrid>(window, "TDBGrid1")),
+      Scroll(Child<QScrollBar>(window, "ThumbVScroll")),
+      Slider(Child<QSlider>(window, "Slider1")) {
   for (int i = 0; i < browse::CellCount; ++i) {
     Cells[i] = &Child<browse::PictureCell>(window, Element("picThumb", i));
     Images[i] = &Child<browse::ThumbImage>(window, Element("ImgThumb", i));
     Captions[i] = &Child<browse::ThumbCaption>(window, Element("ThumbTitle", i));
     Marks[i] = &Child(window, Element("shpMark", i));
   }
-  for (int i = 0; i < 2; ++i) FormImages[i] = &Child<QLabel>(window, Element("FormImage", i));
 }
 
 Screen ScreenReader::Read() const {
   Screen screen;
-  screen.Tab = Tabs.currentIndex();
-  screen.Page = Page.isVisible();
+  screen.Tab = Child<QStackedWidget>(Window, "SSTab1").currentIndex();
+  screen.Page = Child(Window, "ThumbPannel").isVisible();
   if (Tree.SelectedItem() != nullptr) screen.Folder = Tree.SelectedItem()->Tag();
   if (const auto* editor = Tree.viewport()->findChild<QLineEdit*>();
       editor != nullptr && editor->isVisible()) {
     screen.Naming = true;
     screen.NameTyped = editor->text();
   }
-  screen.Counter = Navigator.Caption().trimmed();
-  screen.PreviewOn = PreviewOn.isChecked();
-  screen.Preview = PictureOf(Preview);
+  screen.Counter = Child<browse::DataNavigator>(Window, "Data1").Caption().trimmed();
+  screen.PreviewOn = Child<QRadioButton>(Window, "PreviewOption(0)").isChecked();
+  screen.Preview = PictureOf(Child<QLabel>(Window, "ImgPreview"));
   const QModelIndex row = Grid.currentIndex();
   screen.GridRow = row.row();
   screen.GridNumber = row.siblingAtColumn(0).data().toString();
@@ -92,26 +81,27 @@ Screen ScreenReader::Read() const {
 }
 
 void ScreenReader::ReadPage(Screen& screen) const {
+  const QWidget& frame = Child(Window, "shpThumb");
   for (int i = 0; i < browse::CellCount; ++i) {
     screen.Cells[i] = {Cells[i]->isVisible(), Captions[i]->Caption(), PictureOf(*Images[i]),
                        Marks[i]->isVisible()};
-    if (Frame.isVisible() && Frame.geometry().contains(Cells[i]->geometry())) screen.Framed = i;
+    if (frame.isVisible() && frame.geometry().contains(Cells[i]->geometry())) screen.Framed = i;
   }
-  screen.FrameShown = Frame.isVisible();
+  screen.FrameShown = frame.isVisible();
 }
 
 void ScreenReader::ReadForm(Screen& screen) const {
-  screen.FormNumber = FormNumber.text();
-  screen.FormCounter = FormCounter.text();
-  screen.FormTitle = FormTitle.text();
-  screen.FormMaker = FormMaker.text();
-  for (const QLabel* image : FormImages)
-    if (const Seen seen = PictureOf(*image)) screen.FormImage = seen;
+  screen.FormNumber = Child<QLabel>(Window, "ePhotoID").text();
+  screen.FormCounter = Child<QLabel>(Window, "eRcdCount").text();
+  screen.FormTitle = Child<QLineEdit>(Window, "eTitle").text();
+  screen.FormMaker = Child<QLineEdit>(Window, "eMadeBy").text();
+  for (const char* image : {"FormImage(0)", "FormImage(1)"})
+    if (const Seen seen = PictureOf(Child<QLabel>(Window, image))) screen.FormImage = seen;
 }
 
 QString ScreenReader::HiddenFocus() const {
   const QWidget* focus = QApplication::focusWidget();
-  if (focus == nullptr) return QStringLiteral("nothing has the focus");
+  if (focus == nullptr) return "nothing has the focus";
   if (focus->window() != &Window) return {};
   const QPoint middle = focus->mapTo(&Window, focus->rect().center());
   if (focus == &Window || IsWithin(Window.childAt(middle), focus)) return {};

@@ -16,6 +16,12 @@
 
 namespace veldrin::test {
 
+/// A child by its name, which must be there.
+template <class Control = QWidget>
+Control& Child(const QObject& parent, const QString& name) {
+  return controls::Get<Control>(parent, name);
+}
+
 /// What an image control shows; nothing for a hidden or empty one.
 using Seen = std::optional<QRgb>;
 
@@ -64,8 +70,6 @@ class ScreenReader {
 
   shell::frmMain& Window;
   controls::TreeView& Tree;
-  QStackedWidget& Tabs;
-  QWidget& Page;
   browse::RecordGrid& Grid;
   QScrollBar& Scroll;
   QSlider& Slider;
@@ -77,22 +81,6 @@ class ScreenReader {
  private:
   void ReadPage(Screen& screen) const;
   void ReadForm(Screen& screen) const;
-
-  QWidget& Frame;
-  browse::DataNavigator& Navigator;
-  QRadioButton& PreviewOn;
-  QLabel& Preview;
-  QLabel& FormNumber;
-  QLabel& FormCounter;
-  QLineEdit& FormTitle;
-  QLineEdit& FormMaker;
-  std::array<QLabel*, 2> FormImages{};
 };
-
-/// A child by its name, which must be there.
-template <class Control = QWidget>
-Control& Child(const QObject& parent, const QString& name) {
-  return controls::Get<Control>(parent, name);
-}
 
 }  // namespace veldrin::test

@@ -3,6 +3,10 @@
 
 #include "journeys/journey_walk.h"
 
+/// A kind of step, by the function that does it and its weight.
+#define STEP(act, weight) \
+  StepKind { #act, weight, act }
+
 namespace veldrin::test {
 
 /// Looking: mouse and keys in the views, the tree and the show. None of them changes the catalogue, apart

@@ -161,7 +161,7 @@ std::span<const StepKind> StepKinds() {
 int main(int argc, char** argv) {
   qputenv("QT_MEDIA_BACKEND", "ffmpeg");
   veldrin::test::WalkApplication application(argc, argv);
-  QApplication::setApplicationDisplayName(QStringLiteral("Veldrin"));
+  QApplication::setApplicationDisplayName("Veldrin");
   QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
   testing::InitGoogleMock(&argc, argv);
   return RUN_ALL_TESTS();

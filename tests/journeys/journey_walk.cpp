@@ -23,8 +23,8 @@ constexpr int MostWaiting = 2'000;
 
 Walk::Walk()
     : Places{{"HOME", QFile::encodeName(Home.path())},
-             {"XDG_CONFIG_HOME", QFile::encodeName(Home.path() + QStringLiteral("/config"))}},
-      TheApp(Catalogue.ProgramPath(), Catalogue.ProgramPath() + QStringLiteral("/Temp")) {
+             {"XDG_CONFIG_HOME", QFile::encodeName(Home.path() + "/config")}},
+      TheApp(Catalogue.ProgramPath(), Catalogue.ProgramPath() + "/Temp") {
   Other = std::make_unique<OtherMachine>(Catalogue.Paths().DatabaseFile, Catalogue.Paths().ImageDir);
   for (const char* name : {"/Pictures", "/Got"}) QDir().mkpath(Home.path() + QLatin1String(name));
   FillPictures();
@@ -44,7 +44,7 @@ JourneyModel::Photo Walk::NewPhoto(int kind) {
   JourneyModel::Photo photo;
   photo.Birth = ++Births;
   photo.Title = NewText();
-  photo.ImageType = photo.Birth % 3 == 0 ? QStringLiteral("jpg") : QStringLiteral("bmp");
+  photo.ImageType = photo.Birth % 3 == 0 ? "jpg" : "bmp";
   if (kind == 0) photo.Image = "no picture " + QByteArray::number(photo.Birth);
   if (kind <= 1) return photo;
   const auto tone = [&](int digit) { return 16 + digit % 15 * 16; };
@@ -52,7 +52,7 @@ JourneyModel::Photo Walk::NewPhoto(int kind) {
   QImage image(kind == 2 ? QSize(1, 1) : kind == 3 ? QSize(300, 2) : QSize(12, 9), QImage::Format_RGB32);
   image.fill(color);
   QBuffer buffer(&photo.Image);
-  image.save(&buffer, photo.ImageType == QLatin1String("jpg") ? "JPG" : "BMP", 100);
+  image.save(&buffer, photo.ImageType == "jpg" ? "JPG" : "BMP", 100);
   photo.Colour = color.rgb();
   return photo;
 }
@@ -63,8 +63,7 @@ void Walk::FillPictures() {
   while (Pictures.size() < 9) {
     const int kind = static_cast<int>(Pictures.size()) % 9 == 0 ? 0 : 2 + Births % 6;
     const JourneyModel::Photo photo = NewPhoto(kind);
-    const QString name =
-        QStringLiteral("p%1.%2").arg(photo.Birth, 4, 10, QLatin1Char('0')).arg(photo.ImageType);
+    const QString name = QStringLiteral("p%1.%2").arg(photo.Birth, 4, 10, QChar(u'0')).arg(photo.ImageType);
     WriteFile(PicturesDir() + name, photo.Image);
     Pictures[name] = photo;
   }
@@ -80,7 +79,7 @@ void Walk::MakeCatalogue() {
     const int kind = number % 12 == 7 ? number / 12 : number % 17 == 4 ? 2 : number % 17 == 9 ? 3 : 9;
     const QString place = QLatin1String(number == 36 ? "0004" : number < 20 ? places[0] : places[number % 6]);
     Model.Store(number, NewPhoto(kind), place);
-    if (number % 7 == 0) Model.Links.emplace(QStringLiteral("0002"), number);
+    if (number % 7 == 0) Model.Links.emplace("0002", number);
   }
   Other->Write(Model);
 }
@@ -96,10 +95,10 @@ void Walk::Start() {
   QObject::connect(&Reader->Tree, &QTreeWidget::currentItemChanged, Window.get(),
                    [this] { FolderMoved = true; });
   Window->Form_Load();
-  Child<QTimer>(*Window, QStringLiteral("Timer1")).setInterval(Hour);  // A show ticks by hand only.
+  Child<QTimer>(*Window, "Timer1").setInterval(Hour);  // A show ticks by hand only.
   Window->show();
   Window->activateWindow();
-  if (!QTest::qWaitForWindowActive(Window.get())) Fail("start", QStringLiteral("no active window"));
+  if (!QTest::qWaitForWindowActive(Window.get())) Fail("start", "no active window");
   Model.Selected.clear();
   Model.ClearQuery();
   Model.PendingFolder.reset();
@@ -117,7 +116,7 @@ void Walk::Restart() {
   Catalogue.Engine().Forget();
   catalogue::CreateWorkFile(Catalogue.Paths(), Catalogue.Engine(), Catalogue.ProgramPath());
   if (!catalogue::OpenCatalogue(Catalogue.Paths(), Catalogue.Engine()))
-    Fail("start", QStringLiteral("the catalogue can't be opened"));
+    Fail("start", "the catalogue can't be opened");
   Start();
   FillPictures();
 }
@@ -130,7 +129,7 @@ void Walk::Elsewhere(const std::function<void(JourneyModel&)>& change) {
     const auto now = changed.Rows.find(number);
     if (now != changed.Rows.end() && now->second.Birth == photo.Birth) continue;
     Changed.insert(number);
-    for (const auto& [key, staged] : Model.Staged) PendingChanged |= staged == number;
+    PendingChanged |= Model.Staged.contains(number);
     QFile::remove(catalogue::ThumbFileName(Catalogue.Paths(), number));
   }
   const std::set<QString> replaced = changed.TakeReplaced();
@@ -214,7 +213,7 @@ void Walk::ShowView(int view, bool byMenu) {
     Choose(items.at(view));
     return;
   }
-  auto& bar = Child<QToolBar>(*Window, QStringLiteral("tbarToolBar"));
+  auto& bar = Child<QToolBar>(*Window, "tbarToolBar");
   Click(*bar.widgetForAction(&Child<QAction>(*Window, QStringLiteral("tbarToolBar(%1)").arg(view))));
 }
 
@@ -242,7 +241,7 @@ void Walk::AnswerModal() {
   auto* dialog = qobject_cast<QDialog*>(modal);
   const auto handler = Dialogs.find(modal->objectName());
   if (dialog == nullptr || handler == Dialogs.end()) {
-    Fail("dialog", QStringLiteral("not asked for: ") + modal->objectName());
+    Fail("dialog", "not asked for: " + modal->objectName());
     modal->close();
     return;
   }
@@ -251,7 +250,7 @@ void Walk::AnswerModal() {
 }
 
 void Walk::AnswerBox(QMessageBox& box) {
-  const bool tellsOfOthers = box.text().contains(QLatin1String("another machine"));
+  const bool tellsOfOthers = box.text().contains("another machine");
   for (BoxRule& rule : Boxes) {
     if (!box.text().startsWith(rule.Begin) || box.button(rule.Button) == nullptr) continue;
     rule.Came = true;
@@ -268,10 +267,6 @@ void Walk::AnswerBox(QMessageBox& box) {
 
 void Walk::Fail(const char* invariant, const QString& what) {
   if (!First) First = Failure{invariant, what.toStdString()};
-}
-
-void Walk::Require(bool holds, const char* invariant, const QString& what) {
-  if (!holds) Fail(invariant, what);
 }
 
 void Walk::Settle() {
@@ -304,7 +299,7 @@ void Walk::Do(const Step& step) {
   Settle();
   After = Reader->Read();
   const bool refused = naming && std::any_of(Boxes.begin(), Boxes.end(), [](const BoxRule& rule) {
-                         return rule.Came && rule.Begin.startsWith(QLatin1String("Duplicate"));
+                         return rule.Came && rule.Begin.startsWith("Duplicate");
                        });
   // A name that is refused stops a command of the menus, and none of a button.
   if (refused && FromMenu) Outcomes.clear();
@@ -366,7 +361,7 @@ void Walk::ExpectOn(const std::vector<int>& photos, const std::function<void(Jou
 }
 
 bool Walk::IsForeign(const QString& folder) const {
-  const QString place = CatalogueModel::PlaceOf(folder);
+  const QString place = JourneyModel::PlaceOf(folder);
   const QString parent = place.left(std::max<qsizetype>(0, place.size() - 4));
   return std::any_of(Foreign.begin(), Foreign.end(), [&](const auto& foreign) {
     return foreign.first.startsWith(parent) || folder.startsWith(foreign.first);
@@ -377,7 +372,7 @@ void Walk::ExpectAt(const QStringList& folders, const std::function<void(Journey
   const bool foreign =
       std::any_of(folders.begin(), folders.end(), [&](const QString& key) { return IsForeign(key); });
   const bool gone = std::any_of(folders.begin(), folders.end(), [&](const QString& key) {
-    const auto changed = Foreign.find(CatalogueModel::PlaceOf(key));
+    const auto changed = Foreign.find(JourneyModel::PlaceOf(key));
     return changed != Foreign.end() && changed->second;
   });
   if (!gone) effect(Outcome());

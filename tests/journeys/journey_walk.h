@@ -9,8 +9,8 @@
 #include <memory>
 #include <span>
 
-#include "journeys/journey_model.h"
 #include "journeys/journey_screen.h"
+#include "journeys/other_machine.h"
 #include "support/environment.h"
 #include "support/test_support.h"
 
@@ -120,8 +120,8 @@ class Walk {
   std::map<QString, bool> Foreign;
   bool TreeIsOld = false;                           ///< some were, and the tree may show what has gone
   std::map<QString, JourneyModel::Photo> Pictures;  ///< what can be added, by the file's name
-  QString PicturesDir() const { return Home.path() + QStringLiteral("/Pictures/"); }
-  QString GotDir() const { return Home.path() + QStringLiteral("/Got"); }
+  QString PicturesDir() const { return Home.path() + "/Pictures/"; }
+  QString GotDir() const { return Home.path() + "/Got"; }
 
  private:
   struct BoxRule {
@@ -151,7 +151,11 @@ class Walk {
   void CheckPage();
   void CheckForm();
   void CheckRanges();
+  int ListCurrent() const;
+  QString ListCounter() const;
   void Require(bool holds, const char* invariant, const QString& what);
+  template <class Value>
+  void Compare(const char* invariant, const Value& seen, const Value& expected);
   bool IsPictureOf(int number, const Seen& seen) const;
 
   Environment Places;

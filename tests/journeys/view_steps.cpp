@@ -16,18 +16,26 @@ namespace {
 
 constexpr Qt::Key RowKeys[] = {Qt::Key_Left, Qt::Key_Right,  Qt::Key_Up,       Qt::Key_Down,
                                Qt::Key_Home, Qt::Key_PageUp, Qt::Key_PageDown, Qt::Key_End};
-Qt::Key RowKey(int number) { return RowKeys[static_cast<size_t>(number) % std::size(RowKeys)]; }
+Qt::Key RowKey(int number) { return RowKeys[number % std::size(RowKeys)]; }
 
 std::vector<int> Toggled(std::vector<int> numbers, int number) {
   if (std::erase(numbers, number) == 0) numbers.push_back(number);
   return numbers;
 }
 
+void Drag(const QWidget& control, QPoint from, QPoint to) {
+  QWindow* window = control.window()->windowHandle();
+  const QPoint corner = control.mapTo(control.window(), QPoint());
+  QTest::mousePress(window, Qt::LeftButton, {}, corner + from);
+  QTest::mouseMove(window, corner + to);
+  QTest::mouseRelease(window, Qt::LeftButton, {}, corner + to);
+}
+
 // --- thumbnails -------------------------------------------------------------------------------------------
 
 // The black margin of a thumbnail is as good as the thumbnail.
 void ClickThumb(Walk& walk, int a, int b) {
-  const auto cell = static_cast<size_t>(a % browse::CellCount);
+  const auto cell = a % browse::CellCount;
   const CellOnScreen& seen = walk.Before.Cells[cell];
   if (!walk.Before.Page || !seen.Shown) return;
   QWidget& box = *walk.On().Cells[cell];
@@ -47,7 +55,7 @@ void ClickThumb(Walk& walk, int a, int b) {
 
 // A click on a title selects nothing; the menu is for the photo that it names.
 void ClickCaption(Walk& walk, int a, int b) {
-  const auto cell = static_cast<size_t>(a % browse::CellCount);
+  const auto cell = a % browse::CellCount;
   const bool right = b % 2 == 0;
   QWidget& caption = *walk.On().Captions[cell];
   if (!walk.Before.Page ||
@@ -76,20 +84,15 @@ void DragScroll(Walk& walk, int a, int) {
   option.sliderPosition = option.sliderValue = scroll.value();
   const QRect thumb =
       scroll.style()->subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider, &scroll);
-  const QPoint from = scroll.mapTo(scroll.window(), thumb.center());
-  const QPoint to = scroll.mapTo(scroll.window(), QPoint(thumb.center().x(), a % scroll.height()));
-  QWindow* window = scroll.window()->windowHandle();
   if (!walk.InSight(scroll, thumb.center())) return;
-  QTest::mousePress(window, Qt::LeftButton, {}, from);
-  QTest::mouseMove(window, to);
-  QTest::mouseRelease(window, Qt::LeftButton, {}, to);
+  Drag(scroll, thumb.center(), QPoint(thumb.center().x(), a % scroll.height()));
   walk.ExpectSelection(walk.Before.Selected);
 }
 
 void Wheel(Walk& walk, int a, int b) {
-  QWidget* const targets[] = {&walk.On().Scroll, walk.On().Cells[static_cast<size_t>(b % 12)],
-                              walk.On().Grid.viewport(), &walk.On().Slider, walk.On().Tree.viewport()};
-  QWidget& target = *targets[static_cast<size_t>(a % 5)];
+  QWidget* const targets[] = {&walk.On().Scroll, walk.On().Cells[b % 12], walk.On().Grid.viewport(),
+                              &walk.On().Slider, walk.On().Tree.viewport()};
+  QWidget& target = *targets[a % 5];
   if (!walk.InSight(target, target.rect().center())) return;
   const QPoint place = target.rect().center();
   QWheelEvent event(place, target.mapToGlobal(place), {}, QPoint(0, b % 2 == 0 ? 120 : -120), Qt::NoButton,
@@ -105,13 +108,10 @@ void PressRowKey(Walk& walk, int a, int b) {
 }
 
 void PressTwoKeys(Walk& walk, int a, int b) {
-  QWidget* focus = QApplication::focusWidget();
-  if (walk.Before.Naming || focus == nullptr) return;
-  const QPointer<QWidget> first = focus;
-  QTest::keyPress(focus, RowKey(a));
-  if (QApplication::focusWidget() != nullptr) QTest::keyPress(QApplication::focusWidget(), RowKey(b));
-  if (QApplication::focusWidget() != nullptr) QTest::keyRelease(QApplication::focusWidget(), RowKey(a));
-  if (QApplication::focusWidget() != nullptr) QTest::keyRelease(QApplication::focusWidget(), RowKey(b));
+  if (walk.Before.Naming) return;
+  for (const auto action : {QTest::Press, QTest::Release})
+    for (const Qt::Key key : {RowKey(a), RowKey(b)})
+      if (QApplication::focusWidget() != nullptr) QTest::keyEvent(action, QApplication::focusWidget(), key);
 }
 
 void PressTab(Walk& walk, int a, int) {
@@ -135,7 +135,7 @@ void ClickRow(Walk& walk, int a, int b) {
   const auto place = PlaceOfRow(walk, a);
   if (!place) return;
   const int row = walk.On().Grid.rowAt(place->y());
-  const int number = walk.Before.List[static_cast<size_t>(row)];
+  const int number = walk.Before.List[row];
   QWidget& rows = *walk.On().Grid.viewport();
   const Qt::KeyboardModifiers keys[] = {Qt::NoModifier, Qt::NoModifier, Qt::ControlModifier,
                                         Qt::ShiftModifier};
@@ -152,12 +152,7 @@ void DragRows(Walk& walk, int a, int b) {
   const auto from = PlaceOfRow(walk, a);
   const auto to = PlaceOfRow(walk, b);
   if (!from || !to) return;
-  QWidget& rows = *walk.On().Grid.viewport();
-  QWindow* window = rows.window()->windowHandle();
-  const QPoint corner = rows.mapTo(rows.window(), QPoint());
-  QTest::mousePress(window, Qt::LeftButton, {}, corner + *from);
-  QTest::mouseMove(window, corner + *to);
-  QTest::mouseRelease(window, Qt::LeftButton, {}, corner + *to);
+  Drag(*walk.On().Grid.viewport(), *from, *to);
 }
 
 void PressSpaceInGrid(Walk& walk, int a, int) {
@@ -170,7 +165,7 @@ void SelectAll(Walk& walk, int a, int) {
   if (byKey) {
     if (walk.Before.Naming || walk.Before.Tab != shell::BrowseTab) return;
     if (qobject_cast<QLineEdit*>(QApplication::focusWidget()) != nullptr) return;
-    if (!Child<QAction>(walk.On().Window, QStringLiteral("RecordAll")).isEnabled()) return;
+    if (!Child<QAction>(walk.On().Window, "RecordAll").isEnabled()) return;
     walk.Key(Qt::Key_A, Qt::ControlModifier);
   } else if (!walk.Choose("RecordAll")) {
     return;
@@ -179,7 +174,7 @@ void SelectAll(Walk& walk, int a, int) {
 }
 
 void Navigate(Walk& walk, int a, int) {
-  auto& navigator = Child(walk.On().Window, QStringLiteral("Data1"));
+  auto& navigator = Child(walk.On().Window, "Data1");
   const auto buttons = navigator.findChildren<QAbstractButton*>();
   if (walk.Click(*buttons[a % buttons.size()])) walk.ExpectSelection(walk.Before.Selected);
 }
@@ -204,7 +199,7 @@ void ClickFolder(Walk& walk, int a, int b) {
   const auto nodes = NodesInSight(walk);
   if (nodes.empty()) return;
   auto& tree = walk.On().Tree;
-  const QRect place = tree.visualItemRect(nodes[static_cast<size_t>(a) % nodes.size()]);
+  const QRect place = tree.visualItemRect(nodes[a % nodes.size()]);
   if (b % 10 < 8) {
     walk.Click(*tree.viewport(), place.center(), {}, b % 10 == 7 ? Qt::RightButton : Qt::LeftButton);
   } else {
@@ -218,7 +213,7 @@ void OpenBranch(Walk& walk, int a, int) {
   const auto nodes = NodesInSight(walk);
   if (nodes.empty() || walk.Before.Naming) return;
   auto& tree = walk.On().Tree;
-  const QRect place = tree.visualItemRect(nodes[static_cast<size_t>(a) % nodes.size()]);
+  const QRect place = tree.visualItemRect(nodes[a % nodes.size()]);
   QTest::mouseDClick(tree.window()->windowHandle(), Qt::LeftButton, {},
                      tree.viewport()->mapTo(tree.window(), place.center()));
 }
@@ -233,11 +228,11 @@ void PressTreeKey(Walk& walk, int a, int b) {
 }
 
 void SearchFolder(Walk& walk, int a, int b) {
-  auto& field = Child<QLineEdit>(walk.On().Window, QStringLiteral("txtFldrSearch"));
+  auto& field = Child<QLineEdit>(walk.On().Window, "txtFldrSearch");
   if (walk.Before.Naming || !walk.Click(field)) return;
   auto& tree = walk.On().Tree;
   const bool none = b % 6 == 0;
-  const QString name = none ? QStringLiteral("nowhere") : tree.NodeAt(1 + a % tree.Count())->Text();
+  const QString name = none ? "nowhere" : tree.NodeAt(1 + a % tree.Count())->Text();
   field.selectAll();
   walk.Type(name);
   if (none) walk.AnswerBox("The folder can't be found!", QMessageBox::Ok);
@@ -266,18 +261,21 @@ void Reset(Walk& walk, int, int) {
 
 // --- the show ---------------------------------------------------------------------------------------------
 
+QToolBar& ShowBar(const Walk& walk) {
+  return Child<QToolBar>(Child(walk.On().Window, "TabPannel(3)"), "tbarShow");
+}
+
 void PressShowButton(Walk& walk, int a, int) {
   const int buttons[] = {show::PlayForward, show::PlayBackward, show::StopPlay, show::PausePlay,
                          show::StepForward, show::StepBackward, show::PlayOnce, show::PlayRepeat};
   if (walk.Before.Tab != shell::PlayTab) return;
-  auto& bar =
-      Child<QToolBar>(Child(walk.On().Window, QStringLiteral("TabPannel(3)")), QStringLiteral("tbarShow"));
+  auto& bar = ShowBar(walk);
   auto& action = Child<QAction>(bar, QStringLiteral("tbarShow(%1)").arg(buttons[a % 8]));
   if (action.isEnabled()) walk.Click(*bar.widgetForAction(&action));
 }
 
 void Tick(QObject& window) {
-  auto& timer = Child<QTimer>(window, QStringLiteral("Timer1"));
+  auto& timer = Child<QTimer>(window, "Timer1");
   timer.setInterval(3'600'000);
   if (!timer.isActive()) return;
   timer.stop();
@@ -307,8 +305,7 @@ void ShowFullScreen(Walk& walk, int a, int b) {
       QTest::mouseDClick(&dialog, Qt::LeftButton, {}, QPoint(5, 5));
     }
   });
-  auto& bar =
-      Child<QToolBar>(Child(walk.On().Window, QStringLiteral("TabPannel(3)")), QStringLiteral("tbarShow"));
+  auto& bar = ShowBar(walk);
   walk.Click(*bar.widgetForAction(
       &Child<QAction>(bar, QStringLiteral("tbarShow(%1)").arg(int(show::PlayFullScreen)))));
 }
@@ -316,32 +313,14 @@ void ShowFullScreen(Walk& walk, int a, int b) {
 }  // namespace
 
 std::span<const StepKind> ViewSteps() {
-  static const StepKind kinds[] = {{"ClickThumb", 16, ClickThumb},
-                                   {"ClickCaption", 2, ClickCaption},
-                                   {"TurnPage", 4, TurnPage},
-                                   {"DragScroll", 3, DragScroll},
-                                   {"Wheel", 4, Wheel},
-                                   {"PressRowKey", 14, PressRowKey},
-                                   {"PressTwoKeys", 3, PressTwoKeys},
-                                   {"PressTab", 4, PressTab},
-                                   {"ClickRow", 12, ClickRow},
-                                   {"DragRows", 3, DragRows},
-                                   {"PressSpaceInGrid", 3, PressSpaceInGrid},
-                                   {"SelectAll", 2, SelectAll},
-                                   {"Navigate", 6, Navigate},
-                                   {"NavigateForm", 6, NavigateForm},
-                                   {"ClickFolder", 12, ClickFolder},
-                                   {"OpenBranch", 2, OpenBranch},
-                                   {"PressTreeKey", 4, PressTreeKey},
-                                   {"SearchFolder", 2, SearchFolder},
-                                   {"SwitchView", 14, SwitchView},
-                                   {"SwitchPreview", 2, SwitchPreview},
-                                   {"Refresh", 3, Refresh},
-                                   {"Reset", 2, Reset},
-                                   {"PressShowButton", 8, PressShowButton},
-                                   {"TickShow", 6, TickShow},
-                                   {"MoveSlider", 3, MoveSlider},
-                                   {"ShowFullScreen", 1, ShowFullScreen}};
+  static const StepKind kinds[] = {
+      STEP(ClickThumb, 16),  STEP(ClickCaption, 2),  STEP(TurnPage, 4),         STEP(DragScroll, 3),
+      STEP(Wheel, 4),        STEP(PressRowKey, 14),  STEP(PressTwoKeys, 3),     STEP(PressTab, 4),
+      STEP(ClickRow, 12),    STEP(DragRows, 3),      STEP(PressSpaceInGrid, 3), STEP(SelectAll, 2),
+      STEP(Navigate, 6),     STEP(NavigateForm, 6),  STEP(ClickFolder, 12),     STEP(OpenBranch, 2),
+      STEP(PressTreeKey, 4), STEP(SearchFolder, 2),  STEP(SwitchView, 14),      STEP(SwitchPreview, 2),
+      STEP(Refresh, 3),      STEP(Reset, 2),         STEP(PressShowButton, 8),  STEP(TickShow, 6),
+      STEP(MoveSlider, 3),   STEP(ShowFullScreen, 1)};
   return kinds;
 }
 

@@ -79,14 +79,14 @@ void Restart(Walk& walk, int, int) { walk.Restart(); }
 }  // namespace
 
 std::span<const StepKind> WorldSteps() {
-  static const StepKind kinds[] = {{"DeletePhotoElsewhere", 2, DeletePhotoElsewhere},
-                                   {"ReplacePhotoElsewhere", 1, ReplacePhotoElsewhere},
-                                   {"AddPhotosElsewhere", 2, AddPhotosElsewhere},
-                                   {"RetitlePhotoElsewhere", 1, RetitlePhotoElsewhere},
-                                   {"RenameFolderElsewhere", 1, RenameFolderElsewhere},
-                                   {"DeleteFolderElsewhere", 1, DeleteFolderElsewhere},
-                                   {"LoseImage", 1, LoseImage},
-                                   {"Restart", 3, Restart}};
+  static const StepKind kinds[] = {STEP(DeletePhotoElsewhere, 2),
+                                   STEP(ReplacePhotoElsewhere, 1),
+                                   STEP(AddPhotosElsewhere, 2),
+                                   STEP(RetitlePhotoElsewhere, 1),
+                                   STEP(RenameFolderElsewhere, 1),
+                                   STEP(DeleteFolderElsewhere, 1),
+                                   STEP(LoseImage, 1),
+                                   STEP(Restart, 3)};
   return kinds;
 }
 

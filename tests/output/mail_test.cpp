@@ -113,8 +113,7 @@ TEST_F(MailTest, TheMessageHasTheChosenPhotosAndNotMoreThanTen) {
   Catalogue.Execute({"DELETE FROM tblPhotos WHERE PhotoID = 5"});
   EXPECT_EQ(Send(1), "Error|The photo 5 was changed by another machine.");
   EXPECT_EQ(Received(), QStringList({"  \n\r2 Photo image(s) attached", ImageOf(3), ImageOf(7)}));
-  Data1.RecordSource += " WHERE PhotoID > 99";
-  Data1.Refresh();
+  Open(" WHERE PhotoID > 99");
   Send();
   EXPECT_FALSE(IsOpen());
 }

@@ -3,13 +3,12 @@
 
 #include <QDirIterator>
 
-#include "base/work_report.h"
 #include "catalogue/image_store.h"
 #include "engine/sql_tokens.h"
 #include "output/record_choice.h"
 #include "output/web_pages.h"
+#include "support/catalogue_list.h"
 #include "support/environment.h"
-#include "support/test_support.h"
 
 namespace veldrin::test {
 
@@ -48,13 +47,10 @@ class FakeForm : public output::ProgressForm {
   float Value = 0;
 };
 
-class OutputTest : public testing::Test {
+class OutputTest : public testing::Test, public CatalogueList {
  protected:
   OutputTest() {
-    Data1.DatabaseName = Catalogue.Paths().WorkFile;
-    Data1.RecordSource = "SELECT tblPhotos.* FROM tblPhotos";
-    controls::Node* root = Tree.Add(nullptr, "Photos");
-    Tree.Select(Tree.Add(root, "Tåg & <Nacht>"));
+    Tree.Select(Tree.Add(Tree.Add(nullptr, "Photos"), "Tåg & <Nacht>"));
     Web.WebDir = Catalogue.ProgramPath() + "/Web";
   }
 
@@ -79,7 +75,7 @@ class OutputTest : public testing::Test {
       if (thumbnails) WriteFile(ThumbOf(id), "thumbnail " + QByteArray::number(id));
     }
     Catalogue.Execute(statements);
-    Data1.Refresh();
+    Open();
   }
   void Select(const std::vector<int>& photos) { Data1.SelBookmarks.Replace(photos); }
   /// The last photo, then the others in order.
@@ -99,18 +95,9 @@ class OutputTest : public testing::Test {
     EXPECT_EQ(Data1.Bookmark(), current);
   }
 
-  TestCatalogue Catalogue;
-  controls::TreeView Tree;
-  catalogue::RecordList Data1{Catalogue.Engine()};
   bool FormView = false;
   const catalogue::Chooser Chosen = [this] { return Data1.Chosen(!FormView); };
   output::WebSettings Web;
-  QString Told;  ///< what became of the last work
-  const base::TellWork Tell = [this](const base::WorkReport& report) {
-    Told = DoneText(report);
-    for (const auto& [name, reason] : report.Failures) Told += '|' + name + ": " + reason;
-  };
-  QWidget Window;
   output::WebPages Pages{Data1, Tree, Catalogue.Paths(), Web, Window};
 };
 

@@ -1,13 +1,11 @@
 #include "output/web_pages.h"
 
-#include <sys/resource.h>
-
 #include <QImage>
-#include <csignal>
 
 #include "output/code_page.h"
 #include "output/output_fixture.h"
 #include "output/page_names.h"
+#include "support/small_disk.h"
 
 namespace veldrin::output {
 namespace {
@@ -130,8 +128,7 @@ TEST_F(WebPagesTest, EachPageHasItsPhotosAlsoInAStoppedRun) {
   for (const auto& [photos, stopAt, gallery, expected] : cases) {
     QDir(Web.WebDir).removeRecursively();
     MakeWebDirs();
-    Data1.RecordSource = QStringLiteral("SELECT tblPhotos.* FROM tblPhotos WHERE PhotoID <= %1").arg(photos);
-    Data1.Refresh();
+    Open(QStringLiteral(" WHERE PhotoID <= %1").arg(photos));
     SelectLastFirst(photos);
     FakeForm web(gallery);
     FakeForm report(gallery);
@@ -152,35 +149,24 @@ TEST_F(WebPagesTest, EachPageHasItsPhotosAlsoInAStoppedRun) {
 
 // --- failures ---------------------------------------------------------------------------------------------
 
-// Files can't grow beyond a size, as on a disk that is full.
-class SmallDisk {
- public:
-  explicit SmallDisk(rlim_t bytes) : Handler(std::signal(SIGXFSZ, SIG_IGN)) {
-    getrlimit(RLIMIT_FSIZE, &Before);
-    const rlimit small{bytes, Before.rlim_max};
-    setrlimit(RLIMIT_FSIZE, &small);
-  }
-  ~SmallDisk() {
-    setrlimit(RLIMIT_FSIZE, &Before);
-    (void)std::signal(SIGXFSZ, Handler);
-  }
-  SmallDisk(const SmallDisk&) = delete;
-  SmallDisk& operator=(const SmallDisk&) = delete;
-
- private:
-  void (*Handler)(int);
-  rlimit Before{};
-};
-
 // What comes to be is whole: where a picture doesn't fit, a record has gone, a page doesn't fit.
 TEST_F(WebPagesTest, AFailureIsToldAndLeavesWholePagesAndTheListAsItWas) {
   AddPhotos(40);
   WriteFile(ImageOf(18), QByteArray(6000, 'x'));
   SelectLastFirst(40);
   const std::tuple<rlim_t, std::vector<qsizetype>, QString> cases[] = {
-      {5000, {12, 6}, "18 photos written to the web 'Web'|Photo 18: Disk full|Photo 19: not written|"},
-      {99'999, {12, 11, 12, 4}, "39 photos written to the web 'Web'|Photo 15: deleted by another machine"},
-      {1000, {}, "No photos written to the web 'Web'|Photo 40: Disk full|Photo 1: not written|"}};
+      {5000,
+       {12, 6},
+       "18 photos written to the web 'Web'.|Not done, or not in full: 22||Photo 18: Disk full|Photo 19: not "
+       "written|"},
+      {99'999,
+       {12, 11, 12, 4},
+       "39 photos written to the web 'Web'.|Not done, or not in full: 1 (deleted by another machine)||Photo "
+       "15"},
+      {1000,
+       {},
+       "No photos written to the web 'Web'.|Not done, or not in full: 40||Photo 40: Disk full|Photo 1: not "
+       "written|"}};
   for (const auto& [room, pages, told] : cases) {
     QDir(Web.WebDir).removeRecursively();
     MakeWebDirs();
@@ -190,7 +176,7 @@ TEST_F(WebPagesTest, AFailureIsToldAndLeavesWholePagesAndTheListAsItWas) {
       if (photo == 5 && gone) Catalogue.Execute({"DELETE FROM tblPhotos WHERE PhotoID = 15"});
     };
     {
-      const SmallDisk disk(room);
+      const test::SmallDisk disk(room);
       Pages.MakeWeb(form);
     }
     ExpectAsBefore(7);

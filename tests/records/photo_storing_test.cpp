@@ -1,28 +1,21 @@
 #include "records/photo_storing.h"
 
-#include <SQLiteCpp/SQLiteCpp.h>
-#include <gtest/gtest.h>
-#include <sys/resource.h>
-
 #include <QDir>
 #include <QFile>
 #include <QSet>
-#include <csignal>
 
 #include "base/runtime_error.h"
 #include "folders/folder_keys.h"
+#include "support/small_disk.h"
 #include "support/test_support.h"
 
 namespace veldrin::records {
 namespace {
 
 using test::Jpeg;
+using test::NamesIn;
 using test::ReadFile;
 using test::WriteFile;
-
-std::string NamesIn(const QString& directory) {
-  return QDir(directory).entryList(QDir::Files | QDir::Hidden, QDir::Name).join(u' ').toStdString();
-}
 
 class PhotoStoring : public testing::Test {
  protected:
@@ -46,16 +39,9 @@ class PhotoStoring : public testing::Test {
     return outcomes.join(u' ').toStdString();
   }
 
-  // No file of this process may grow beyond the limit meanwhile.
   std::string StoreWithin(rlim_t bytes) {
-    std::signal(SIGXFSZ, SIG_IGN);
-    rlimit before{};
-    ::getrlimit(RLIMIT_FSIZE, &before);
-    const rlimit limit{bytes, before.rlim_max};
-    ::setrlimit(RLIMIT_FSIZE, &limit);
-    const std::string outcomes = Store();
-    ::setrlimit(RLIMIT_FSIZE, &before);
-    return outcomes;
+    const test::SmallDisk disk(bytes);
+    return Store();
   }
 
   QString StoredPath(const char* name) { return Catalogue.Paths().ImageDir + QString::fromUtf8(name); }
@@ -87,8 +73,8 @@ TEST_F(PhotoStoring, KeepsOrderNumbersTextsAndDates) {
   Catalogue.AddPhoto(41, {}, {});
   AddJpegs(7);
   Batch.GroupSize = 3;
-  Batch.Title = QString(61, QLatin1Char('x'));
-  Batch.Description = "It's" + QString(251, QLatin1Char('x'));
+  Batch.Title = QString(61, u'x');
+  Batch.Description = "It's" + QString(251, u'x');
   Batch.MadeBy = "me";
   const QDateTime date(QDate(2001, 7, 4), QTime(10, 15, 7));
   for (const QString& name : Batch.Names) {
@@ -100,11 +86,10 @@ TEST_F(PhotoStoring, KeepsOrderNumbersTextsAndDates) {
   EXPECT_EQ(Store(), "42 43 44 45 46 47 48");
 
   EXPECT_EQ(ReadFile(StoredPath("47.jpg")), Originals[5]);
-  EXPECT_EQ(
-      Catalogue.Rows(QStringLiteral("SELECT DISTINCT ImageType, Title, Description, MadeBy, CreateDate, "
-                                    "LastModifyDate FROM tblPhotos WHERE PhotoID > 41")),
-      QStringList(
-          QStringLiteral("jpg|<null>|%1|me|%2|%2").arg(Batch.Description, "2001-07-04T10:15:07.000Z")))
+  EXPECT_EQ(Catalogue.Rows("SELECT DISTINCT ImageType, Title, Description, MadeBy, CreateDate, "
+                           "LastModifyDate FROM tblPhotos WHERE PhotoID > 41"),
+            QStringList(
+                QStringLiteral("jpg|<null>|%1|me|%2|%2").arg(Batch.Description, "2001-07-04T10:15:07.000Z")))
       << "a text too long leaves its field unset";
   EXPECT_EQ(LinkedIDs(), "42 43 44 45 46 47 48");
   EXPECT_EQ(StoredFiles(), "42.jpg 43.jpg 44.jpg 45.jpg 46.jpg 47.jpg 48.jpg") << "no temporary files";
@@ -114,10 +99,10 @@ TEST_F(PhotoStoring, KeepsOrderNumbersTextsAndDates) {
 // The type is what stands behind the first point, as far as the column has room for it.
 TEST_F(PhotoStoring, NamesOfAllKindsAreStored) {
   Catalogue.AddPhoto(10, {}, {});
-  const QString tooLong = "x." + QString(253, QLatin1Char('y'));
+  const QString tooLong = "x." + QString(253, u'y');
   for (const QString& name :
        QStringList{"A.JPG", "photo", "summer.1999.jpg", "x.'\n%", "Bäume\n 木 \"%1\" `b`;.jpg",
-                   QString(246, QLatin1Char('n')) + ".jpg", tooLong}) {
+                   QString(246, u'n') + ".jpg", tooLong}) {
     AddSource(name, Jpeg(static_cast<int>(Batch.Names.size())));
   }
   Batch.RemoveSources = true;
@@ -170,9 +155,11 @@ TEST_F(PhotoStoring, AFileThatStandsUnderTheNameIsKeptAside) {
   WriteFile(StoredPath("1.jpg"), "first");
   WriteFile(StoredPath("2.jpg"), "second");
   WriteFile(StoredPath("2.jpg.old"), "third");
+  WriteFile(StoredPath("Thumbnails/1t.bmp"), "of another picture");
   AddJpegs(2);
   Store();
   EXPECT_EQ(StoredFiles(), "1.jpg 1.jpg.old 2.jpg 2.jpg.old 2.jpg.old2");
+  EXPECT_EQ(NamesIn(Catalogue.Paths().ThumbDir), "");
   EXPECT_EQ(ReadFile(StoredPath("1.jpg.old")), "first");
   EXPECT_EQ(ReadFile(StoredPath("2.jpg.old")) + ReadFile(StoredPath("2.jpg.old2")), "thirdsecond");
   EXPECT_EQ(ReadFile(StoredPath("2.jpg")), Jpeg(2));
@@ -181,12 +168,12 @@ TEST_F(PhotoStoring, AFileThatStandsUnderTheNameIsKeptAside) {
 // A trigger, for which the program's own dialect has no words, plays a row that is refused. Another machine
 // may have taken numbers by the time a group is written.
 TEST_F(PhotoStoring, ARefusedRowLeavesTheOthersAloneAndNumbersAreTheNextFreeOnes) {
-  SQLite::Database(Catalogue.Paths().DatabaseFile.toStdString(), SQLite::OPEN_READWRITE)
-      .exec(
-          "CREATE TRIGGER OtherMachine AFTER INSERT ON tblPhotoLinks WHEN NEW.PhotoID = 2 "
-          "BEGIN INSERT INTO tblPhotos (PhotoID, ImageType) VALUES (3, 'own'); END;"
-          "CREATE TRIGGER RefuseLink BEFORE INSERT ON tblPhotoLinks WHEN NEW.PhotoID = 5 "
-          "BEGIN SELECT RAISE(ABORT, 'no'); END");
+  const test::HeldCatalogue other(
+      Catalogue,
+      "CREATE TRIGGER OtherMachine AFTER INSERT ON tblPhotoLinks WHEN NEW.PhotoID = 2 "
+      "BEGIN INSERT INTO tblPhotos (PhotoID, ImageType) VALUES (3, 'own'); END;"
+      "CREATE TRIGGER RefuseLink BEFORE INSERT ON tblPhotoLinks WHEN NEW.PhotoID = 5 "
+      "BEGIN SELECT RAISE(ABORT, 'no'); END");
   WriteFile(StoredPath("3.jpg"), "their picture");
   AddJpegs(4);
   Batch.GroupSize = 2;

@@ -1,5 +1,3 @@
-#include <QComboBox>
-
 #include "shell/main_window_fixture.h"
 #include "show/fakes.h"
 #include "support/environment.h"
@@ -29,44 +27,6 @@ TEST_F(MainWindowTest, CutsCopiesAndPastesRecords) {
       << "another selection isn't the one that was cut";
   Choose("FolderRcdPaste");
   EXPECT_EQ(shown(), "|");
-  EXPECT_EQ(Counter(), "   1 of 11");
-  EXPECT_EQ(Caption(0), "2: Photo 2");
-}
-
-// By the ways to the two dialogs, with what the user sees of a query in each view.
-TEST_F(MainWindowTest, AQueryNarrowsTheFolderAndASearchGoesOnInIt) {
-  const auto enter = [this](const char* command, const char* text, const char* button) {
-    QTimer::singleShot(0, qApp, [=] {
-      QWidget* dialog = QApplication::activeModalWidget();
-      auto* names = dialog->findChild<QComboBox*>();
-      dialog->findChild<QLineEdit*>(names == nullptr ? "qTitle" : "MatchVal")->setText(text);
-      if (names != nullptr) names->setCurrentText("Title");
-      dialog->findChild<QPushButton*>(button)->click();
-    });
-    Choose(command);
-    Window->activateWindow();
-    EXPECT_TRUE(QTest::qWaitForWindowActive(Window.get()));
-  };
-  const auto held = [this] {
-    EXPECT_EQ(Get("lblQuery").isHidden(), !Action("tbarToolBar(12)").isChecked());
-    return Action("tbarToolBar(12)").isChecked();
-  };
-  ClickFolder(Italy);
-  enter("QueryBttn", "photo 1", "CancelBttn");
-  EXPECT_FALSE(held());
-  enter("tbarToolBar(12)", "PHOTO 1", "OkBttn");
-  EXPECT_EQ(Counter(), "   1 of 11");
-  EXPECT_TRUE(held());
-  Choose("MainForm");
-  enter("tbarToolBar(13)", "17", "FindBttn");
-  EXPECT_EQ(Get<QLineEdit>("eTitle").text(), "Photo 17");
-  enter("RecordQuery", "nowhere", "OkBttn");
-  Choose("tbarToolBar(12)");  // Nothing is asked of an empty list: a dialog would wait.
-  EXPECT_TRUE(held());
-  Choose("MainData");
-  Choose("ResetBttn");
-  EXPECT_EQ(Counter(), "   1 of 20");
-  EXPECT_FALSE(held());
 }
 
 TEST_F(MainWindowTest, PhotosAreHandedOnFromEachOfThePlaces) {
@@ -135,22 +95,14 @@ TEST_F(MainWindowTest, AShowOnItsTabWaitsForADialog) {
     }
     Choose("tbarShow(17)");
   }
-  // Nor does a show outlive the window.
+  // Nor does a show outlive its tab, or the window.
+  Choose("MainData");
+  expect(false, show::MediaStopped);
+  Choose("MainPlay");
+  Choose("tbarShow(6)");
   Window->close();
   expect(false, show::MediaStopped);
   EXPECT_FALSE(Action("tbarShow(5)").isEnabled());
-}
-
-TEST_F(MainWindowTest, AShowEndsWhenItsTabIsLeft) {
-  for (const char* command : {"MainData", "MainAdd"}) {
-    Choose("MainPlay");
-    Choose("tbarShow(13)");
-    Choose("tbarShow(6)");
-    // To the last photo.
-    Get<show::ImagePlay>("TabPannel(3)").TheShow().Slider1_MouseUp(29);
-    Choose(command);
-    EXPECT_FALSE(Get<QTimer>("Timer1").isActive() || Action("tbarShow(5)").isEnabled()) << command;
-  }
 }
 
 }  // namespace

@@ -11,7 +11,7 @@ namespace veldrin::shell {
 
 using test::TestCatalogue;
 
-class MainWindowTest : public testing::Test {
+class MainWindowTest : public testing::Test, public test::Controls {
  protected:
   MainWindowTest() : TheApp(Catalogue.ProgramPath(), Catalogue.ProgramPath() + "/Temp") {
     for (const auto& [key, name] :
@@ -33,19 +33,14 @@ class MainWindowTest : public testing::Test {
       catalogue::OpenCatalogue(Catalogue.Paths(), Catalogue.Engine());
     }
     Window = std::make_unique<frmMain>(TheApp, Catalogue.Paths(), Catalogue.Engine(), std::move(media));
+    Root = Window.get();
     Window->Form_Load();
-    Get<QTimer>(QStringLiteral("Timer1")).setInterval(3'600'000);  // a show ticks by hand only
+    Get<QTimer>("Timer1").setInterval(3'600'000);  // a show ticks by hand only
     Window->show();
     Window->activateWindow();
     EXPECT_TRUE(QTest::qWaitForWindowActive(Window.get()));
   }
 
-  template <class Control = QWidget>
-  Control& Get(const QString& name) {
-    auto* control = Window->findChild<Control*>(name);
-    if (control == nullptr) throw std::runtime_error("no control " + name.toStdString());
-    return *control;
-  }
   QAction& Action(const char* name) { return Get<QAction>(name); }
   // A command, or a button of a view.
   void Choose(const char* name) {
@@ -66,29 +61,17 @@ class MainWindowTest : public testing::Test {
     QTest::mouseClick(Tree().viewport(), Qt::LeftButton, {},
                       Tree().visualItemRect(Tree().NodeAt(index)).center());
   }
-  QString Counter() { return Get<browse::DataNavigator>("Data1").Caption(); }
-  QString Caption(int cell) {
-    return Get<browse::ThumbCaption>(QStringLiteral("ThumbTitle(%1)").arg(cell)).Caption();
-  }
   void ClickThumb(int cell, Qt::KeyboardModifiers keys = {}) {
     QTest::mouseClick(&Get(QStringLiteral("ImgThumb(%1)").arg(cell)), Qt::LeftButton, keys);
   }
-  bool FirstThumbHasFocus() { return Get("picThumb(0)").hasFocus(); }
-  static void Key(Qt::Key key) { QTest::keyClick(QApplication::focusWidget(), key); }
 
   // Does something while the dialog that an action opens is there, and closes it.
   static void OnDialog(
       const char* name, const std::function<void()>& open, const std::function<void()>& action = [] {}) {
-    bool opened = false;
-    QTimer::singleShot(0, qApp, [&] {
-      QWidget* dialog = QApplication::activeModalWidget();
-      if (dialog == nullptr) return QApplication::closeAllWindows();
-      opened = dialog->objectName() == name;
+    test::InDialog(open, [&](QWidget& dialog) {
+      EXPECT_EQ(dialog.objectName(), name);
       action();
-      dialog->close();
     });
-    open();
-    EXPECT_TRUE(opened) << name;
   }
 
   TestCatalogue Catalogue;
@@ -97,6 +80,6 @@ class MainWindowTest : public testing::Test {
 };
 
 // The folders by their places in the tree.
-constexpr int Root = 1, TopUnorganized = 2, Home = 3, Travels = 4, Italy = 6;
+constexpr int TopUnorganized = 2, Home = 3, Travels = 4, Italy = 6;
 
 }  // namespace veldrin::shell

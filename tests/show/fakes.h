@@ -7,7 +7,7 @@
 #include "base/runtime_error.h"
 #include "catalogue/image_store.h"
 #include "show/picture_show.h"
-#include "support/test_support.h"
+#include "support/catalogue_list.h"
 
 namespace veldrin::show {
 
@@ -70,14 +70,13 @@ class PlainSurface : public ShowSurface {
     }
   }
   void MusicOnChanged() override {}
-  void ChangeWindow() override { OtherWindow(); }
+  void ChangeWindow() override {}
   void ShowAudioDialog() override { AudioDialog(); }
 
   int Shown = 0;     ///< 0 for none
   int Prepared = 0;  ///< 0 for none
   int Slider = 0;
   std::set<int> Broken;
-  std::function<void()> OtherWindow = [] {};
   std::function<void()> AudioDialog = [] {};
 
  private:
@@ -88,13 +87,11 @@ class PlainSurface : public ShowSurface {
 };
 
 /// Photos 1, 2, ..., tracks, and a show of them, with another one on the whole screen.
-class ShowFixture {
+class ShowFixture : public test::CatalogueList {
  public:
   explicit ShowFixture(int photos, const QStringList& tracks = {"a.wav", "b.wav", "c.wav"}) {
     for (int id = 1; id <= photos; ++id) Catalogue.AddPhoto(id, QString(), {});
-    Data1.DatabaseName = Catalogue.Paths().WorkFile;
-    Data1.RecordSource = "SELECT tblPhotos.* FROM tblPhotos";
-    Data1.Refresh();
+    Open();
     for (const QString& track : tracks) test::WriteFile(Catalogue.Paths().MusicDir + track, "sound");
     MusicList.SetPattern(MusicPattern());
     MusicList.SetPath(Catalogue.Paths().MusicDir);
@@ -107,8 +104,6 @@ class ShowFixture {
     if (Timer.Enabled) Show.Timer1_Timer();
   }
 
-  test::TestCatalogue Catalogue;
-  catalogue::RecordList Data1{Catalogue.Engine()};
   ShowSettings Settings;
   controls::FileListBox MusicList;
   ScriptedMedia Player;

@@ -1,7 +1,6 @@
 // Real playback, over a sound server without a loudspeaker, which records what it would be given.
 #include "show/media_player.h"
 
-#include <gtest/gtest.h>
 #include <signal.h>
 #include <sys/prctl.h>
 

@@ -1,8 +1,6 @@
 // The timer of the show and the pictures that it waits for.
 #include "show/picture_timer.h"
 
-#include <gtest/gtest.h>
-
 #include <QSemaphore>
 #include <QSignalSpy>
 #include <QTest>
@@ -48,14 +46,12 @@ class PicturesOfAShow : public testing::Test {
     Box.resize(400, 300);
     Box.show();
     test::WritePicture(File, QSize(60, 40));
-    Whole = test::ReadFile(File);
-    Broken = QByteArray(Whole.size(), 'x');
   }
 
-  // Another content that can't be told from the one before without being read.
-  void Swap(const QByteArray& bytes) {
+  // It can't be told from the picture before without being read.
+  void Spoil() {
     const QDateTime date = QFileInfo(File).lastModified();
-    test::WriteFile(File, bytes);
+    test::WriteFile(File, QByteArray(QFileInfo(File).size(), 'x'));
     QFile file(File);
     ASSERT_TRUE(file.open(QIODevice::ReadWrite));
     ASSERT_TRUE(file.setFileTime(date, QFileDevice::FileModificationTime));
@@ -76,8 +72,6 @@ class PicturesOfAShow : public testing::Test {
 
   QTemporaryDir Directory;
   QString File = Directory.filePath("photo.bmp");
-  QByteArray Whole;
-  QByteArray Broken;
   PictureLoader Loader;
   QWidget Box;
   PicturePair* Pictures = new PicturePair(Box, Loader);
@@ -109,7 +103,7 @@ TEST_F(PicturesOfAShow, AreDecodedOnce) {
   for (const QSize size : {QSize(500, 400), QSize(600, 500), QSize(400, 300)}) Box.resize(size);
   EXPECT_FALSE(Pictures->IsReady());
   EXPECT_TRUE(QTest::qWaitFor([&] { return Pictures->IsReady(); }));
-  Swap(Broken);
+  Spoil();
   Pictures->Show(File);
   Pictures->Prepare({});
   Pictures->Show(File);  // as a pause does that ends

@@ -3,10 +3,13 @@
 #include <QApplication>
 #include <QLocale>
 
+#include "support/test_support.h"
+
 int main(int argc, char** argv) {
   qputenv("QT_MEDIA_BACKEND", "ffmpeg");
+  veldrin::test::UseMemoryDisk();
   QApplication application(argc, argv);
-  QApplication::setApplicationDisplayName(QStringLiteral("Veldrin"));
+  QApplication::setApplicationDisplayName("Veldrin");
   QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));
   testing::InitGoogleMock(&argc, argv);
   return RUN_ALL_TESTS();

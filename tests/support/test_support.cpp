@@ -1,10 +1,9 @@
 #include "support/test_support.h"
 
-#include <sqlite3.h>
-
 #include <QAbstractButton>
 #include <QApplication>
 #include <QBuffer>
+#include <QDragEnterEvent>
 #include <QPainter>
 #include <QTimer>
 
@@ -25,7 +24,7 @@ QStringList AnswerBoxes(const std::function<void()>& action,
     if (box == nullptr) return;
     const auto button =
         seen.size() < answers.size() ? answers[seen.size()] : box->standardButton(box->buttons().front());
-    seen << box->windowTitle() + QLatin1Char('|') + box->text();
+    seen << box->windowTitle() + u'|' + box->text();
     if (box->button(button) == nullptr) {
       ADD_FAILURE() << "no such button in the box " << seen.back().toStdString();
       return box->reject();
@@ -34,8 +33,30 @@ QStringList AnswerBoxes(const std::function<void()>& action,
   });
   timer.start();
   action();
-  EXPECT_EQ(seen.size(), answers.size()) << "boxes seen: " << seen.join(QLatin1Char('\n')).toStdString();
+  EXPECT_EQ(seen.size(), answers.size()) << "boxes seen: " << seen.join(u'\n').toStdString();
   return seen;
+}
+
+void InDialog(const std::function<void()>& open, const std::function<void(QWidget& dialog)>& use) {
+  bool opened = false;
+  QTimer::singleShot(0, qApp, [&] {
+    QWidget* dialog = QApplication::activeModalWidget();
+    opened = dialog != nullptr;
+    if (!opened) return QApplication::closeAllWindows();
+    use(*dialog);
+    dialog->close();
+  });
+  open();
+  EXPECT_TRUE(opened);
+}
+
+bool Drop(QWidget& target, const QMimeData& data) {
+  const QPoint middle = target.rect().center();
+  QDragEnterEvent enter(middle, Qt::CopyAction, &data, Qt::LeftButton, {});
+  QCoreApplication::sendEvent(&target, &enter);
+  QDropEvent drop(middle, Qt::CopyAction, &data, Qt::LeftButton, {});
+  if (enter.isAccepted()) QCoreApplication::sendEvent(&target, &drop);
+  return enter.isAccepted() && drop.isAccepted();
 }
 
 int ErrorOf(const std::function<void()>& action) {
@@ -66,6 +87,10 @@ void WriteFile(const QString& path, const QByteArray& bytes) {
   ASSERT_EQ(file.write(bytes), bytes.size());
 }
 
+std::string NamesIn(const QString& directory) {
+  return QDir(directory).entryList(QDir::Files | QDir::Hidden, QDir::Name).join(u' ').toStdString();
+}
+
 QByteArray Jpeg(int number) {
   QImage image(24, 24, QImage::Format_RGB32);
   image.fill(QColor::fromHsv(number * 17, 255, 255));
@@ -75,26 +100,24 @@ QByteArray Jpeg(int number) {
   return bytes;
 }
 
-bool UseMemoryDisk() {
-  return QFileInfo(QStringLiteral("/dev/shm")).isWritable() && qputenv("TMPDIR", "/dev/shm");
-}
+bool UseMemoryDisk() { return QFileInfo("/dev/shm").isWritable() && qputenv("TMPDIR", "/dev/shm"); }
 
 TestCatalogue::TestCatalogue(bool open) {
-  const QString database = Directory.path() + QStringLiteral("/Database");
+  const QString database = Directory.path() + "/Database";
   for (const char* path : {"/Database/Images/Thumbnails", "/Database/Music", "/Temp"})
     QDir().mkpath(Directory.path() + QLatin1String(path));
   for (const char* name : {"Photos.mdb", "TmpPhotos.mdb", "Veldrin.MDW"}) {
-    const QString file = QStringLiteral("/") + QLatin1String(name);
+    const QString file = "/" + QLatin1String(name);
     EXPECT_TRUE(QFile::copy(QStringLiteral(READY_MADE_DIR) + file, database + file));
   }
-  ThePaths.IniFile = Directory.path() + QStringLiteral("/Ini/Veldrin.ini");
-  ThePaths.DatabaseFile = database + QStringLiteral("/Photos.mdb");
-  ThePaths.ImageDir = database + QStringLiteral("/Images/");
-  ThePaths.ThumbDir = database + QStringLiteral("/Images/Thumbnails/");
-  ThePaths.MusicDir = database + QStringLiteral("/Music/");
-  ThePaths.TempDir = Directory.path() + QStringLiteral("/Temp/");
-  ThePaths.MailDir = Directory.path() + QStringLiteral("/Cache/Mail/");
-  TheEngine.SystemDB = database + QStringLiteral("/Veldrin.MDW");
+  ThePaths.IniFile = Directory.path() + "/Ini/Veldrin.ini";
+  ThePaths.DatabaseFile = database + "/Photos.mdb";
+  ThePaths.ImageDir = database + "/Images/";
+  ThePaths.ThumbDir = database + "/Images/Thumbnails/";
+  ThePaths.MusicDir = database + "/Music/";
+  ThePaths.TempDir = Directory.path() + "/Temp/";
+  ThePaths.MailDir = Directory.path() + "/Cache/Mail/";
+  TheEngine.SystemDB = database + "/Veldrin.MDW";
   if (open) {
     EXPECT_TRUE(catalogue::CreateWorkFile(ThePaths, TheEngine, ProgramPath()));
     EXPECT_TRUE(catalogue::OpenCatalogue(ThePaths, TheEngine));
@@ -106,20 +129,14 @@ void TestCatalogue::Execute(const QStringList& statements) {
   for (const QString& statement : statements) database->Execute(statement, engine::dbFailOnError);
 }
 
-QString TestCatalogue::Value(const QString& sql) {
-  const QStringList rows = Rows(sql);
-  return rows.isEmpty() ? QStringLiteral("<none>") : rows.front().section(QLatin1Char('|'), 0, 0);
-}
-
 QStringList TestCatalogue::Rows(const QString& sql) {
   const auto database = TheEngine.OpenDatabase(ThePaths.WorkFile);
   const auto recordset = database->OpenRecordset(sql, engine::dbOpenSnapshot);
   QStringList rows;
   for (const auto& row : recordset->ReadRows(0, recordset->RecordCount())) {
     QStringList values;
-    for (const auto& value : row)
-      values << (engine::IsNull(value) ? QStringLiteral("<null>") : value.toString());
-    rows << values.join(QLatin1Char('|'));
+    for (const auto& value : row) values << (engine::IsNull(value) ? "<null>" : value.toString());
+    rows << values.join(u'|');
   }
   return rows;
 }
@@ -139,14 +156,7 @@ void TestCatalogue::AddPhoto(int photoId, const QString& title, const QStringLis
                  .arg(folders::LinkKey(key))
                  .arg(photoId)});
   }
-  if (size.isValid()) WritePicture(catalogue::ImageFileName(ThePaths, photoId, QStringLiteral("jpg")), size);
+  if (size.isValid()) WritePicture(catalogue::ImageFileName(ThePaths, photoId, "jpg"), size);
 }
-
-HeldCatalogue::HeldCatalogue(const QString& file, const char* begin) {
-  EXPECT_EQ(sqlite3_open(QFile::encodeName(file).constData(), &File), SQLITE_OK);
-  EXPECT_EQ(sqlite3_exec(File, begin, nullptr, nullptr, nullptr), SQLITE_OK);
-}
-
-HeldCatalogue::~HeldCatalogue() { sqlite3_close(File); }
 
 }  // namespace veldrin::test

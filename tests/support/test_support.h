@@ -2,6 +2,7 @@
 // answer.
 #pragma once
 
+#include <SQLiteCpp/SQLiteCpp.h>
 #include <gtest/gtest.h>
 
 #include <QAbstractButton>
@@ -9,15 +10,15 @@
 #include <QImage>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QTemporaryDir>
 #include <QTest>
 #include <functional>
 
 #include "base/runtime_error.h"
 #include "catalogue/record_source.h"
+#include "controls/named.h"
 #include "engine/dao/db_engine.h"
-
-struct sqlite3;
 
 namespace veldrin::test {
 
@@ -30,6 +31,12 @@ constexpr auto CaseName = [](const auto& tested) { return std::string(tested.par
 QStringList AnswerBoxes(const std::function<void()>& action,
                         const QList<QMessageBox::StandardButton>& answers);
 
+/// Does something in the dialog that an action opens, which must come, and closes it.
+void InDialog(const std::function<void()>& open, const std::function<void(QWidget& dialog)>& use);
+
+/// Drops data on a control as the window system does; true when it was taken.
+bool Drop(QWidget& target, const QMimeData& data);
+
 /// The number of the RuntimeError that the action raises, 0 for none.
 int ErrorOf(const std::function<void()>& action);
 
@@ -39,6 +46,9 @@ void WritePicture(const QString& path, QSize size, QColor color = Qt::darkGreen)
 /// The bytes of a file; a missing one fails the test.
 QByteArray ReadFile(const QString& path);
 void WriteFile(const QString& path, const QByteArray& bytes);
+
+/// The files of a directory in the order of their names, also those that are hidden.
+std::string NamesIn(const QString& directory);
 
 /// A whole JPEG file, another one for each number.
 QByteArray Jpeg(int number);
@@ -51,8 +61,8 @@ bool UseMemoryDisk();
 class Controls {
  protected:
   template <class Control = QWidget>
-  Control& Get(const char* name) {
-    return *Root->findChild<Control*>(QLatin1String(name));
+  Control& Get(const QString& name) {
+    return controls::Get<Control>(*Root, name);
   }
   QLineEdit& Field(const char* name) { return Get<QLineEdit>(name); }
   void Click(const char* name) { Get<QAbstractButton>(name).click(); }
@@ -72,9 +82,7 @@ class TestCatalogue {
 
   /// Runs statements of the program's dialect on the working copy.
   void Execute(const QStringList& statements);
-  /// The first value of a query's first row, as text; "<none>" without a row, "<null>" for Null.
-  QString Value(const QString& sql);
-  /// All rows of a query, values joined by "|".
+  /// All rows of a query, values joined by "|", with "<null>" for Null.
   QStringList Rows(const QString& sql);
   /// The same in one text, rows joined by blanks.
   std::string RowsText(const char* sql) { return Rows(QString::fromUtf8(sql)).join(u' ').toStdString(); }
@@ -92,16 +100,16 @@ class TestCatalogue {
 /// Another program that has the catalogue's file, or another one, open for the life of the object.
 class HeldCatalogue {
  public:
-  /// `begin`: a statement of SQLite, such as one by which it takes hold of the file.
+  /// `begin`: statements of SQLite, such as one by which it takes hold of the file.
   HeldCatalogue(TestCatalogue& catalogue, const char* begin)
       : HeldCatalogue(catalogue.Paths().DatabaseFile, begin) {}
-  HeldCatalogue(const QString& file, const char* begin);
-  ~HeldCatalogue();
-  HeldCatalogue(const HeldCatalogue&) = delete;
-  HeldCatalogue& operator=(const HeldCatalogue&) = delete;
+  HeldCatalogue(const QString& file, const char* begin)
+      : File(file.toStdString(), SQLite::OPEN_READWRITE | SQLite::OPEN_CREATE) {
+    File.exec(begin);
+  }
 
  private:
-  sqlite3* File = nullptr;
+  SQLite::Database File;
 };
 
 }  // namespace veldrin::test
