@@ -32,11 +32,13 @@ int Screen::Current() const {
   return Framed < 0 ? 0 : Cells[Framed].Caption.section(u':', 0, 0).toInt();
 }
 
-QString Screen::CurrentTitle() const {
-  if (Tab == shell::FormTab) return FormTitle;
+QString Screen::TitleOf(int number) const {
   if (Tab != shell::BrowseTab) return {};
-  if (!Page) return GridTitle;
-  return Framed < 0 ? QString() : Cells[Framed].Caption.section(": ", 1);
+  const QString text = QString::number(number);
+  if (!Page) return GridNumber == text ? GridTitle : QString();
+  for (const CellOnScreen& cell : Cells)
+    if (cell.Caption.startsWith(text + u':')) return cell.Caption.section(QStringLiteral(": "), 1);
+  return {};
 }
 
 ScreenReader::ScreenReader(shell::frmMain& window)

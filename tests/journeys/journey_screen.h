@@ -56,8 +56,8 @@ struct Screen {
 
   /// The number of the photo that the shown view points at; 0 for none.
   int Current() const;
-  /// Its title, as far as it is on the screen.
-  QString CurrentTitle() const;
+  /// A photo's title as it is on the screen; null for one that isn't.
+  QString TitleOf(int number) const;
 };
 
 class ScreenReader {

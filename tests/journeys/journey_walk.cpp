@@ -346,18 +346,29 @@ bool Walk::IsAnother(int photo) const {
   return read != BirthsRead.end() && now != Model.Rows.end() && read->second != now->second.Birth;
 }
 
+// Of a photo that is another one now it matters which of them the user sees; either may be meant where
+// neither is in sight.
 void Walk::ExpectOn(const std::vector<int>& photos, const std::function<void(JourneyModel&, int)>& effect) {
-  const auto apply = [&](JourneyModel& model, bool others) {
-    for (const int photo : photos)
-      if (model.Rows.contains(photo) && (others || !IsAnother(photo))) effect(model, photo);
-  };
-  apply(Outcome(), false);
-  const bool changed = std::any_of(photos.begin(), photos.end(), [&](int p) { return Changed.contains(p); });
-  if (!changed) return;
-  Outcome();
-  // The user may see the new photo already.
-  const auto current = Model.Rows.find(Before.Current());
-  if (current != Model.Rows.end() && current->second.Title == Before.CurrentTitle()) apply(Outcome(), true);
+  constexpr size_t mostOpen = 4;
+  std::vector<int> sure;
+  std::vector<int> open;
+  for (const int photo : photos) {
+    if (!Model.Rows.contains(photo)) continue;
+    const QString seen = Before.TitleOf(photo);
+    if (!IsAnother(photo) || seen == Model.Rows.at(photo).Title)
+      sure.push_back(photo);
+    else if (seen.isNull())
+      open.push_back(photo);
+  }
+  MayAdopt |= open.size() > mostOpen;
+  open.resize(std::min(open.size(), mostOpen));
+  for (unsigned chosen = 0; chosen < 1U << open.size(); ++chosen) {
+    JourneyModel& outcome = Outcome();
+    for (const int photo : sure) effect(outcome, photo);
+    for (size_t i = 0; i < open.size(); ++i)
+      if ((chosen >> i & 1U) != 0) effect(outcome, open[i]);
+  }
+  if (std::any_of(photos.begin(), photos.end(), [&](int p) { return Changed.contains(p); })) Outcome();
 }
 
 bool Walk::IsForeign(const QString& folder) const {
