@@ -176,7 +176,7 @@ void SaveNew(Walk& walk, int, int b) {
   const auto& save = Child(window, "newSaveBttn");
   if (std::any_of(names.begin(), names.end(), [&](auto& name) { return walk.Pictures.at(name).Colour == 0; }))
     walk.AnswerBox(qPrintable(ReportOf(names.size(), "stored in ")), QMessageBox::Ok,
-                   walk.InSight(save, save.rect().center()));
+                   !walk.Before.Naming && walk.InSight(save, save.rect().center()));
   if (!walk.Click("newSaveBttn")) return;
   walk.ExpectAt({folder}, [&](JourneyModel& model) {
     int number = model.NextNumber();

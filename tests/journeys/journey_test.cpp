@@ -137,6 +137,7 @@ TEST(Journey, TheScreenTellsTheTruthAfterEachStep) {
   std::cout << done << " steps, " << done * 1000 / static_cast<size_t>(std::max<qint64>(1, clock.elapsed()))
             << " a second" << std::endl;
   if (!fall) return;
+  std::cout << fall->Why.Invariant << ": " << fall->Why.What << std::endl;
   const Steps shrunk = replay.isEmpty() ? Shrink(steps, *fall) : steps;
   FAIL() << fall->Why.Invariant << ": " << fall->Why.What << "\nVELDRIN_JOURNEY_REPLAY=\"" << Text(shrunk)
          << '"';
