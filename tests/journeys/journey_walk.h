@@ -122,6 +122,7 @@ class Walk {
   std::map<QString, JourneyModel::Photo> Pictures;  ///< what can be added, by the file's name
   QString PicturesDir() const { return Home.path() + "/Pictures/"; }
   QString GotDir() const { return Home.path() + "/Got"; }
+  int Refreshes = 0;  ///< of the list, in this step
 
  private:
   struct BoxRule {
@@ -177,7 +178,6 @@ class Walk {
   std::optional<std::vector<int>> Selection;
   std::optional<int> Current;
   std::optional<Failure> First;
-  int Refreshes = 0;
   bool FolderMoved = false;
   bool FromMenu = false;
 

@@ -256,7 +256,8 @@ void Refresh(Walk& walk, int a, int) {
 }
 
 void Reset(Walk& walk, int, int) {
-  if (walk.Click("ResetBttn")) walk.Model.ClearQuery();
+  // A name that is refused stops it.
+  if (walk.Click("ResetBttn") && (!walk.Before.Naming || walk.Refreshes > 0)) walk.Model.ClearQuery();
 }
 
 // --- the show ---------------------------------------------------------------------------------------------
