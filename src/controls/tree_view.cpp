@@ -170,10 +170,13 @@ void TreeView::SetFilling(bool filling) {
 
 // --- label editing ----------------------------------------------------------------------------------------
 
-void TreeView::StartLabelEdit() {
+void TreeView::StartLabelEdit(const QString& text) {
   if (Editor != nullptr || SelectedItem() == nullptr) return;
   scrollToItem(SelectedItem());
   editItem(SelectedItem());
+  if (Editor == nullptr || text.isEmpty()) return;
+  Editor->setText(text);
+  Editor->selectAll();
 }
 
 QWidget* TreeView::MakeEditor(QWidget* parent) {

@@ -87,8 +87,8 @@ class TreeView : public QTreeWidget {
   void SetFilling(bool filling);
 
   /// Opens the selected node's label for editing; Enter and the loss of the focus keep what was typed, Esc
-  /// takes it back.
-  void StartLabelEdit();
+  /// takes it back. A text that is given stands there instead of the label.
+  void StartLabelEdit(const QString& text = {});
   /// Ends an edit as the loss of the focus does, or takes it back. False when AfterLabelEdit opened another.
   bool EndLabelEdit(bool keep = true);
 

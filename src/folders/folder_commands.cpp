@@ -90,14 +90,18 @@ void FolderCommands::tvTreeView_AfterLabelEdit(bool& Cancel, QString& NewString)
   }
   // No name clashes with a key; one that the catalogue has no room for must not be shown as if it were
   // stored.
+  bool isChanged = false;
   Cancel = !InOneGroup(QStringLiteral("renamed"), [&](Database& database) {
-    if (!RowIsAsShown(database, node)) return false;
+    isChanged = !RowIsAsShown(database, node);
+    if (isChanged) return false;
     database.Execute(
         QStringLiteral("UPDATE %1 SET FolderName = '%2' WHERE IDNo = '%3'")
             .arg(catalogue::LevelTable(GetNodeLevel(node)), engine::QuoteSql(NewString), node.Tag()),
         engine::dbFailOnError);
     return true;
   });
+  // What couldn't be stored is typed once.
+  if (Cancel && !isChanged) return Tree.StartLabelEdit(NewString);
   AddedNode = nullptr;
   if (!Cancel) node.SetText(NewString);
   Navigation.ShowRenamed();

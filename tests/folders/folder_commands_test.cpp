@@ -125,6 +125,15 @@ TEST_F(FolderCommandsTest, WhatCantBeDoneWritesNothing) {
   On("1/2/3/4/5/6/7/8/9/10", &FolderCommands::FolderAdd_Click);
   EXPECT_TRUE(Told.startsWith("No folders added.")) << Told.toStdString();
   ExpectTree(tree);
+
+  // A name that couldn't be stored need not be typed again.
+  const test::HeldCatalogue locked(Catalogue, "BEGIN EXCLUSIVE");
+  Catalogue.Engine().LockTimeout = 0;
+  On("X", &FolderCommands::FolderRen_Click);
+  Type("Typed");
+  EXPECT_TRUE(Told.startsWith("No folders renamed.")) << Told.toStdString();
+  ASSERT_TRUE(IsEditing());
+  EXPECT_EQ(Editor()->text(), "Typed");
 }
 
 TEST_F(FolderCommandsTest, APhotoOfADeletedFolderStaysBelowItsParent) {
