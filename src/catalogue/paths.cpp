@@ -5,7 +5,7 @@
 #include <QFileInfo>
 #include <algorithm>
 
-#include "desktop/file_identity.h"
+#include "base/file_identity.h"
 
 namespace veldrin::catalogue {
 
@@ -28,10 +28,10 @@ QStringList OwnDirectories(const Paths& paths) {
 }
 
 bool IsOwnDirectory(const Paths& paths, const QString& directory) {
-  const auto identity = desktop::IdentityOf(directory);
+  const auto identity = base::IdentityOf(directory);
   const QStringList own = OwnDirectories(paths);
   return identity && std::any_of(own.begin(), own.end(),
-                                 [&](const QString& path) { return desktop::IdentityOf(path) == identity; });
+                                 [&](const QString& path) { return base::IdentityOf(path) == identity; });
 }
 
 }  // namespace veldrin::catalogue

@@ -8,6 +8,7 @@
 #include "base/runtime_error.h"
 #include "desktop/file_copy.h"
 #include "desktop/own_directory.h"
+#include "desktop/shared_locks.h"
 
 namespace veldrin::catalogue {
 
@@ -42,12 +43,13 @@ QVector<Field> PhotoFields() {
       {QStringLiteral("LastModifyDate"), engine::dbDate}};
 }
 
-TableDef LinkedTable(const QString& name, const QString& file, QVector<Field> fields) {
+TableDef LinkedTable(const QString& name, const QString& file, bool readOnly, QVector<Field> fields) {
   TableDef table;
   table.Fields = std::move(fields);
   table.Name = name;
   table.Connect = QStringLiteral(";DATABASE=") + file;
   table.SourceTableName = name;
+  table.ReadOnly = readOnly;
   return table;
 }
 
@@ -55,14 +57,14 @@ QVector<Index> PrimaryKey(const QStringList& fields) {
   return {{QStringLiteral("PrimaryKey"), fields, true, true}};
 }
 
-void AppendLinks(engine::Database& db, const QString& file) {
+void AppendLinks(engine::Database& db, const QString& file, bool readOnly) {
   const Field idNo{QStringLiteral("IDNo"), engine::dbText, 40};
-  db.Append(LinkedTable(QStringLiteral("tblPhotos"), file, PhotoFields()));
-  db.Append(LinkedTable(QStringLiteral("tblPhotoLinks"), file,
+  db.Append(LinkedTable(QStringLiteral("tblPhotos"), file, readOnly, PhotoFields()));
+  db.Append(LinkedTable(QStringLiteral("tblPhotoLinks"), file, readOnly,
                         {idNo, {QStringLiteral("PhotoID"), engine::dbLong}}));
   for (int level = 1; level <= LevelCount; ++level)
-    db.Append(
-        LinkedTable(LevelTable(level), file, {idNo, {QStringLiteral("FolderName"), engine::dbText, 255}}));
+    db.Append(LinkedTable(LevelTable(level), file, readOnly,
+                          {idNo, {QStringLiteral("FolderName"), engine::dbText, 255}}));
 }
 
 void AppendWorkingTables(engine::Database& db) {
@@ -106,10 +108,10 @@ engine::QueryDef QryPhotos() {
           QStringLiteral("LEFT(tblPhotoLinks.IDNo, ActFolder.Length) = ActFolder.IDNo")};
 }
 
-void FillWorkFile(const Paths& paths, engine::DBEngine& engine) {
+void FillWorkFile(const Paths& paths, engine::DBEngine& engine, bool readOnly) {
   // Closed at the end, also by an error.
   const auto db = engine.OpenDatabase(paths.WorkFile);
-  AppendLinks(*db, paths.DatabaseFile);
+  AppendLinks(*db, paths.DatabaseFile, readOnly);
   AppendWorkingTables(*db);
   db->CreateQueryDef(QryPhotos());
   db->Execute(QStringLiteral("INSERT INTO ActFolder (IDNo, Length) VALUES('Default', 0)"));
@@ -137,8 +139,10 @@ bool CreateWorkFile(Paths& paths, engine::DBEngine& engine, const QString& progr
 }
 
 bool OpenCatalogue(const Paths& paths, engine::DBEngine& engine, QString* why) {
+  const QString lie = desktop::WhyLocksFail(paths.DatabaseFile);
+  if (why != nullptr) *why = lie;
   try {
-    FillWorkFile(paths, engine);
+    FillWorkFile(paths, engine, !lie.isEmpty());
   } catch (const RuntimeError& error) {
     if (why != nullptr) *why = error.Description();
     return false;

@@ -20,7 +20,8 @@ bool CreateWorkFile(Paths& paths, engine::DBEngine& engine, const QString& progr
                     QString* why = nullptr);
 
 /// Links, creates and fills the working copy. False when the permanent catalogue is missing, damaged or
-/// another program's, and `why` takes the reason; the half-built copy stays.
+/// another program's, and `why` takes the reason; the half-built copy stays. True with a reason when the
+/// catalogue is opened for reading alone, since its locks don't hold between machines.
 bool OpenCatalogue(const Paths& paths, engine::DBEngine& engine, QString* why = nullptr);
 
 /// Deletes the working copy, if one was made. A failure is of no importance: the next start replaces the

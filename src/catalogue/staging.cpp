@@ -2,19 +2,18 @@
 
 #include <unistd.h>
 
-#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSet>
-#include <QSysInfo>
 #include <optional>
 
 #include "base/failure.h"
+#include "base/file_identity.h"
 #include "base/runtime_error.h"
 #include "catalogue/image_store.h"
 #include "desktop/file_copy.h"
-#include "desktop/file_identity.h"
+#include "desktop/own_directory.h"
 #include "engine/dao/transaction.h"
 
 namespace veldrin::catalogue {
@@ -29,10 +28,7 @@ constexpr qsizetype NumbersAtOnce = 512;
 // What two running programs that share an image store can't have in common, since one of them holds the lock
 // in TempDir; and what is the same after the machine was started again.
 QString StagingDirectory(const Paths& paths) {
-  const QByteArray owner = QSysInfo::machineUniqueId() + QSysInfo::machineHostName().toUtf8() +
-                           QByteArray::number(::getuid()) + paths.TempDir.toUtf8();
-  const QByteArray mark = QCryptographicHash::hash(owner, QCryptographicHash::Sha1).toHex().left(12);
-  return paths.ImageDir + QStringLiteral(".unfinished-%1/").arg(QLatin1String(mark));
+  return paths.ImageDir + QStringLiteral(".unfinished-%1/").arg(desktop::OwnMark(paths.TempDir.toUtf8()));
 }
 
 QString NotesName(const QString& directory) { return directory + QStringLiteral("names"); }
@@ -45,7 +41,7 @@ struct FileStamp {
 };
 
 std::optional<FileStamp> StampOf(const QString& path) {
-  const auto identity = desktop::IdentityOf(path);
+  const auto identity = base::IdentityOf(path);
   if (!identity) return {};
   return FileStamp{identity->Number, QFileInfo(path).size()};
 }

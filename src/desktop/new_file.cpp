@@ -5,16 +5,15 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <QCryptographicHash>
 #include <QFile>
 #include <QFileInfo>
 #include <QSet>
-#include <QSysInfo>
 #include <cerrno>
 #include <cstdio>
 #include <mutex>
 
 #include "base/runtime_error.h"
+#include "desktop/own_directory.h"
 
 namespace veldrin::desktop {
 
@@ -23,21 +22,11 @@ namespace {
 // As many as may be on their way in a directory when a program is killed, and more.
 constexpr int MostLeftovers = 16;
 
-// What makes a name this user's and this machine's own, the same after a restart of either.
-QString Mark() {
-  static const QByteArray mark = [] {
-    const QByteArray owner =
-        QSysInfo::machineUniqueId() + QSysInfo::machineHostName().toUtf8() + QByteArray::number(::getuid());
-    constexpr int length = 16;
-    return QCryptographicHash::hash(owner, QCryptographicHash::Sha1).toHex().left(length);
-  }();
-  return QString::fromLatin1(mark);
-}
-
 // Without the target's name, which may be as long as a name can be. The numbers are given from 0 on, so that
 // leftovers are found without a look through the directory, which may be large.
 QString PartName(const QString& directory, int number) {
-  return directory + QStringLiteral("/.veldrin-%1-%2.part").arg(Mark()).arg(number);
+  static const QString mark = OwnMark();
+  return directory + QStringLiteral("/.veldrin-%1-%2.part").arg(mark).arg(number);
 }
 
 // What grows is locked by the program that makes it; its end, of whatever kind, frees the lock.

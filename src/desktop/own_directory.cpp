@@ -3,9 +3,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <QCryptographicHash>
 #include <QDir>
 #include <QFile>
 #include <QRandomGenerator>
+#include <QSysInfo>
 
 #include "base/runtime_error.h"
 
@@ -49,6 +51,13 @@ QString OwnDirectoryBelow(const QString& place, const QString& name) {
   if (plain == Place::Free) return path;
   constexpr int hexadecimal = 16;
   return path + QLatin1Char('-') + QString::number(QRandomGenerator::system()->generate64(), hexadecimal);
+}
+
+QString OwnMark(const QByteArray& besides) {
+  constexpr int length = 16;
+  const QByteArray owner = QSysInfo::machineUniqueId() + QSysInfo::machineHostName().toUtf8() +
+                           QByteArray::number(::getuid()) + besides;
+  return QString::fromLatin1(QCryptographicHash::hash(owner, QCryptographicHash::Sha1).toHex().left(length));
 }
 
 }  // namespace veldrin::desktop

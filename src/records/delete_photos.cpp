@@ -114,16 +114,14 @@ bool DeletePhotos::DeleteGroup(engine::Database& database, Group group, catalogu
   std::vector<int> deleted;
   for (const auto& photo : checked.Same) deleted.push_back(photo.PhotoID);
   Q_EMIT Deleted(deleted);
-  bool removed = false;
-  ResumeNext([&] { removed = RemoveFiles(database, checked.Same); });
-  if (!removed) staging.Keep();
+  if (!RemoveFiles(database, checked.Same)) staging.Keep();
   return true;
 }
 
 // Nobody can store a photo meanwhile. Before, another machine may have stored one under a number that has
 // become free: those files are its own. They are gone for good before the next number is given out. What
 // can't be removed now the next start tries again.
-bool DeletePhotos::RemoveFiles(engine::Database& database, const Photos& photos) {
+bool DeletePhotos::RemoveFiles(engine::Database& database, const Photos& photos) try {
   const engine::Transaction transaction(database);
   std::vector<catalogue::ChosenPhoto> numbers;
   for (const auto& photo : photos) numbers.push_back({photo.PhotoID, {}});
@@ -140,6 +138,11 @@ bool DeletePhotos::RemoveFiles(engine::Database& database, const Photos& photos)
   }
   desktop::SyncDirectory(ThePaths.ImageDir);
   return all;
+} catch (const base::RuntimeError& error) {
+  const QString reason =
+      QStringLiteral("deleted, but its file goes at the next start: ") + base::ReasonOf(error);
+  for (const auto& photo : photos) Report.Failures.push_back({StoredName(photo), reason});
+  return false;
 }
 
 bool DeletePhotos::RemoveGroup(engine::Database& database, Group group) {

@@ -35,7 +35,7 @@ void NewPhoto::Read() {
   try {
     ResumeNext([&] { Date = catalogue::GetFileDate(Source); });
     Copy = std::make_unique<desktop::FileCopy>(Source, Temporary);
-    Identity = desktop::IdentityOf(Temporary);
+    Identity = base::IdentityOf(Temporary);
     IsPicture = pictures::IsPicture(Temporary);
     ImageType = IsPicture ? TypeToStore(Name) : QStringLiteral("jpg");
   } catch (const base::RuntimeError& error) {
@@ -73,7 +73,7 @@ void NewPhoto::PutInPlace(const catalogue::Paths& paths) {
 void NewPhoto::TakeBack(const catalogue::Paths& paths) {
   if (!InPlace) return;
   const QString target = catalogue::ImageFileName(paths, PhotoID, ImageType);
-  if (desktop::IdentityOf(target) != Identity) return;
+  if (base::IdentityOf(target) != Identity) return;
   InPlace = !ResumeNext([&] { desktop::RenameToFree(target, Temporary); });
 }
 

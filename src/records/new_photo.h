@@ -8,7 +8,7 @@
 
 #include "catalogue/paths.h"
 #include "desktop/file_copy.h"
-#include "desktop/file_identity.h"
+#include "base/file_identity.h"
 
 namespace veldrin::records {
 
@@ -45,7 +45,7 @@ struct NewPhoto {
 
  private:
   std::unique_ptr<desktop::FileCopy> Copy;
-  std::optional<desktop::FileIdentity> Identity;
+  std::optional<base::FileIdentity> Identity;
 };
 
 /// What the row of a file has for its type: all that follows the first point of the name, or, where that

@@ -62,7 +62,7 @@ BatchWriter::BatchWriter(const catalogue::Paths& paths, engine::DBEngine& engine
     : ThePaths(paths),
       Batch(batch),
       MayRemove(batch.RemoveSources &&
-                desktop::IdentityOf(batch.Directory) != desktop::IdentityOf(paths.ImageDir)),
+                base::IdentityOf(batch.Directory) != base::IdentityOf(paths.ImageDir)),
       Files(files),
       TheStaging(paths) {
   TheDatabase = engine.OpenDatabase(paths.WorkFile);

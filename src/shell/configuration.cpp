@@ -8,6 +8,7 @@
 #include "base/failure.h"
 #include "catalogue/schema.h"
 #include "catalogue/staging.h"
+#include "controls/msg_box.h"
 #include "shell/ini_file.h"
 #include "shell/setup.h"
 
@@ -61,7 +62,16 @@ bool LoadConfiguration(catalogue::Paths& paths, engine::DBEngine& engine, const 
     return Refuse(QStringLiteral("Unable to Connect to the Access Tables."), why, paths.IniFile);
   if (!catalogue::OpenCatalogue(paths, engine, &why))
     return Refuse(QStringLiteral("Unable to Initialize User Tables."), why, paths.IniFile);
-  catalogue::SweepStaging(paths, engine);
+  if (why.isEmpty()) {
+    catalogue::SweepStaging(paths, engine);
+  } else {
+    controls::MsgBox(
+        nullptr,
+        QStringLiteral("The catalogue is opened for reading alone. Its locks don't hold: another "
+                       "machine could write to it at the same time and damage it.\r\r%1\r%2")
+            .arg(paths.DatabaseFile, why),
+        controls::vbExclamation);
+  }
   return true;
 }
 

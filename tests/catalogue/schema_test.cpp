@@ -2,6 +2,7 @@
 
 #include <unistd.h>
 
+#include "desktop/shared_locks.h"
 #include "support/test_support.h"
 
 namespace veldrin::catalogue {
@@ -35,6 +36,12 @@ TEST(Schema, DamagedFilesAreReported) {
       {"a directory", [](const QString& file) { QDir().mkpath(file); }},
       {"empty", [](const QString& file) { WriteFile(file, {}); }},
       {"cut short", [](const QString& file) { WriteFile(file, ReadFile(file + ".old").chopped(100)); }},
+      {"a page of it overwritten",
+       [](const QString& file) {
+         const QByteArray whole = ReadFile(file + ".old");
+         constexpr qsizetype page = 4096;
+         WriteFile(file, whole.chopped(page) + QByteArray(page, 'x'));
+       }},
       {"another format", [](const QString& file) { WriteFile(file, QByteArray(16000, 'x')); }},
       {"another program's",
        [](const QString& file) { HeldCatalogue(file, "CREATE TABLE tblPhotos (PhotoID)"); }},
@@ -68,13 +75,31 @@ TEST(Schema, ALockedCatalogueIsReported) {
   }
 }
 
-TEST(Schema, AReadOnlyCatalogueIsShownButNotWritten) {
-  if (::geteuid() == 0) GTEST_SKIP() << "root writes to every file";
+TEST(Schema, ACatalogueWhoseLocksDontHoldIsShownButNotWritten) {
   TestCatalogue catalogue(false);
-  ASSERT_TRUE(QFile::setPermissions(catalogue.Paths().DatabaseFile, QFileDevice::ReadOwner));
   ASSERT_EQ(Start(catalogue), Opened);
-  ExpectEmptyCatalogue(catalogue);
-  EXPECT_EQ(test::ErrorOf([&] { catalogue.AddPhoto(1, "t", {}); }), base::errReadOnly);
+  catalogue.AddPhoto(1, "t", {});
+  const QString file = catalogue.Paths().DatabaseFile;
+  ASSERT_TRUE(CreateWorkFile(catalogue.Paths(), catalogue.Engine(), catalogue.ProgramPath()));
+  const auto database = catalogue.Engine().OpenDatabase(catalogue.Paths().WorkFile);
+  engine::TableDef links;
+  links.Name = links.SourceTableName = "tblPhotoLinks";
+  links.Connect = ";DATABASE=" + file;
+  links.Fields = {{"IDNo", engine::dbText, 40}, {"PhotoID", engine::dbLong}};
+  links.ReadOnly = true;
+  database->Append(links);
+  EXPECT_EQ(database->OpenRecordset("SELECT * FROM tblPhotoLinks", engine::dbOpenSnapshot)->RecordCount(), 0);
+  EXPECT_EQ(
+      test::ErrorOf([&] { database->Execute("INSERT INTO tblPhotoLinks (IDNo, PhotoID) VALUES ('', 1)"); }),
+      base::errReadOnly);
+
+  using desktop::LocksOf;
+  EXPECT_FALSE(LocksOf("ext4", "rw,nolock").MustBeTried) << "a disk of this machine";
+  EXPECT_EQ(LocksOf("nfs", "rw,vers=3,nolock,addr=10.0.0.1").StayHere, "nolock");
+  EXPECT_EQ(LocksOf("nfs4", "rw,local_lock=posix").StayHere, "local_lock=posix");
+  EXPECT_EQ(LocksOf("cifs", "rw,nobrl").StayHere, "nobrl");
+  const auto sound = LocksOf("fuse.sshfs", "rw,local_lock=none");
+  EXPECT_TRUE(sound.MustBeTried && sound.StayHere.isEmpty());
 }
 
 TEST(Schema, ALeftoverWorkingCopyIsReplaced) {

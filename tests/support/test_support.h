@@ -22,9 +22,6 @@
 
 namespace veldrin::test {
 
-/// The name of a case of a table of tests, whose type has a Name.
-constexpr auto CaseName = [](const auto& tested) { return std::string(tested.param.Name); };
-
 /// Runs the action and answers each message box that it opens, in order, with the next of the buttons.
 /// Returns the boxes' texts as "title|text". A box too many is closed and reported as a failure; so is a box
 /// that doesn't come.

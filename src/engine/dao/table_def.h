@@ -30,6 +30,7 @@ struct TableDef {
   QString SourceTableName;
   QVector<Field> Fields;
   QVector<Index> Indexes;
+  bool ReadOnly = false;  ///< of a link: its file is opened for reading alone, and a write raises 3027
 
   /// Empty for a table of its own.
   QString LinkedFile() const {

@@ -33,6 +33,8 @@ int NumberOf(const SQLite::Exception& error) {
 }  // namespace
 
 base::RuntimeError FromSqlite(const SQLite::Exception& error) {
+  if (error.getExtendedErrorCode() == SQLITE_READONLY)
+    return {base::errReadOnly, QStringLiteral("The catalogue is open for reading alone.")};
   return {NumberOf(error), QString::fromUtf8(error.what())};
 }
 

@@ -53,6 +53,15 @@ void GuardConnection(sqlite3* handle) {
   sqlite3_db_config(handle, SQLITE_DBCONFIG_TRUSTED_SCHEMA, 0, nullptr);
 }
 
+void RequireWhole(SQLite::Database& db, const std::string& alias, const QString& file) {
+  // A value that a column wouldn't take any more is no damage.
+  db.exec("PRAGMA ignore_check_constraints=ON");
+  const std::string found = db.execAndGet("PRAGMA " + alias + ".quick_check(1)").getString();
+  db.exec("PRAGMA ignore_check_constraints=OFF");
+  if (found != "ok")
+    Refuse(file, QStringLiteral("it is damaged, ") + QString::fromStdString(found).simplified());
+}
+
 void RequireTablesAlone(SQLite::Database& db, const std::string& alias, const QString& file) {
   SQLite::Statement rows(db, "SELECT type, name FROM " + alias +
                                  ".sqlite_schema WHERE type NOT IN ('table', 'index') OR "

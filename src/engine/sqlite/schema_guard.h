@@ -11,6 +11,10 @@ namespace veldrin::engine {
 /// Limits what statements may do with what a strange file holds; once for a connection.
 void GuardConnection(sqlite3* handle);
 
+/// Raises 3343 for a file, opened or attached under `alias`, whose pages don't fit together, and says what is
+/// wrong. Reads all of it.
+void RequireWhole(SQLite::Database& db, const std::string& alias, const QString& file);
+
 /// Raises 3343 for a file, attached under `alias`, that holds more than tables and their indexes.
 void RequireTablesAlone(SQLite::Database& db, const std::string& alias, const QString& file);
 

@@ -7,6 +7,7 @@
 #include <QMap>
 #include <map>
 
+#include "base/file_identity.h"
 #include "engine/session.h"
 #include "engine/sqlite/dialect.h"
 #include "engine/sqlite/statement.h"
@@ -42,22 +43,14 @@ class SqliteSession : public Session {
   SQLite::Database& Sqlite() { return Db; }
 
  private:
-  /// Which file stands behind a name.
-  struct Identity {
-    quint64 Device = 0;
-    quint64 Inode = 0;
-    bool operator==(const Identity&) const = default;
-  };
-  static Identity IdentityOf(const QString& file);
-
   /// A file under the name by which statements know it.
   struct OpenedFile {
     std::string Alias;
-    Identity Is;
+    std::optional<base::FileIdentity> Is;
   };
 
   void CheckFormat(const std::string& alias, const QString& file);
-  void Attach(const QString& file);
+  void Attach(const QString& file, bool readOnly);
   TableColumns ReadColumns(const QString& table);
   std::shared_ptr<PreparedStatement> Prepare(const QString& sql);
 

@@ -1,10 +1,10 @@
-#include "desktop/file_identity.h"
+#include "base/file_identity.h"
 
 #include <sys/stat.h>
 
 #include <QFile>
 
-namespace veldrin::desktop {
+namespace veldrin::base {
 
 std::optional<FileIdentity> IdentityOf(const QString& path) {
   struct stat status {};
@@ -12,4 +12,4 @@ std::optional<FileIdentity> IdentityOf(const QString& path) {
   return FileIdentity{status.st_dev, status.st_ino};
 }
 
-}  // namespace veldrin::desktop
+}  // namespace veldrin::base

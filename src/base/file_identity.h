@@ -6,7 +6,7 @@
 #include <QString>
 #include <optional>
 
-namespace veldrin::desktop {
+namespace veldrin::base {
 
 /// The same for all names of a file, and for no other file while it exists.
 struct FileIdentity {
@@ -18,4 +18,4 @@ struct FileIdentity {
 /// Nothing where no file or directory is. A link is taken for what it leads to.
 std::optional<FileIdentity> IdentityOf(const QString& path);
 
-}  // namespace veldrin::desktop
+}  // namespace veldrin::base
