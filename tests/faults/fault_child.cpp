@@ -188,7 +188,8 @@ const std::map<QString, Command>& Commands() {
       {"Save", {[](C c) { c.TypeInForm(); }, [](C c) { c.Click("SaveBttn"); }}},
       {"Thumbnails", {[](C c) { c.Select("Travels"); }, [](C c) { c.Choose("MainImage"); }}},
       {"Get", {[](C c) { c.Mark("Travels"); }, [](C c) { c.Choose("PhotoGet"); }}},
-      {"Web", {[](C c) { c.Mark("Travels"); }, [](C c) { c.Choose("PhotoWeb"); }}}};
+      {"Web", {[](C c) { c.Mark("Travels"); }, [](C c) { c.Choose("PhotoWeb"); }}},
+      {"Mail", {[](C c) { c.Mark("Travels"); }, [](C c) { c.Choose("PhotoEmail"); }}}};
   return all;
 }
 
@@ -231,6 +232,7 @@ int main(int argc, char** argv) {
   qputenv("QT_MEDIA_BACKEND", "ffmpeg");
   shell::Application application(argc, argv);
   application.CanGoOn = [] { return true; };
+  QApplication::setDoubleClickInterval(1);
   const QStringList arguments = QCoreApplication::arguments();
   Program = arguments[2];
   const shell::App app(Program, Program + QStringLiteral("/Temp"));

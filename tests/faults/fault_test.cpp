@@ -26,7 +26,8 @@ Result RunCommand(const World& world, const char* command, int at, int error) {
   child.setProcessChannelMode(QProcess::ForwardedErrorChannel);
   child.start("env", {"LD_PRELOAD=" FAULT_POINT, QStringLiteral("FAULT_AT=%1").arg(at),
                       QStringLiteral("FAULT_ERROR=%1").arg(error), "ASAN_OPTIONS=verify_asan_link_order=0",
-                      "HOME=" + world.Path(), FAULT_CHILD, command, world.Path()});
+                      "HOME=" + world.Path(), "PATH=" + world.Path() + "/Bin:" + qgetenv("PATH"),
+                      "MAILER=any", FAULT_CHILD, command, world.Path()});
   EXPECT_TRUE(child.waitForFinished(60'000));
   const QString output = QString::fromUtf8(child.readAllStandardOutput());
   Result result{
@@ -121,7 +122,8 @@ TEST_P(Faults, LeaveTheCatalogueWholeAndAreTold) {
 
 INSTANTIATE_TEST_SUITE_P(Commands, Faults,
                          testing::Values("Add", "Delete", "Remove", "Paste", "FolderAdd", "FolderRename",
-                                         "FolderDelete", "FolderPaste", "Save", "Thumbnails", "Get", "Web"),
+                                         "FolderDelete", "FolderPaste", "Save", "Thumbnails", "Get", "Web",
+                                         "Mail"),
                          [](const auto& tested) { return std::string(tested.param); });
 
 }  // namespace

@@ -76,7 +76,7 @@ class World {
       const QString table = QStringLiteral("tblLevel%1").arg(level);
       state.Tables[table] = RowsOf(db, table);
     }
-    for (const char* place : {"/Database/Images", "/Sources", "/Got", "/Webs"}) {
+    for (const char* place : {"/Database/Images", "/Sources", "/Got", "/Webs", "/Sent"}) {
       QDirIterator files(Path() + QLatin1String(place), QDir::Files | QDir::Hidden,
                          QDirIterator::Subdirectories);
       while (files.hasNext()) {
@@ -88,7 +88,8 @@ class World {
   }
 
  private:
-  QTemporaryDir Directory;
+  // A mail program takes no file from a directory with a comma, and is given copies.
+  QTemporaryDir Directory{QDir::tempPath() + "/world,XXXXXX"};
 };
 
 /// A catalogue with some folders and photos, one of them without a file; new pictures, one of them none.
@@ -105,7 +106,13 @@ inline std::unique_ptr<TestCatalogue> MakePrototype() {
     prototype->AddPhoto(id, QStringLiteral("photo"), {place}, id == 3 ? QSize() : QSize(20 + id, 30));
   }
   const QString program = prototype->ProgramPath();
-  for (const char* name : {"/Sources", "/Got", "/Webs"}) QDir().mkpath(program + QLatin1String(name));
+  for (const char* name : {"/Sources", "/Got", "/Webs", "/Sent", "/Bin"})
+    QDir().mkpath(program + QLatin1String(name));
+  // Sends what is attached.
+  const QString mailer = program + "/Bin/xdg-email";
+  WriteFile(mailer,
+            "#!/bin/sh\nwhile [ $# -gt 0 ]; do [ \"$1\" = --attach ] && cp \"$2\" ~/Sent; shift; done\n");
+  QFile::setPermissions(mailer, QFile::ReadOwner | QFile::ExeOwner);
   for (int day = 1; day <= Sources; ++day) {
     const QString name = QStringLiteral("%1/Sources/new%2.jpg").arg(program).arg(day);
     WriteFile(name, SourceOf(day));
