@@ -4,6 +4,9 @@
 include(GNUInstallDirs)
 
 set_target_properties(veldrin PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/bin)
+set_target_properties(veldrin_music PROPERTIES OUTPUT_NAME veldrin-music
+  RUNTIME_OUTPUT_DIRECTORY ${PROJECT_BINARY_DIR}/libexec/veldrin)
+add_dependencies(veldrin veldrin_music)
 
 file(GLOB_RECURSE help_files CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/help/*)
 set(help_stamp ${PROJECT_BINARY_DIR}/help_pages.stamp)
@@ -15,6 +18,7 @@ add_custom_command(OUTPUT ${help_stamp}
 add_custom_target(help_pages ALL DEPENDS ${help_stamp})
 
 install(TARGETS veldrin RUNTIME)
+install(TARGETS veldrin_music RUNTIME DESTINATION ${CMAKE_INSTALL_LIBEXECDIR}/veldrin)
 install(DIRECTORY ${READY_MADE_DIR} DESTINATION ${CMAKE_INSTALL_DATADIR}/veldrin)
 install(DIRECTORY ${PROJECT_SOURCE_DIR}/help DESTINATION ${CMAKE_INSTALL_DATADIR}/veldrin)
 install(FILES packaging/veldrin.desktop DESTINATION ${CMAKE_INSTALL_DATADIR}/applications)

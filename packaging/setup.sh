@@ -71,6 +71,7 @@ make_sample() {
   build_preset app veldrin ready_made help_pages paint_samples make_sample
   mkdir -p "$dir"
   cp -u "$built/bin/veldrin" "$dir/veldrin"
+  cp -u "$built/libexec/veldrin/veldrin-music" "$dir/veldrin-music"
   cp -ru "$built/share/veldrin/help" "$dir/"
   "$built/tools/samples/paint_samples" build/sample-photos
   "$built/tools/samples/make_sample" "$dir" "$built/share/veldrin/Database" build/sample-photos

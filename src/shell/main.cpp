@@ -4,9 +4,6 @@
 #include "shell/main_window.h"
 
 int main(int argc, char** argv) {
-  // The other backend can't play all the sound files that the music directory may hold. Read before the
-  // application object is there.
-  qputenv("QT_MEDIA_BACKEND", "ffmpeg");
   veldrin::shell::Application application(argc, argv);
   veldrin::shell::StartUp startUp;
   const auto makeMainWindow = [&startUp]() -> std::unique_ptr<QWidget> {

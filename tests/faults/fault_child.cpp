@@ -229,7 +229,6 @@ Function* Preloaded(const char* name) {
 }  // namespace
 
 int main(int argc, char** argv) {
-  qputenv("QT_MEDIA_BACKEND", "ffmpeg");
   shell::Application application(argc, argv);
   application.CanGoOn = [] { return true; };
   QApplication::setDoubleClickInterval(1);

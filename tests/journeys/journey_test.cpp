@@ -160,7 +160,6 @@ std::span<const StepKind> StepKinds() {
 }  // namespace veldrin::test
 
 int main(int argc, char** argv) {
-  qputenv("QT_MEDIA_BACKEND", "ffmpeg");
   veldrin::test::WalkApplication application(argc, argv);
   QApplication::setApplicationDisplayName("Veldrin");
   QLocale::setDefault(QLocale(QLocale::English, QLocale::UnitedStates));

@@ -6,7 +6,6 @@
 #include "support/test_support.h"
 
 int main(int argc, char** argv) {
-  qputenv("QT_MEDIA_BACKEND", "ffmpeg");
   veldrin::test::UseMemoryDisk();
   QApplication application(argc, argv);
   QApplication::setApplicationDisplayName("Veldrin");
