@@ -22,7 +22,7 @@ class ClipboardBench {
         Data1(Opened.Engine()),
         Source(
             Data1, [this] { return folders::SelectedFolderKey(Tree); }, Opened.Engine(), Opened.Paths()),
-        Clipboard(Data1, Tree, Source, Opened.Engine(), Opened.Paths()) {
+        Clipboard(Data1, Tree, Source, Opened.Engine(), Opened.Paths(), [](const base::WorkReport&) {}) {
     Data1.DatabaseName = Opened.Paths().WorkFile;
     folders::LoadFolderTree(Tree, Opened.Engine(), Opened.Paths().WorkFile);
     From = Find(QLatin1String(TopFolderKey));

@@ -23,7 +23,8 @@ class GetBench {
       : Target(std::move(target)),
         Opened(program),
         Data1(Opened.Engine()),
-        Getter([this] { return Data1.Chosen(true); }, Opened.Engine(), Opened.Paths(), Window) {
+        Getter([this] { return Data1.Chosen(true); }, Opened.Engine(), Opened.Paths(), Window,
+               [](const base::WorkReport&) {}) {
     Data1.DatabaseName = Opened.Paths().WorkFile;
     Data1.RecordSource = QStringLiteral("SELECT tblPhotos.* FROM tblPhotos");
     Data1.Refresh();
