@@ -74,7 +74,8 @@ void DeletePhotos::WriteInGroups(const catalogue::Choice& choice, const QString&
   {
     const controls::BusyPointer busy;
     folderChanged = !WriteAll(choice.Photos, write);
-    Source.SetRecordSource(Report);
+    // Where nothing was written the marks stay, for another try.
+    if (Report.Done > 0 || Report.IsAllDone()) Source.SetRecordSource(Report);
   }
   if (folderChanged) folders::TellFolderChanged(&Window);
   folders::TellPhotosChanged(&Window, Others);

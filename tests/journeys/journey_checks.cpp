@@ -214,7 +214,9 @@ void Walk::CheckForm() {
     return Require(!After.FormImage && After.FormCounter.isEmpty(), "form", "of an empty list");
   if (After.Position < 0) return;
   Compare("form", After.FormNumber, Text(ListCurrent()));
-  if (!Model.Rows.contains(ListCurrent())) return;
+  // One that has gone has its number alone, also when another photo was given that since.
+  const bool wasGone = IsAnother(ListCurrent()) && After.FormCounter.isEmpty();
+  if (wasGone || !Model.Rows.contains(ListCurrent())) return;
   Compare("form", After.FormCounter, ListCounter());
   Require(IsPictureOf(ListCurrent(), After.FormImage), "form image", Text(ListCurrent()));
 }

@@ -35,6 +35,8 @@ int NumberOf(const SQLite::Exception& error) {
 base::RuntimeError FromSqlite(const SQLite::Exception& error) {
   if (error.getExtendedErrorCode() == SQLITE_READONLY)
     return {base::errReadOnly, QStringLiteral("The catalogue is open for reading alone.")};
+  if (NumberOf(error) == base::errLocked)
+    return {base::errLocked, QStringLiteral("Another machine is using the catalogue.")};
   return {NumberOf(error), QString::fromUtf8(error.what())};
 }
 
