@@ -14,8 +14,8 @@ void RequireOwnDirectory(QString directory);
 /// guess: no one on the machine keeps another from having one. The same for every call, once it is made.
 QString OwnDirectoryBelow(const QString& place, const QString& name);
 
-/// Tells what this user's programs on this machine make from all others', in a place that they share; the same
-/// after a restart of either. What is given besides tells between programs of one user.
+/// Tells what this user's programs on this machine make from all others', in a place that they share; the
+/// same after a restart of either. What is given besides tells between programs of one user.
 QString OwnMark(const QByteArray& besides = {});
 
 }  // namespace veldrin::desktop

@@ -6,9 +6,9 @@
 #include <memory>
 #include <optional>
 
+#include "base/file_identity.h"
 #include "catalogue/paths.h"
 #include "desktop/file_copy.h"
-#include "base/file_identity.h"
 
 namespace veldrin::records {
 

@@ -61,8 +61,7 @@ BatchWriter::BatchWriter(const catalogue::Paths& paths, engine::DBEngine& engine
                          std::vector<NewPhoto>& files)
     : ThePaths(paths),
       Batch(batch),
-      MayRemove(batch.RemoveSources &&
-                base::IdentityOf(batch.Directory) != base::IdentityOf(paths.ImageDir)),
+      MayRemove(batch.RemoveSources && base::IdentityOf(batch.Directory) != base::IdentityOf(paths.ImageDir)),
       Files(files),
       TheStaging(paths) {
   TheDatabase = engine.OpenDatabase(paths.WorkFile);
