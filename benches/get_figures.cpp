@@ -23,7 +23,7 @@ class GetBench {
       : Target(std::move(target)),
         Opened(program),
         Data1(Opened.Engine()),
-        Getter([this] { return Data1.Chosen(true); }, Opened.Engine(), Opened.Paths(), Window,
+        Getter([this] { return Data1.Chosen(true); }, Opened.Engine(), Opened.Paths(), Window, Work,
                [](const base::WorkReport&) {}) {
     Data1.DatabaseName = Opened.Paths().WorkFile;
     Data1.RecordSource = QStringLiteral("SELECT tblPhotos.* FROM tblPhotos");
@@ -53,6 +53,7 @@ class GetBench {
   OpenedCatalogue Opened;
   catalogue::RecordList Data1;
   QWidget Window;
+  controls::LongWork Work{Window};
   output::PhotoGetter Getter;
 };
 

@@ -30,7 +30,8 @@ class OutputBench {
       : Opened(program),
         Data1(Opened.Engine()),
         Pages(Data1, Tree, Opened.Paths(), Web, Window),
-        Dialog(Pages) {
+        Work(Window),
+        Dialog(Pages, Work) {
     Tree.Select(Tree.Add(nullptr, QStringLiteral("Photos")));
     Data1.DatabaseName = Opened.Paths().WorkFile;
     Data1.RecordSource = QStringLiteral("tblPhotos");
@@ -44,6 +45,7 @@ class OutputBench {
   output::WebSettings Web;
   QWidget Window;
   output::WebPages Pages;
+  controls::LongWork Work;
   output::frmProg Dialog;
 };
 

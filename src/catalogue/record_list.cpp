@@ -48,9 +48,14 @@ engine::Value ListRows::Field(int index, const QString& name) const {
 RecordList::~RecordList() = default;
 
 void RecordList::Read(std::optional<int> bookmark) {
-  std::unique_ptr<engine::Recordset> read = Engine.OpenDatabase(DatabaseName)->OpenRecordset(RecordSource);
-  // Reads the keys, and so raises what is wrong with the source.
-  const int count = read->RecordCount();
+  const auto database = Engine.OpenDatabase(DatabaseName);
+  std::unique_ptr<engine::Recordset> read;
+  int count = 0;
+  database->Patiently([&] {
+    read = database->OpenRecordset(RecordSource);
+    // Reads the keys, and so raises what is wrong with the source.
+    count = read->RecordCount();
+  });
   if (bookmark && count > 0) {
     const int place = read->PositionOf(*bookmark);
     read->SetAbsolutePosition(place >= 0 ? place : std::clamp(AbsolutePosition(), 0, count - 1));

@@ -11,13 +11,16 @@ DropInput::DropInput() : Held(QGuiApplication::mouseButtons()) {
   QCoreApplication::instance()->installEventFilter(this);
 }
 
-bool DropInput::eventFilter(QObject* /*receiver*/, QEvent* event) {
+bool DropInput::eventFilter(QObject* receiver, QEvent* event) {
+  if (Passes(receiver, event)) return false;
   switch (event->type()) {
     case QEvent::MouseButtonRelease:
       // A control that saw the press would wait for the release for ever.
       if (Held.testFlag(static_cast<QMouseEvent*>(event)->button())) return false;
       break;
     case QEvent::Close:
+      CloseAsked();
+      [[fallthrough]];
     case QEvent::DragEnter:
     case QEvent::DragMove:
     case QEvent::Drop:

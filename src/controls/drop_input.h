@@ -16,6 +16,11 @@ class DropInput : public QObject {
   bool eventFilter(QObject* receiver, QEvent* event) override;
 
  private:
+  /// Whether an event that would be dropped isn't.
+  virtual bool Passes(QObject* /*receiver*/, QEvent* /*event*/) const { return false; }
+  /// The user wants to close a window.
+  virtual void CloseAsked() {}
+
   Qt::MouseButtons Held;  ///< whose presses came before
 };
 

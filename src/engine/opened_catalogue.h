@@ -43,6 +43,8 @@ class OpenedCatalogue {
   /// The keys of a source, in ascending order, each once.
   KeyList ReadKeys(const KeySource& source);
 
+  Patience Patient;
+
  private:
   bool IsLinked(const QString& table) const;
   const QueryDef* FindQuery(const QString& name) const;

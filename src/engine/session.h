@@ -28,6 +28,9 @@ struct RowSet {
   std::vector<std::vector<Value>> Rows;
 };
 
+/// Runs an action, and again while another machine's lock refuses it (3260), as long as it has patience.
+using Patience = std::function<void(const std::function<void()>&)>;
+
 /// What a group of writes touches.
 enum class Writes {
   Catalogue,      ///< the permanent tables: others who write wait until the group ends

@@ -4,7 +4,9 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QVBoxLayout>
+#include <atomic>
 #include <utility>
 
 #include "base/failure.h"
@@ -15,10 +17,12 @@ namespace veldrin::output {
 
 using controls::Named;
 
-frmGet::frmGet(const catalogue::Paths& paths, QString& lastGetDir, QWidget* parent, CopyFunction copy)
+frmGet::frmGet(const catalogue::Paths& paths, QString& lastGetDir, controls::LongWork& work, QWidget* parent,
+               CopyFunction copy)
     : QDialog(parent),
       ThePaths(paths),
       LastGetDir(lastGetDir),
+      Work(work),
       Copy(std::move(copy)),
       TheList(Named(new QListWidget(this), "List1")),
       Chooser(new controls::DirectoryChooser(this)) {
@@ -79,7 +83,7 @@ bool frmGet::IsRefused(const QString& directory) {
   return true;
 }
 
-void frmGet::CopyTo(const QString& target, const QString& name) {
+void frmGet::CopyTo(const QString& target, const QString& name) const {
   Copy(ThePaths.ImageDir + name, target);
   if (!QFileInfo(target).isFile())
     throw base::RuntimeError(base::errFileNotFound, QStringLiteral("File not found: %1").arg(target));
@@ -91,25 +95,40 @@ void frmGet::NoteFailure(int row, const QString& reason) {
     TheReport->Failures.push_back({TheList->item(row)->text(), QStringLiteral("not tried")});
 }
 
+void frmGet::CopyAll(const QStringList& names, const QString& directory) {
+  controls::Progress progress(Work, QStringLiteral("Copying Photos...."), static_cast<int>(names.size()));
+  std::atomic<int> copied = 0;
+  const auto copy = [&] {
+    for (const QString& name : names) {
+      if (progress.IsStopped()) return;
+      CopyTo(directory + QLatin1Char('/') + name, name);
+      ++copied;
+    }
+  };
+  const auto note = qScopeGuard([&] {
+    TheReport->Done = copied;
+    TheReport->Stopped = progress.IsStopped() && copied < names.size();
+  });
+  progress.Run(copy, [&] { return copied.load(); });
+}
+
 void frmGet::OkBttn_Click() {
   if (IsRefused(Chooser->Path())) return;
   const controls::BusyPointer busy;
   TheReport = base::WorkReport{
       QStringLiteral("photos"), QStringLiteral("copied to %1").arg(Chooser->Path()), 0, {}, false};
-  for (int i = 0; i < TheList->count(); ++i) {
-    const QString name = TheList->item(i)->text();
-    try {
-      CopyTo(Chooser->Path() + QLatin1Char('/') + name, name);
-      ++TheReport->Done;
-    } catch (const base::RuntimeError& error) {
-      NoteFailure(i, ReasonOf(error));
-      StillBusy.emplace();
-      controls::MsgBox(this, QStringLiteral("File Transfer Error !"), controls::vbExclamation,
-                       QStringLiteral("Error"));
-      return;
-    }
+  QStringList names;
+  for (int i = 0; i < TheList->count(); ++i) names << TheList->item(i)->text();
+  try {
+    CopyAll(names, Chooser->Path());
+  } catch (const base::RuntimeError& error) {
+    NoteFailure(TheReport->Done, ReasonOf(error));
+    StillBusy.emplace();
+    controls::MsgBox(this, QStringLiteral("File Transfer Error !"), controls::vbExclamation,
+                     QStringLiteral("Error"));
+    return;
   }
-  LastGetDir = Chooser->Path();
+  if (TheReport->Done > 0) LastGetDir = Chooser->Path();
   accept();
 }
 

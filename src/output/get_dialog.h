@@ -10,6 +10,7 @@
 #include "catalogue/paths.h"
 #include "controls/busy_pointer.h"
 #include "controls/directory_chooser.h"
+#include "controls/progress.h"
 
 namespace veldrin::output {
 
@@ -18,13 +19,14 @@ class frmGet : public QDialog {
   Q_OBJECT
 
  public:
-  /// From one path to another, as desktop::CopyStoredFile does it.
+  /// From one path to another, as desktop::CopyStoredFile does it; called in another thread.
   using CopyFunction = std::function<void(const QString& source, const QString& target)>;
 
   /// The references must outlive the dialog. `lastGetDir` has the directory of the last successful copy,
   /// empty before the first: the dialog opens on it. Raises 76 when that has gone, and empties it, so that
   /// the next dialog opens on the user's pictures.
-  frmGet(const catalogue::Paths& paths, QString& lastGetDir, QWidget* parent, CopyFunction copy);
+  frmGet(const catalogue::Paths& paths, QString& lastGetDir, controls::LongWork& work, QWidget* parent,
+         CopyFunction copy);
 
   /// The names of the stored images, without a path. Belongs to the dialog.
   QListWidget& List1() const { return *TheList; }
@@ -41,13 +43,16 @@ class frmGet : public QDialog {
   void OkBttn_Click();
   bool IsRefused(const QString& directory);
   /// Raises 53 where the copy isn't there in spite of all, otherwise what the copying raises.
-  void CopyTo(const QString& target, const QString& name);
+  void CopyTo(const QString& target, const QString& name) const;
+  /// Until one fails or the user stops it. Raises the failure.
+  void CopyAll(const QStringList& names, const QString& directory);
   /// The files behind the one that failed aren't tried.
   void NoteFailure(int row, const QString& reason);
   void CancelBttn_Click() { reject(); }
 
   const catalogue::Paths& ThePaths;
   QString& LastGetDir;
+  controls::LongWork& Work;
   CopyFunction Copy;
   QListWidget* TheList;
   controls::DirectoryChooser* Chooser;

@@ -15,7 +15,7 @@ void PhotoGetter::GetPhotos() {
     if (names.isEmpty()) return;
     std::optional<base::WorkReport> report;
     {
-      frmGet dialog(ThePaths, LastGetDir, &Window, Copy);
+      frmGet dialog(ThePaths, LastGetDir, Work, &Window, Copy);
       dialog.List1().addItems(names);
       dialog.exec();
       report = dialog.Report();

@@ -14,11 +14,13 @@ class PhotoGetter {
  public:
   /// The references must outlive the object; `window` has the dialog and the message boxes.
   PhotoGetter(catalogue::Chooser chosen, engine::DBEngine& engine, const catalogue::Paths& paths,
-              QWidget& window, base::TellWork tell, frmGet::CopyFunction copy = desktop::CopyStoredFile)
+              QWidget& window, controls::LongWork& work, base::TellWork tell,
+              frmGet::CopyFunction copy = desktop::CopyStoredFile)
       : Chosen(std::move(chosen)),
         Engine(engine),
         ThePaths(paths),
         Window(window),
+        Work(work),
         Tell(std::move(tell)),
         Copy(std::move(copy)) {}
 
@@ -31,6 +33,7 @@ class PhotoGetter {
   engine::DBEngine& Engine;
   const catalogue::Paths& ThePaths;
   QWidget& Window;
+  controls::LongWork& Work;
   base::TellWork Tell;
   frmGet::CopyFunction Copy;
   QString LastGetDir;

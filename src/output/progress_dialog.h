@@ -1,23 +1,18 @@
-// The dialog inside which pages are written: it tells how far they are, and stops them.
+// The progress under which pages are written: it starts the run that its values ask for, and stops it.
 #pragma once
 
-#include <QDialog>
-#include <QElapsedTimer>
+#include <optional>
 
+#include "controls/progress.h"
 #include "output/web_pages.h"
-
-class QLabel;
-class QProgressBar;
 
 namespace veldrin::output {
 
-/// `frmProg`. Showing it starts the run that its values ask for; the run closes it. Stop, Esc and the close
-/// box only ask the run to end.
-class frmProg : public QDialog, public ProgressForm {
-  Q_OBJECT
-
+/// `frmProg`: the values that callers set and generators read. Its window is the progress's.
+class frmProg : public ProgressForm {
  public:
-  explicit frmProg(WebPages& pages, QWidget* parent = nullptr);
+  /// The references must outlive the object.
+  frmProg(WebPages& pages, controls::LongWork& work) : Pages(pages), Work(work) {}
 
   /// Returns when the run is over.
   void ShowModal();
@@ -28,29 +23,16 @@ class frmProg : public QDialog, public ProgressForm {
   void SetProgressValue(float value) override { TheValue = value; }
   void SetPercent(const QString& caption) override { Caption = caption; }
   void DoEvents() override;
-  void Unload() override;
-
-  void reject() override;
-
- protected:
-  void paintEvent(QPaintEvent* event) override;
+  void Unload() override { Bar.reset(); }
 
  private:
   void Form_Load();
-  void Form_Activate();
-  void ShowProgress();
-  /// Whether the unloading is cancelled.
-  bool Form_Unload();
-  void bttnStop_Click() { Progress = false; }
 
   WebPages& Pages;
-  QProgressBar* ProgressBar1;
-  QLabel* lblPercent;
+  controls::LongWork& Work;
+  std::optional<controls::Progress> Bar;
   float TheValue = 0;
-  QString Caption;      ///< of lblPercent, which has it a little later
-  QElapsedTimer Shown;  ///< since lblPercent had one
-  bool Activated = false;
-  bool Running = false;
+  QString Caption;
 };
 
 }  // namespace veldrin::output

@@ -7,6 +7,7 @@
 #include <optional>
 
 #include "base/runtime_error.h"
+#include "controls/progress_window.h"
 #include "output/page_names.h"
 #include "output/page_writer.h"
 #include "output/web_directory.h"
@@ -114,7 +115,7 @@ class PageRun {
   void Advance() {
     Next.reset();
     Form.SetProgressValue(static_cast<float>((Index + 1.0) / Count * 100));
-    Form.SetPercent(PercentText(Form.ProgressValue()));
+    Form.SetPercent(controls::PercentText(Form.ProgressValue()));
     Form.DoEvents();
     ++Index;
     if (Form.Progress) return;
@@ -145,11 +146,6 @@ class PageRun {
 };
 
 }  // namespace
-
-QString PercentText(float value) {
-  constexpr int digits = 7;
-  return QString::number(static_cast<double>(value), 'g', digits) + QLatin1Char('%');
-}
 
 void WebPages::MakeWeb(ProgressForm& frm) {
   if (frm.Gallery != 0) {

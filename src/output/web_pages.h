@@ -11,9 +11,6 @@
 
 namespace veldrin::output {
 
-/// "8.333333%": what the bar holds, as a number of single precision prints.
-QString PercentText(float value);
-
 /// Each run tells the form of every photo, ends at a stop with the page in hand, and unloads the form at its
 /// end. A photo that another machine has deleted is passed over. Any other failure ends the run: the page in
 /// hand is finished with the photos that it has, where that can be done. The list stands on the same record

@@ -46,13 +46,15 @@ constexpr std::array<PictureType, 8> PictureTypes{{
 }  // namespace
 
 AddView::AddView(catalogue::RecordList& data1, controls::TreeView& tvTreeView, const catalogue::Paths& paths,
-                 engine::DBEngine& engine, QString addPicturesDir, base::TellWork tell, QWidget* parent)
+                 engine::DBEngine& engine, QString addPicturesDir, controls::LongWork& work,
+                 base::TellWork tell, QWidget* parent)
     : QWidget(parent),
       Data1(data1),
       Tree(tvTreeView),
       ThePaths(paths),
       Engine(engine),
       AddPicturesDir(std::move(addPicturesDir)),
+      Work(work),
       Tell(std::move(tell)) {
   setObjectName(QStringLiteral("TabPannel(2)"));
   BuildChoosers();
@@ -136,7 +138,7 @@ void AddView::SetFileChoosers(bool enabled) {
   FileType->setEnabled(enabled);
 }
 
-std::vector<StoredFile> AddView::StoreSelectedFiles(const controls::Node& folder) {
+base::WorkReport AddView::StoreSelectedFiles(const controls::Node& folder, int& first) {
   PhotoBatch batch;
   batch.Directory = FileToSel->Path();
   for (int index = 0; index < FileToSel->ListCount(); ++index) {
@@ -150,26 +152,30 @@ std::vector<StoredFile> AddView::StoreSelectedFiles(const controls::Node& folder
   batch.FolderIsAsShown = [&folder](engine::Database& database) {
     return folders::RowIsAsShown(database, folder);
   };
-  return StorePhotos(ThePaths, Engine, batch);
+  controls::Progress progress(Work, QStringLiteral("Storing Photos...."),
+                              static_cast<int>(batch.Names.size()));
+  base::WorkReport report{QStringLiteral("photos"), QStringLiteral("stored in ") + folder.Text(), 0, {}};
+  for (const StoredFile& file : StorePhotos(ThePaths, Engine, batch, &progress)) {
+    if (file.PhotoID != 0) ++report.Done;
+    if (first == 0) first = file.PhotoID;
+    if (!file.Failure.isEmpty()) report.Failures.push_back({file.Name, file.Failure});
+    report.Stopped |= file.PhotoID == 0 && file.Failure.isEmpty();
+  }
+  return report;
 }
 
 // The texts stay for the next batch. Where nothing could be stored all stays, for another try.
 void AddView::newSaveBttn_Click() {
-  const controls::Node& folder = *Tree.SelectedItem();
-  base::WorkReport report{QStringLiteral("photos"), QStringLiteral("stored in ") + folder.Text(), 0, {}};
+  base::WorkReport report;
   int first = 0;
   {
     const controls::BusyPointer busy;
-    for (const StoredFile& file : StoreSelectedFiles(folder)) {
-      if (file.PhotoID != 0) ++report.Done;
-      if (first == 0) first = file.PhotoID;
-      if (!file.Failure.isEmpty()) report.Failures.push_back({file.Name, file.Failure});
-    }
+    report = StoreSelectedFiles(*Tree.SelectedItem(), first);
     ResumeNext([&] {
       Data1.Refresh();
       if (const int position = Data1.PositionOf(first); position >= 0) Data1.SetAbsolutePosition(position);
     });
-    if (report.Done > 0 || report.Failures.empty()) LeaveDataEntry();
+    if (report.Done > 0 || report.IsAllDone()) LeaveDataEntry();
   }
   Tell(report);
 }

@@ -40,7 +40,8 @@ class AddView : public QWidget {
   /// The references must outlive the view. `addPicturesDir`: where the choosers begin. `tell` takes what
   /// became of the files of a save.
   AddView(catalogue::RecordList& data1, controls::TreeView& tvTreeView, const catalogue::Paths& paths,
-          engine::DBEngine& engine, QString addPicturesDir, base::TellWork tell, QWidget* parent = nullptr);
+          engine::DBEngine& engine, QString addPicturesDir, controls::LongWork& work, base::TellWork tell,
+          QWidget* parent = nullptr);
 
   /// Fills the list of file types and sets the choosers; once, at the first call.
   void FillFileTypes();
@@ -63,13 +64,15 @@ class AddView : public QWidget {
   bool IsMultiSelect() const;
   bool IsFileSelected() const;
   void LeaveDataEntry();
-  std::vector<StoredFile> StoreSelectedFiles(const controls::Node& folder);
+  /// Sets the number of the first that is stored; leaves it 0 where none is.
+  base::WorkReport StoreSelectedFiles(const controls::Node& folder, int& first);
 
   catalogue::RecordList& Data1;
   controls::TreeView& Tree;
   const catalogue::Paths& ThePaths;
   engine::DBEngine& Engine;
   QString AddPicturesDir;
+  controls::LongWork& Work;
   base::TellWork Tell;
 
   controls::DirectoryChooser* Choosers = nullptr;

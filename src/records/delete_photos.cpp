@@ -23,7 +23,7 @@ using base::ResumeNext;
 namespace {
 
 // Photos whose rows are written in one transaction.
-constexpr size_t GroupLength = 256;
+constexpr size_t GroupLength = 64;
 
 // Which may be there already.
 bool RemoveFile(const QString& file) { return QFile::remove(file) || !QFileInfo::exists(file); }
@@ -48,10 +48,11 @@ void DeletePhotos::RecordDel_Click() {
                          "Are you sure to delete the selected record(s)?"));
   if (choice.Photos.empty()) return;
   std::optional<catalogue::Staging> staging;
-  WriteInGroups(choice, QStringLiteral("deleted"), [&](engine::Database& database, Group group) {
-    if (!staging) staging.emplace(ThePaths);
-    return DeleteGroup(database, group, *staging);
-  });
+  WriteInGroups(choice, QStringLiteral("Deleting Photos...."), QStringLiteral("deleted"),
+                [&](engine::Database& database, Group group) {
+                  if (!staging) staging.emplace(ThePaths);
+                  return DeleteGroup(database, group, *staging);
+                });
 }
 
 void DeletePhotos::RecordRmv_Click() {
@@ -62,18 +63,19 @@ void DeletePhotos::RecordRmv_Click() {
                          "folder or unorganized.\r"
                          "Are you sure to remove the selected record(s) from the folder?"));
   const QString deed = QStringLiteral("removed from ") + Tree.SelectedItem()->Text();
-  WriteInGroups(choice, deed,
+  WriteInGroups(choice, QStringLiteral("Removing Photos...."), deed,
                 [this](engine::Database& database, Group group) { return RemoveGroup(database, group); });
 }
 
-void DeletePhotos::WriteInGroups(const catalogue::Choice& choice, const QString& deed, const Write& write) {
+void DeletePhotos::WriteInGroups(const catalogue::Choice& choice, const QString& caption, const QString& deed,
+                                 const Write& write) {
   if (choice.Photos.empty()) return;
   Report = {QStringLiteral("photos"), deed, 0, {}};
   Others.clear();
   bool folderChanged = false;
   {
     const controls::BusyPointer busy;
-    folderChanged = !WriteAll(choice.Photos, write);
+    folderChanged = !WriteAll(choice.Photos, caption, write);
     // Where nothing was written the marks stay, for another try.
     if (Report.Done > 0 || Report.IsAllDone()) Source.SetRecordSource(Report);
   }
@@ -83,11 +85,14 @@ void DeletePhotos::WriteInGroups(const catalogue::Choice& choice, const QString&
 }
 
 // At the first group that can't be written it ends: the others would wait as long.
-bool DeletePhotos::WriteAll(Group photos, const Write& write) {
+bool DeletePhotos::WriteAll(Group photos, const QString& caption, const Write& write) {
+  controls::Progress progress(Work, caption, static_cast<int>(photos.size()));
   size_t first = 0;
   try {
     const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
     for (; first < photos.size(); first += GroupLength) {
+      Report.Stopped = !progress.Step(static_cast<int>(first));
+      if (Report.Stopped) return true;
       if (!write(*database, photos.subspan(first, std::min(GroupLength, photos.size() - first))))
         return false;
     }

@@ -12,6 +12,7 @@
 #include "catalogue/paths.h"
 #include "catalogue/record_source.h"
 #include "catalogue/staging.h"
+#include "controls/progress.h"
 #include "controls/tree_view.h"
 
 namespace veldrin::records {
@@ -25,13 +26,14 @@ class DeletePhotos : public QObject {
   /// photos.
   DeletePhotos(catalogue::Chooser chosen, catalogue::RecordSource& source,
                const controls::TreeView& tvTreeView, engine::DBEngine& engine, const catalogue::Paths& paths,
-               QWidget& window, base::TellWork tell)
+               QWidget& window, controls::LongWork& work, base::TellWork tell)
       : Chosen(std::move(chosen)),
         Source(source),
         Tree(tvTreeView),
         Engine(engine),
         ThePaths(paths),
         Window(window),
+        Work(work),
         Tell(std::move(tell)) {}
 
   // What can't be written, such as while another machine holds the catalogue, stays as it was, files
@@ -55,8 +57,9 @@ class DeletePhotos : public QObject {
   bool DeleteGroup(engine::Database& database, Group group, catalogue::Staging& staging);
   bool RemoveFiles(engine::Database& database, const Photos& photos);
   bool RemoveGroup(engine::Database& database, Group group);
-  void WriteInGroups(const catalogue::Choice& choice, const QString& deed, const Write& write);
-  bool WriteAll(Group photos, const Write& write);
+  void WriteInGroups(const catalogue::Choice& choice, const QString& caption, const QString& deed,
+                     const Write& write);
+  bool WriteAll(Group photos, const QString& caption, const Write& write);
 
   catalogue::Chooser Chosen;
   catalogue::RecordSource& Source;
@@ -64,6 +67,7 @@ class DeletePhotos : public QObject {
   engine::DBEngine& Engine;
   const catalogue::Paths& ThePaths;
   QWidget& Window;
+  controls::LongWork& Work;
   base::TellWork Tell;
   // Of the command in hand.
   base::WorkReport Report;

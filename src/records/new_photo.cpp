@@ -32,6 +32,7 @@ QString TypeToStore(const QString& name) {
 }
 
 void NewPhoto::Read() {
+  IsRead = true;
   try {
     ResumeNext([&] { Date = catalogue::GetFileDate(Source); });
     Copy = std::make_unique<desktop::FileCopy>(Source, Temporary);

@@ -20,8 +20,9 @@ struct NewPhoto {
   QString ImageType;  ///< as the row and the stored file have it
   QString Temporary;  ///< where the copy stands until its row is written
 
-  int PhotoID = 0;         ///< 0 until the photo has a number
-  QDateTime Date;          ///< of the source; invalid when it can't be had
+  int PhotoID = 0;  ///< 0 until the photo has a number
+  QDateTime Date;   ///< of the source; invalid when it can't be had
+  bool IsRead = false;
   bool IsPicture = false;  ///< otherwise it gets a row without a file
   bool InPlace = false;    ///< the copy has its final name
   bool HasRow = false;

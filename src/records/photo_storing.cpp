@@ -5,6 +5,7 @@
 #include <QThreadPool>
 #include <QtConcurrentMap>
 #include <algorithm>
+#include <atomic>
 #include <limits>
 #include <span>
 
@@ -24,17 +25,19 @@ namespace {
 
 using Group = std::span<NewPhoto>;
 
-bool CanBeStored(const NewPhoto& photo) { return !photo.HasRow && photo.Failure.isEmpty(); }
+bool CanBeStored(const NewPhoto& photo) { return photo.IsRead && !photo.HasRow && photo.Failure.isEmpty(); }
 
 class BatchWriter {
  public:
   BatchWriter(const catalogue::Paths& paths, engine::DBEngine& engine, const PhotoBatch& batch,
-              std::vector<NewPhoto>& files);
+              std::vector<NewPhoto>& files, controls::Progress* progress);
   void Run();
 
  private:
   Group GroupAt(size_t number);
   QFuture<void> ReadFiles(Group group);
+  void Await(const QFuture<void>& files);
+  bool IsStopped() const { return Bar != nullptr && Bar->IsStopped(); }
   void WriteGroup(Group group);
   bool WriteRows(Group group);
   void TakeBack(Group group);
@@ -48,21 +51,24 @@ class BatchWriter {
   const PhotoBatch& Batch;
   const bool MayRemove;
   std::vector<NewPhoto>& Files;
+  controls::Progress* const Bar;
   catalogue::Staging TheStaging;
   std::unique_ptr<engine::Database> TheDatabase;
   std::unique_ptr<engine::Recordset> Photos;
   std::unique_ptr<engine::Recordset> Links;
+  std::atomic<int> Read = 0;
   QString Refusal;         ///< of the last group; empty where it was stored
   bool IsRefused = false;  ///< what held up a group holds up all further ones
   QThreadPool Pool;        // Last: its end waits for the threads that use the other members.
 };
 
 BatchWriter::BatchWriter(const catalogue::Paths& paths, engine::DBEngine& engine, const PhotoBatch& batch,
-                         std::vector<NewPhoto>& files)
+                         std::vector<NewPhoto>& files, controls::Progress* progress)
     : ThePaths(paths),
       Batch(batch),
       MayRemove(batch.RemoveSources && base::IdentityOf(batch.Directory) != base::IdentityOf(paths.ImageDir)),
       Files(files),
+      Bar(progress),
       TheStaging(paths) {
   TheDatabase = engine.OpenDatabase(paths.WorkFile);
   Photos = TheDatabase->OpenRecordset(QStringLiteral("tblPhotos"));
@@ -81,14 +87,23 @@ Group BatchWriter::GroupAt(size_t number) {
 }
 
 QFuture<void> BatchWriter::ReadFiles(Group group) {
-  return QtConcurrent::map(&Pool, group.begin(), group.end(), [](NewPhoto& photo) { photo.Read(); });
+  return QtConcurrent::map(&Pool, group.begin(), group.end(), [this](NewPhoto& photo) {
+    if (IsStopped()) return;
+    photo.Read();
+    ++Read;
+  });
+}
+
+void BatchWriter::Await(const QFuture<void>& files) {
+  if (Bar == nullptr) return QFuture<void>(files).waitForFinished();
+  Bar->Await(files, [this] { return Read.load(); });
 }
 
 // While one group's rows are written the next one's files are copied.
 void BatchWriter::Run() {
   QFuture<void> files = ReadFiles(GroupAt(0));
   for (size_t number = 0; !GroupAt(number).empty(); ++number) {
-    files.waitForFinished();
+    Await(files);
     files = IsRefused ? QFuture<void>() : ReadFiles(GroupAt(number + 1));
     WriteGroup(GroupAt(number));
   }
@@ -96,13 +111,14 @@ void BatchWriter::Run() {
 
 // Where a group finds no room, fewer of its photos may.
 void BatchWriter::WriteGroup(Group group) {
-  for (NewPhoto& photo : group) photo.Flush();
+  Await(QtConcurrent::map(&Pool, group.begin(), group.end(), [](NewPhoto& photo) { photo.Flush(); }));
   if (!IsRefused && !WriteRows(group)) {
     for (size_t i = 0; i < group.size() && group.size() > 1 && !IsRefused; ++i)
       WriteRows(group.subspan(i, 1));
   }
   for (NewPhoto& photo : group) {
-    if (CanBeStored(photo)) photo.Failure = Refusal;
+    const bool isBegun = photo.IsRead || !IsStopped();
+    if (isBegun && !photo.HasRow && photo.Failure.isEmpty()) photo.Failure = Refusal;
     photo.DropTemporary();
   }
   if (MayRemove) RemoveSources(group);
@@ -226,7 +242,7 @@ int GetNextPhotoID(engine::Database& database) {
 }
 
 std::vector<StoredFile> StorePhotos(const catalogue::Paths& paths, engine::DBEngine& engine,
-                                    const PhotoBatch& batch) {
+                                    const PhotoBatch& batch, controls::Progress* progress) {
   std::vector<NewPhoto> files(static_cast<size_t>(batch.Names.size()));
   for (size_t i = 0; i < files.size(); ++i) {
     files[i].Name = batch.Names[static_cast<qsizetype>(i)];
@@ -234,13 +250,13 @@ std::vector<StoredFile> StorePhotos(const catalogue::Paths& paths, engine::DBEng
   }
   QString refusal;
   try {
-    BatchWriter(paths, engine, batch, files).Run();
+    BatchWriter(paths, engine, batch, files, progress).Run();
   } catch (const RuntimeError& error) {
     refusal = base::ReasonOf(error);
   }
   std::vector<StoredFile> outcomes;
   for (NewPhoto& photo : files) {
-    if (CanBeStored(photo)) photo.Failure = refusal;
+    if (!photo.HasRow && photo.Failure.isEmpty()) photo.Failure = refusal;
     outcomes.push_back(OutcomeOf(photo));
   }
   return outcomes;

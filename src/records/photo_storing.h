@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "catalogue/paths.h"
+#include "controls/progress.h"
 #include "engine/dao/db_engine.h"
 
 namespace veldrin::records {
@@ -48,7 +49,9 @@ int GetNextPhotoID(engine::Database& database);
 /// Nothing is lost at any point where the run may break off: row and place are written together, when the
 /// copy stands whole on the disk; a source goes when they are stored and the copy has its name, one that lies
 /// in the image store itself never. No file that stands in the image store is overwritten.
+/// `progress` counts the files; null where nobody waits. A stop ends the run after the files that are stored
+/// already: those that weren't begun have neither number nor failure.
 std::vector<StoredFile> StorePhotos(const catalogue::Paths& paths, engine::DBEngine& engine,
-                                    const PhotoBatch& batch);
+                                    const PhotoBatch& batch, controls::Progress* progress = nullptr);
 
 }  // namespace veldrin::records

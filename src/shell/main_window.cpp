@@ -47,21 +47,22 @@ frmMain::frmMain(const App& app, const catalogue::Paths& paths, engine::DBEngine
   Status = new StatusLine(Data1, this);
   setStatusBar(Status);
   const base::TellWork tell = [this](const base::WorkReport& report) { Status->Tell(report); };
+  BePatient();
   MakeHeader();
   MakePanes(tell);
   Source = std::make_unique<catalogue::RecordSource>(
       Data1, [this] { return folders::SelectedFolderKey(*tvTreeView); }, Engine, ThePaths);
   const catalogue::Chooser chosen = [this] { return Data1.Chosen(CurrentView != FormViewCode); };
   Folders = std::make_unique<folders::FolderNavigation>(*tvTreeView, *txtFldrSearch, *Source);
-  TheDeletePhotos =
-      std::make_unique<records::DeletePhotos>(chosen, *Source, *tvTreeView, Engine, ThePaths, *this, tell);
+  TheDeletePhotos = std::make_unique<records::DeletePhotos>(chosen, *Source, *tvTreeView, Engine, ThePaths,
+                                                            *this, Work, tell);
   TheFolderCommands =
       std::make_unique<folders::FolderCommands>(*tvTreeView, *Folders, Engine, ThePaths, tell);
   Clipboard = std::make_unique<records::RecordClipboard>(Data1, *tvTreeView, *Source, Engine, ThePaths, tell);
   TheQuery = std::make_unique<find::Query>(
       *Source, Data1, [this](const auto& dialog) { HoldShow(dialog); }, *this);
   Output = std::make_unique<OutputCommands>(
-      Data1, chosen, *tvTreeView, Engine, ThePaths, *this,
+      Data1, chosen, *tvTreeView, Engine, ThePaths, *this, Work,
       [this] { Bars->Menu("ReportMenu").popup(QCursor::pos()); }, tell);
   ConnectViews();
   ConnectCommands();
@@ -71,7 +72,18 @@ frmMain::frmMain(const App& app, const catalogue::Paths& paths, engine::DBEngine
          ToPixels(DesignHeight) + menuBar()->sizeHint().height() + Status->sizeHint().height());
 }
 
+// No event waits longer for another machine than people notice; what is worth a longer wait is tried again
+// while the windows live on.
+void frmMain::BePatient() {
+  constexpr int noticed = 200;  // milliseconds
+  if (Engine.LockTimeout > noticed) Engine.LockTimeout = noticed;
+  Engine.Patient = [this](const std::function<void()>& action) {
+    Engine.LockTimeout == 0 ? action() : Work.Retry(action);
+  };
+}
+
 frmMain::~frmMain() {
+  Engine.Patient = {};
   // The views go before the list that they show, which is a member and would go first.
   Output.reset();
   TheFolderCommands.reset();
@@ -110,8 +122,9 @@ void frmMain::MakePanes(const base::TellWork& tell) {
   TheDataView = new browse::DataView(Data1, ThePaths, SSTab1);
   ThumbPannel = new browse::ThumbnailPage(Data1, Engine, ThePaths, TheDataView);
   TheFormView = new records::FormView(Data1, ThePaths, Engine, SSTab1);
-  TheAddView = new records::AddView(Data1, *tvTreeView, ThePaths, Engine,
-                                    QStandardPaths::writableLocation(QStandardPaths::PicturesLocation), tell);
+  TheAddView =
+      new records::AddView(Data1, *tvTreeView, ThePaths, Engine,
+                           QStandardPaths::writableLocation(QStandardPaths::PicturesLocation), Work, tell);
   // The list of the music directory is never shown itself.
   MusicList = Named(new controls::FileListBox(Inside), "AudioFileList");
   MusicList->hide();

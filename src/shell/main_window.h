@@ -15,6 +15,7 @@
 #include "catalogue/record_list.h"
 #include "catalogue/record_source.h"
 #include "controls/file_list.h"
+#include "controls/progress.h"
 #include "controls/tree_view.h"
 #include "find/find_record.h"
 #include "find/query.h"
@@ -92,10 +93,13 @@ class frmMain : public QMainWindow {
   void HelpHelp_Click();
   void HelpAbout_Click();
 
+  void BePatient();
+
   const App& TheApp;
   const catalogue::Paths& ThePaths;
   engine::DBEngine& Engine;
 
+  controls::LongWork Work{*this};
   catalogue::RecordList Data1;
   show::ShowSettings TheShowSettings;
   std::unique_ptr<show::Media> Media;

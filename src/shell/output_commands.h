@@ -17,15 +17,15 @@ struct OutputCommands {
   /// photos.
   OutputCommands(catalogue::RecordList& data1, const catalogue::Chooser& chosen,
                  const controls::TreeView& tvTreeView, engine::DBEngine& engine,
-                 const catalogue::Paths& paths, QWidget& window, std::function<void()> popUpReportMenu,
-                 const base::TellWork& tell)
+                 const catalogue::Paths& paths, QWidget& window, controls::LongWork& work,
+                 std::function<void()> popUpReportMenu, const base::TellWork& tell)
       : Web(paths, &window),
         Pages(data1, tvTreeView, paths, Web, window),
-        Progress(Pages, &window),
+        Progress(Pages, work),
         Export(data1, engine, paths, Web, Progress, window, tell),
         Report(data1, paths, Progress, std::move(popUpReportMenu), tell),
         Mail(chosen, engine, paths, window, tell),
-        Copies(chosen, engine, paths, window, tell) {}
+        Copies(chosen, engine, paths, window, work, tell) {}
 
   output::frmWeb Web;
   output::WebPages Pages;

@@ -1,12 +1,12 @@
 #include "show/media_player.h"
 
-#include <signal.h>
 #include <sys/prctl.h>
 
 #include <QCoreApplication>
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <csignal>
 #include <utility>
 
 namespace veldrin::show {

@@ -39,7 +39,7 @@ class GetTest : public test::OutputTest {
   const frmGet::CopyFunction CopyNow = [this](const auto& source, const auto& target) {
     Copy(source, target);
   };
-  PhotoGetter Getter{Chosen, Catalogue.Engine(), Catalogue.Paths(), Window, Tell, CopyNow};
+  PhotoGetter Getter{Chosen, Catalogue.Engine(), Catalogue.Paths(), Window, Work, Tell, CopyNow};
 };
 
 // What is listed and copied is looked at by the journey.
@@ -87,7 +87,7 @@ TEST_F(GetTest, NothingIsCopiedIntoTheProgramsOwnDirectoriesNorThroughALink) {
                                                    {Target.path(), "Error !"}};
   for (const auto& [directory, told] : cases) {
     QString last;
-    frmGet dialog(paths, last, nullptr, desktop::CopyStoredFile);
+    frmGet dialog(paths, last, Work, nullptr, desktop::CopyStoredFile);
     dialog.List1().addItem("3.jpg");
     Dir1(dialog).SetPath(directory);
     const QStringList boxes = test::AnswerBoxes([&] { Press(dialog, "OkBttn"); }, {QMessageBox::Ok});

@@ -210,8 +210,8 @@ TEST_F(WebPagesTest, NoExportGoesOverTheCatalogue) {
 }
 
 TEST(PageTexts, AreOfSinglePrecisionAndOfTheCodePage) {
-  EXPECT_EQ(PercentText(100.0F / 3), "33.33333%");
-  EXPECT_EQ(PercentText(0.001F), "0.001%");
+  EXPECT_EQ(controls::PercentText(100.0F / 3), "33.33333%");
+  EXPECT_EQ(controls::PercentText(0.001F), "0.001%");
   EXPECT_EQ(ToCodePage("\u20ac\u0178\u017e\u2122\u00a0\u00ff"), "\x80\x9f\x9e\x99\xa0\xff");
   EXPECT_EQ(ToCodePage(u"\u0081\u0100\uffff"_qs), "&#129;&#256;&#65535;");
   EXPECT_EQ(ToCodePage(QString(QChar(0xD83D)) + 'x' + QChar(0xDE00)), "&#65533;x&#65533;");

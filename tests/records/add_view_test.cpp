@@ -55,7 +55,7 @@ class Adding : public testing::Test, public test::Controls, public test::Catalog
   }
 
   QTemporaryDir Pictures;
-  AddView View{Data1, Tree, Catalogue.Paths(), Catalogue.Engine(), Pictures.path(), Tell};
+  AddView View{Data1, Tree, Catalogue.Paths(), Catalogue.Engine(), Pictures.path(), Work, Tell};
 };
 
 TEST_F(Adding, FiltersByFileTypeAndMarksWhatIsSelected) {

@@ -45,6 +45,7 @@ class RecordCommands : public testing::Test, public test::CatalogueList {
                         Catalogue.Engine(),
                         Catalogue.Paths(),
                         Window,
+                        Work,
                         Tell};
 };
 

@@ -3,6 +3,7 @@
 
 #include "base/work_report.h"
 #include "catalogue/record_source.h"
+#include "controls/progress.h"
 #include "folders/folder_nodes.h"
 #include "folders/folder_tree.h"
 #include "support/test_support.h"
@@ -27,6 +28,7 @@ struct CatalogueList {
 
   TestCatalogue Catalogue;
   QWidget Window;
+  controls::LongWork Work{Window};
   controls::TreeView Tree{&Window};
   catalogue::RecordList Data1{Catalogue.Engine()};
   catalogue::RecordSource Source{Data1, [this] { return folders::SelectedFolderKey(Tree); },

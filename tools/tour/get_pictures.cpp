@@ -10,7 +10,8 @@ namespace veldrin::tour {
 void TakeGetPictures(Tour& tour) {
   const QString images = tour.Paths().ImageDir;
   QString lastGetDir = tour.Photographs();
-  output::frmGet dialog(tour.Paths(), lastGetDir, &tour.Window(), desktop::CopyStoredFile);
+  controls::LongWork work(tour.Window());
+  output::frmGet dialog(tour.Paths(), lastGetDir, work, &tour.Window(), desktop::CopyStoredFile);
   dialog.List1().addItems(QDir(images).entryList(QDir::Files).mid(0, 12));
   tour.SaveModal("17-get", [&dialog] { dialog.exec(); });
 }

@@ -18,20 +18,15 @@ namespace {
 
 constexpr int ExportedPhotos = 18;
 
-// The progress in the middle of a run.
-void SaveProgress(Tour& tour, output::frmProg& dialog) {
-  QTimer look;
-  bool waited = false;
-  QObject::connect(&look, &QTimer::timeout, &look, [&] {
-    if (dialog.ProgressValue() < 50) return;
-    // The dialog shows its progress no more often than people can see it.
-    constexpr unsigned long frame = 25;  // milliseconds
-    if (!std::exchange(waited, true)) return QThread::msleep(frame);
-    look.stop();
-    tour.Save(dialog.grab(), "17-progress");
-  });
-  look.start(0);
-  dialog.ShowModal();
+// The progress in the middle of a run, as soon as it takes long enough to be shown.
+void SaveProgress(Tour& tour, controls::LongWork& work) {
+  controls::Progress progress(work, QStringLiteral("Generating Report...."), ExportedPhotos);
+  QWidget* window = nullptr;
+  while (window == nullptr) {
+    progress.Step(ExportedPhotos / 3);
+    window = tour.Window().findChild<QWidget*>(QStringLiteral("frmProg"));
+  }
+  tour.Save(window->grab(), "17-progress");
 }
 
 // A page as Chromium shows it, where that is installed.
@@ -63,19 +58,17 @@ void TakeOutputPictures(Tour& tour) {
   output::frmWeb web(tour.Paths(), &tour.Window());
   web.LastDir = tour.Photographs();
   output::WebPages pages(list, tour.Tree(), tour.Paths(), web, tour.Window());
-  output::frmProg progress(pages, &tour.Window());
+  controls::LongWork work(tour.Window());
+  output::frmProg progress(pages, work);
   tour.SaveModal("16-web", [&web] { web.ShowModal(); });
   web.WebDir = tour.Paths().TempDir + QStringLiteral("Web");
   progress.WebMode = true;
   progress.WebTitle = QStringLiteral("PHOTO IMAGES");
   output::MakeWebDirectories(web.WebDir, true);
+  SaveProgress(tour, work);
   for (const bool gallery : {true, false}) {
     progress.Gallery = gallery ? 1 : 0;
-    if (gallery) {
-      SaveProgress(tour, progress);
-    } else {
-      progress.ShowModal();
-    }
+    progress.ShowModal();
     SavePage(tour, web.WebDir + QLatin1Char('/') + output::PageName(gallery, 1),
              gallery ? "18-gallery-page" : "18-list-page");
   }

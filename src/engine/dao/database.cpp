@@ -52,10 +52,19 @@ void Database::Insert(const QString& table, const QStringList& columns, std::spa
 }
 
 std::unique_ptr<Recordset> Database::OpenRecordset(const QString& sql, RecordsetType type) {
-  if (type == dbOpenDynaset) {
-    if (auto source = Open().FindKeySource(sql)) return std::make_unique<Dynaset>(Catalogue, *source);
-  }
-  return std::make_unique<Snapshot>(TheSession()->Rows(Translate(sql, Clashes::Fail)));
+  std::unique_ptr<Recordset> opened;
+  Patiently([&] {
+    if (type == dbOpenDynaset) {
+      if (auto source = Open().FindKeySource(sql)) opened = std::make_unique<Dynaset>(Catalogue, *source);
+    }
+    if (!opened) opened = std::make_unique<Snapshot>(TheSession()->Rows(Translate(sql, Clashes::Fail)));
+  });
+  return opened;
+}
+
+void Database::Patiently(const std::function<void()>& action) const {
+  const Patience& patient = Open().Patient;
+  patient ? patient(action) : action();
 }
 
 }  // namespace veldrin::engine

@@ -49,6 +49,9 @@ class Database {
   /// the same.
   void Close() { Catalogue.reset(); }
 
+  /// Runs what reads or writes with the engine's patience.
+  void Patiently(const std::function<void()>& action) const;
+
   /// For the engine's own classes. Raises 91 after Close.
   const std::shared_ptr<Session>& TheSession() const;
 

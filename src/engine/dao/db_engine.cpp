@@ -51,6 +51,7 @@ std::unique_ptr<Database> DBEngine::OpenDatabase(const QString& name) {
   } else {
     Opened = std::make_shared<OpenedCatalogue>(name, LockTimeout);
   }
+  Opened->Patient = Patient;
   return std::make_unique<Database>(Opened);
 }
 

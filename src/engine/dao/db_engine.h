@@ -24,6 +24,9 @@ class DBEngine {
   QString SystemDB;
   /// How many milliseconds a statement waits for another machine's lock before it raises 3260.
   int LockTimeout = 5000;
+  /// Who waits for it longer than that: asked where a command begins and ends its group of writes and where a
+  /// list is read, never for the rows that a window shows. None tries once.
+  Patience Patient;
 
   /// Opens an existing file, shared and read-write. All who open the same file share one session, which stays
   /// open: to open a file and its links costs more than most commands do. Raises 3028 or 3029 when the

@@ -4,8 +4,9 @@
 
 namespace veldrin::engine {
 
-Transaction::Transaction(Database& database, Writes writes) : TheSession(database.TheSession()) {
-  TheSession->Begin(writes);
+Transaction::Transaction(Database& database, Writes writes)
+    : TheSession(database.TheSession()), TheDatabase(database) {
+  TheDatabase.Patiently([&] { TheSession->Begin(writes); });
 }
 
 Transaction::~Transaction() {
@@ -13,7 +14,7 @@ Transaction::~Transaction() {
 }
 
 void Transaction::Commit() {
-  TheSession->Commit();
+  TheDatabase.Patiently([this] { TheSession->Commit(); });
   Committed = true;
 }
 

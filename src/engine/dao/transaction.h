@@ -13,8 +13,8 @@ class Database;
 /// within are flushed once, at the end. No group stands within another one.
 class Transaction {
  public:
-  /// Raises 3260 where another machine writes to the catalogue. A group of the working tables alone waits for
-  /// nobody.
+  /// The database must outlive the group. Raises 3260 where another machine writes to the catalogue. A group
+  /// of the working tables alone waits for nobody.
   explicit Transaction(Database& database, Writes writes = Writes::Catalogue);
   ~Transaction();
   Transaction(const Transaction&) = delete;
@@ -25,6 +25,7 @@ class Transaction {
 
  private:
   std::shared_ptr<Session> TheSession;
+  const Database& TheDatabase;
   bool Committed = false;
 };
 

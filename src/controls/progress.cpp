@@ -1,0 +1,128 @@
+#include "controls/progress.h"
+
+#include <QCoreApplication>
+#include <QEventLoop>
+#include <QFutureWatcher>
+#include <QKeyEvent>
+#include <QScopedValueRollback>
+#include <QTimer>
+#include <QWidget>
+#include <QWindow>
+#include <QtConcurrentRun>
+#include <exception>
+#include <utility>
+
+#include "base/runtime_error.h"
+
+namespace veldrin::controls {
+
+namespace {
+
+// In milliseconds.
+constexpr int Quick = 500;    // what is done sooner needs no window
+constexpr qint64 Frame = 20;  // as often as people can see
+constexpr int BetweenTries = 100;
+
+// Ends when the condition's owner says so, or after a time at most.
+void RunEvents(int milliseconds) {
+  QEventLoop loop;
+  QTimer::singleShot(milliseconds, &loop, &QEventLoop::quit);
+  loop.exec();
+}
+
+}  // namespace
+
+void LongWork::Retry(const std::function<void()>& action) {
+  if (Waiting) return action();
+  QElapsedTimer waited;
+  waited.start();
+  std::unique_ptr<Progress> own;
+  for (;;) {
+    try {
+      return action();
+    } catch (const base::RuntimeError& error) {
+      if (error.Number() != base::errLocked || waited.elapsed() >= Patience) throw;
+      if (Current == nullptr)
+        own = std::make_unique<Progress>(*this, QStringLiteral("Another machine is using the catalogue."), 0);
+      const QScopedValueRollback<bool> waiting(Waiting, true);
+      RunEvents(BetweenTries);
+      Current->Paint();
+      if (Current->Stopped) throw;
+    }
+  }
+}
+
+Progress::Progress(LongWork& work, const QString& caption, int total)
+    : Work(work), Outer(std::exchange(work.Current, this)), Caption(caption), Total(total) {
+  Begun.start();
+  Painted.start();
+}
+
+// What came meanwhile is dropped, not put off.
+Progress::~Progress() {
+  QCoreApplication::processEvents();
+  Work.Current = Outer;
+}
+
+bool Progress::Step(int done) {
+  constexpr float all = 100;
+  const float value = Total == 0 ? 0 : all * static_cast<float>(done) / static_cast<float>(Total);
+  return Show(value, PercentText(value));
+}
+
+bool Progress::Show(float value, const QString& caption) {
+  Value = value;
+  Percent = caption;
+  if (Painted.hasExpired(Frame)) Paint();
+  return !Stopped;
+}
+
+void Progress::Paint() {
+  if (!Window && Begun.hasExpired(Quick)) {
+    Window = std::make_unique<ProgressWindow>(Caption, &Work.Window);
+    QObject::connect(Window.get(), &ProgressWindow::Stop, Window.get(), [this] { Stopped = true; });
+    Window->show();
+  }
+  if (Window) {
+    Window->SetValue(Value);
+    Window->SetPercent(Percent);
+  }
+  QCoreApplication::processEvents();
+  Painted.start();
+}
+
+void Progress::Await(const QFuture<void>& future, const std::function<int()>& done) {
+  while (!future.isFinished()) {
+    QEventLoop loop;
+    QFutureWatcher<void> watcher;
+    QObject::connect(&watcher, &QFutureWatcher<void>::finished, &loop, &QEventLoop::quit);
+    watcher.setFuture(future);
+    QTimer::singleShot(static_cast<int>(Frame), &loop, [&loop] { loop.quit(); });
+    loop.exec();
+    if (done) Step(done());
+  }
+}
+
+void Progress::Run(const std::function<void()>& work, const std::function<int()>& done) {
+  std::exception_ptr error;
+  Await(QtConcurrent::run([&] {
+          try {
+            work();
+          } catch (...) {
+            error = std::current_exception();
+          }
+        }),
+        done);
+  if (error) std::rethrow_exception(error);
+}
+
+bool Progress::Gate::Passes(QObject* receiver, QEvent* event) const {
+  const ProgressWindow* window = Owner.Window.get();
+  if (window == nullptr) return false;
+  const auto* widget = qobject_cast<QWidget*>(receiver);
+  if (receiver != window->windowHandle() && (widget == nullptr || widget->window() != window)) return false;
+  const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
+  return !isKey || !static_cast<QKeyEvent*>(event)->isAutoRepeat();
+}
+
+}  // namespace veldrin::controls

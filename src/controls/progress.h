@@ -1,0 +1,97 @@
+// Work that may take longer than a user waits without a word: its progress, its stop, and the patience with
+// other machines.
+#pragma once
+
+#include <QElapsedTimer>
+#include <QFuture>
+#include <atomic>
+#include <functional>
+#include <memory>
+
+#include "controls/drop_input.h"
+#include "controls/progress_window.h"
+
+namespace veldrin::controls {
+
+class Progress;
+
+/// Belongs to a main window, which has one long work at a time.
+class LongWork {
+ public:
+  /// `window` is the one that the progress stands over, and outlives the object.
+  explicit LongWork(QWidget& window) : Window(window) {}
+  LongWork(const LongWork&) = delete;
+  LongWork& operator=(const LongWork&) = delete;
+
+  /// Runs the action, and again as long as another machine's lock refuses it (3260): behind the progress of
+  /// the work that is under way, or one of its own. Raises 3260 after a stop, and when Patience has passed.
+  /// An action that is refused must have written nothing. What comes up while another one waits is tried
+  /// once.
+  void Retry(const std::function<void()>& action);
+
+  /// How long another machine is waited for, in milliseconds.
+  int Patience = 30'000;
+
+ private:
+  friend class Progress;
+
+  QWidget& Window;
+  Progress* Current = nullptr;
+  bool Waiting = false;
+};
+
+/// From its making to its end what the user does elsewhere counts for nothing. After half a second a window
+/// shows how far the work is.
+class Progress {
+ public:
+  /// `total` is what Step counts to.
+  Progress(LongWork& work, const QString& caption, int total);
+  ~Progress();
+  Progress(const Progress&) = delete;
+  Progress& operator=(const Progress&) = delete;
+
+  /// Tells that so much is done, and lets windows be painted; to be called every few milliseconds. False when
+  /// the work was stopped.
+  bool Step(int done);
+  /// The same with the bar's value, from 0 to 100, and the text above it.
+  bool Show(float value, const QString& caption);
+  /// Windows live on until work in other threads has ended. It isn't ended by a stop. `done` tells how much
+  /// of the total that is so far.
+  void Await(const QFuture<void>& future, const std::function<int()>& done = {});
+
+  /// Runs the work in another thread, while windows live on, and raises what it raises.
+  void Run(const std::function<void()>& work, const std::function<int()>& done = {});
+
+  /// Also for other threads.
+  bool IsStopped() const { return Stopped; }
+
+ private:
+  friend class LongWork;
+
+  // Input for the window passes, but for keys that are held; closing any other means Stop.
+  class Gate : public DropInput {
+   public:
+    explicit Gate(Progress& progress) : Owner(progress) {}
+
+   private:
+    bool Passes(QObject* receiver, QEvent* event) const override;
+    void CloseAsked() override { Owner.Stopped = true; }
+    Progress& Owner;
+  };
+
+  void Paint();
+
+  LongWork& Work;
+  Progress* const Outer;
+  const QString Caption;
+  const int Total;
+  float Value = 0;
+  QString Percent;
+  std::atomic<bool> Stopped = false;
+  QElapsedTimer Begun;
+  QElapsedTimer Painted;
+  std::unique_ptr<ProgressWindow> Window;
+  Gate Input{*this};
+};
+
+}  // namespace veldrin::controls
