@@ -1,37 +1,53 @@
-// Makes the missing thumbnails of a page side by side, on all cores, while the page is filled in order.
+// Makes missing thumbnails on other threads, in the order in which they are looked at.
 #pragma once
 
-#include <QFuture>
+#include <QObject>
 #include <QThreadPool>
-#include <atomic>
-#include <map>
-#include <optional>
+#include <deque>
+#include <set>
 
 #include "catalogue/paths.h"
 #include "pictures/picture.h"
 
 namespace veldrin::browse {
 
-class ThumbnailMaker {
- public:
-  ThumbnailMaker(const catalogue::Paths& paths, double pixelRatio)
-      : ThePaths(paths), PixelRatio(pixelRatio) {}
-  /// Gives up what hasn't begun and waits for the rest.
-  ~ThumbnailMaker();
-  ThumbnailMaker(const ThumbnailMaker&) = delete;
-  ThumbnailMaker& operator=(const ThumbnailMaker&) = delete;
+class ThumbnailMaker : public QObject {
+  Q_OBJECT
 
-  void Begin(int photoId, const QString& imageType);
-  /// Waits for the thumbnail of a photo; nothing when it wasn't begun. It is empty for a photo without a
-  /// readable image.
-  std::optional<pictures::Picture> Finish(int photoId);
+ public:
+  struct Wish {
+    int PhotoID = 0;
+    QString ImageType;
+  };
+
+  explicit ThumbnailMaker(const catalogue::Paths& paths);
+  /// Waits for what has begun.
+  ~ThumbnailMaker() override;
+
+  /// From now on these are made, the first one first, and those before that have not begun are given up.
+  /// `pixelRatio` is the screen's.
+  void Want(std::deque<Wish> wishes, double pixelRatio);
+
+  /// What is under way counts for nothing: its numbers may be other photos' now.
+  void Forget();
+
+  bool IsIdle() const { return Running.empty() && Wishes.empty(); }
+
+ Q_SIGNALS:
+  /// A thumbnail that was wanted is there. It is empty for a photo without a readable image.
+  void Made(int photoId, const veldrin::pictures::Picture& thumbnail);
 
  private:
+  void Start();
+  void Make(const Wish& wish);
+  void Take(int photoId, int round, const pictures::Picture& thumbnail);
+
   const catalogue::Paths& ThePaths;
-  double PixelRatio;
-  std::atomic_bool GivenUp = false;
-  QThreadPool Pool;
-  std::map<int, QFuture<pictures::Picture>> Begun;
+  std::deque<Wish> Wishes;
+  std::set<int> Running;
+  int Round = 0;  ///< counts what was forgotten
+  double PixelRatio = 1;
+  QThreadPool Pool;  // Last: its end waits for the threads that use the other members.
 };
 
 }  // namespace veldrin::browse

@@ -34,18 +34,24 @@ ThumbnailPage::ThumbnailPage(catalogue::RecordList& data1, engine::DBEngine& eng
       Engine(engine),
       ThePaths(paths),
       Cells(*this),
+      Maker(paths),
       Scroll(controls::Named(new QScrollBar(Qt::Vertical, this), "ThumbVScroll")),
       TheMarkColor(Cells.shpMark[0]->BorderColor()) {
   setObjectName(QStringLiteral("ThumbPannel"));
   setAutoFillBackground(true);
   setPalette(QPalette(QColor(0x4f, 0x6d, 0x8c)));
   controls::MoveTwips(*this, 0, 0, controls::ListWidth, controls::PanelHeight);
+  Ahead.setSingleShot(true);
+  connect(&Ahead, &QTimer::timeout, this, &ThumbnailPage::PrepareNeighbours);
+  connect(&Maker, &ThumbnailMaker::Made, this, &ThumbnailPage::ShowMade);
   MakeScroll();
   for (int i = 0; i < CellCount; ++i) ConnectCell(i);
   MakeButtons();
   hide();
   connect(&Data1, &catalogue::RecordList::Refreshed, this, [this] {
     Shown.fill(0);  // No cell shows what it showed.
+    Maker.Forget();
+    Ahead.stop();
     InitThumbScroll();
   });
   connect(&Data1, &catalogue::RecordList::Reposition, this, &ThumbnailPage::Follow);
@@ -98,6 +104,14 @@ void ThumbnailPage::SetButtonsVisible(bool visible) {
 void ThumbnailPage::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
   if (!event->spontaneous()) ShowFromCurrentRecord();
+}
+
+// Nobody waits for the pictures of a page that is left.
+void ThumbnailPage::hideEvent(QHideEvent* event) {
+  QWidget::hideEvent(event);
+  if (event->spontaneous()) return;
+  Ahead.stop();
+  Maker.Want({}, devicePixelRatioF());
 }
 
 void ThumbnailPage::Follow() {
@@ -157,33 +171,61 @@ void ThumbnailPage::FillPage() {
   catalogue::ListRows rows;
   ResumeNext([&] { rows = Data1.ReadRows(PageStart, count); });
   const auto isThere = [&rows](int i) { return i < rows.Count() && rows.IsThere(i); };
-  const auto typeOf = [&rows](int i) { return rows.Field(i, QStringLiteral("ImageType")).toString(); };
-
-  ThumbnailMaker maker(ThePaths, devicePixelRatioF());
+  Missing.clear();
   for (int i = 0; i < count; ++i) {
     Shown[i] = Data1.BookmarkAt(PageStart + i);
-    if (isThere(i) && !QFileInfo::exists(ThumbFileName(ThePaths, Shown[i]))) maker.Begin(Shown[i], typeOf(i));
-  }
-  for (int i = 0; i < count; ++i) {
-    const bool there = isThere(i);
-    Cells.ThumbTitle[i]->SetCaption(QStringLiteral("%1: ").arg(Shown[i]) +
-                                    (there ? rows.Field(i, QStringLiteral("Title")).toString() : QString()));
-    Cells.ShowPicture(i, there ? ThumbnailOf(Shown[i], typeOf(i), maker) : pictures::Picture());
+    Cells.ThumbTitle[i]->SetCaption(
+        QStringLiteral("%1: ").arg(Shown[i]) +
+        (isThere(i) ? rows.Field(i, QStringLiteral("Title")).toString() : QString()));
+    pictures::Picture thumbnail;
+    const bool isMade = !isThere(i) || EndSilently([&] {
+      thumbnail = pictures::LoadPicture(ThumbFileName(ThePaths, Shown[i]));
+    });
+    Cells.ShowPicture(i, thumbnail);
+    // One that can't be loaded is made anew.
+    if (!isMade) Missing.push_back({Shown[i], rows.Field(i, QStringLiteral("ImageType")).toString()});
   }
   std::fill(Shown.begin() + count, Shown.end(), 0);
   ShowMarks();
   MoveFrame();
   for (int i = count; i < CellCount; ++i) Cells.Clear(i);
+  Maker.Want(Missing, devicePixelRatioF());
+  Ahead.start(0);
 }
 
-// A thumbnail that can't be loaded is made anew.
-pictures::Picture ThumbnailPage::ThumbnailOf(int photoId, const QString& imageType,
-                                             ThumbnailMaker& maker) const {
-  if (const auto made = maker.Finish(photoId)) return *made;
-  pictures::Picture thumbnail;
-  if (!EndSilently([&] { thumbnail = pictures::LoadPicture(ThumbFileName(ThePaths, photoId)); }))
-    thumbnail = catalogue::CreateThumbnail(ThePaths, photoId, imageType, devicePixelRatioF());
-  return thumbnail;
+void ThumbnailPage::ShowMade(int photoId, const pictures::Picture& thumbnail) {
+  for (int i = 0; i < CellCount; ++i) {
+    if (Shown[i] == photoId) Cells.ShowPicture(i, thumbnail);
+  }
+  std::erase_if(Missing, [&](const auto& wish) { return wish.PhotoID == photoId; });
+}
+
+// While the user looks at the page, once it stands.
+void ThumbnailPage::PrepareNeighbours() {
+  ResumeNext([this] {
+    AddMissing(PageStart + CellCount, CellCount);
+    AddMissing(PageStart - CellCount, CellCount);
+  });
+  Maker.Want(Missing, devicePixelRatioF());
+}
+
+// Nobody sees these photos yet: what they look like isn't noted.
+void ThumbnailPage::AddMissing(int first, int count) {
+  const int begin = std::clamp(first, 0, Data1.RecordCount());
+  const int end = std::clamp(first + count, 0, Data1.RecordCount());
+  const auto isMissing = [this](int position) {
+    return !QFileInfo::exists(ThumbFileName(ThePaths, Data1.BookmarkAt(position)));
+  };
+  bool any = false;
+  for (int position = begin; position < end && !any; ++position) any = isMissing(position);
+  if (!any) return;
+  const auto rows = Data1.Recordset().ReadRows(begin, end - begin);
+  const qsizetype type = Data1.Recordset().FieldNames().indexOf(QStringLiteral("ImageType"));
+  for (int position = begin; position < end; ++position) {
+    const auto& row = rows[position - begin];
+    if (!row.empty() && isMissing(position))
+      Missing.push_back({Data1.BookmarkAt(position), row[type].toString()});
+  }
 }
 
 // Few photos are ever noted: they are asked for together.

@@ -4,6 +4,7 @@
 
 #include <QPushButton>
 #include <QScrollBar>
+#include <QTimer>
 #include <QWidget>
 #include <array>
 #include <set>
@@ -19,7 +20,8 @@ namespace veldrin::browse {
 
 /// `ThumbPannel`. Cell i shows the record at PageStart plus i, an empty box with its caption where its image
 /// can't be read; the frame is on the current record. While it is visible it follows the list: a new list is
-/// shown from its current record on, and so is a record that isn't on the page. Shows nothing of an error.
+/// shown from its current record on, and so is a record that isn't on the page. Thumbnails that have to be
+/// made come as they are ready; then those of the pages before and after are made. Shows nothing of an error.
 class ThumbnailPage : public QWidget {
   Q_OBJECT
 
@@ -32,6 +34,8 @@ class ThumbnailPage : public QWidget {
   int CurThumbCell() const { return Data1.AbsolutePosition() - PageStart; }
   QColor MarkColor() const { return TheMarkColor; }
   QScrollBar& ThumbVScroll() { return *Scroll; }
+  /// Whether all pictures of the page stand, and those beside it are prepared.
+  bool IsComplete() const { return Maker.IsIdle() && !Ahead.isActive(); }
 
   /// Fills the page from a position of the list, or from the current record where that would not be on it.
   void ShowThumbnails(int start);
@@ -60,6 +64,7 @@ class ThumbnailPage : public QWidget {
 
  protected:
   void showEvent(QShowEvent* event) override;
+  void hideEvent(QHideEvent* event) override;
   void keyPressEvent(QKeyEvent* event) override;
   void keyReleaseEvent(QKeyEvent* event) override;
   void wheelEvent(QWheelEvent* event) override;
@@ -89,13 +94,18 @@ class ThumbnailPage : public QWidget {
   bool HasFocusInside() const;
 
   void FillPage();
-  pictures::Picture ThumbnailOf(int photoId, const QString& imageType, ThumbnailMaker& maker) const;
+  void ShowMade(int photoId, const pictures::Picture& thumbnail);
+  void PrepareNeighbours();
+  void AddMissing(int first, int count);
   void RefreshCheckedPhotos(int count) const;
 
   catalogue::RecordList& Data1;
   engine::DBEngine& Engine;
   const catalogue::Paths& ThePaths;
   ThumbnailCells Cells;
+  ThumbnailMaker Maker;
+  std::deque<ThumbnailMaker::Wish> Missing;  ///< of the page and of those beside it
+  QTimer Ahead;                              ///< runs until the page is painted
   QScrollBar* Scroll;
   std::array<QPushButton*, 4> Buttons{};
 

@@ -1,8 +1,10 @@
 #include "catalogue/image_store.h"
 
+#include <QFile>
 #include <QFileInfo>
 
 #include "base/failure.h"
+#include "base/file_identity.h"
 #include "base/runtime_error.h"
 
 namespace veldrin::catalogue {
@@ -25,8 +27,13 @@ pictures::Picture CreateThumbnail(const Paths& paths, int photoId, const QString
   pictures::Picture thumbnail;
   base::EndSilently([&] {
     const QString file = ImageFileName(paths, photoId, imageType);
+    const auto identity = base::IdentityOf(file);
+    const QDateTime date = QFileInfo(file).lastModified();
     thumbnail = pictures::LoadFittedPicture(file, ThumbnailBox, pixelRatio);
     pictures::SavePicture(thumbnail.Image(), ThumbFileName(paths, photoId));
+    // Meanwhile the photo may have been deleted, or changed by another program; its number may be another's.
+    if (base::IdentityOf(file) != identity || QFileInfo(file).lastModified() != date)
+      QFile::remove(ThumbFileName(paths, photoId));
   });
   return thumbnail;
 }

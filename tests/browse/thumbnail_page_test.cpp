@@ -19,6 +19,7 @@ struct ThumbnailPageTest : testing::Test, test::CatalogueList {
     EXPECT_TRUE(QTest::qWaitForWindowActive(&Window));
     CatalogueList::Open();
     Page.show();
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Page.IsComplete(); }));
   }
 
   // "start+cell"
@@ -38,6 +39,7 @@ TEST_F(ThumbnailPageTest, AThumbnailThatIsDamagedOrCantBeStoredIsShownAllTheSame
   const QString taken = catalogue::ThumbFileName(Catalogue.Paths(), 2);
   ASSERT_TRUE(QFile::remove(taken) && QDir().mkdir(taken));
   Page.Redraw();
+  EXPECT_TRUE(QTest::qWaitFor([this] { return Page.IsComplete(); }));
   for (const char* image : {"ImgThumb(0)", "ImgThumb(1)"})
     EXPECT_FALSE(Page.findChild<ThumbImage*>(image)->isHidden()) << image;
   EXPECT_NE(test::ReadFile(damaged), "BM") << "a damaged one is made anew";

@@ -259,6 +259,8 @@ int main(int argc, char** argv) {
     const auto leave = qScopeGuard([] { QTimer::singleShot(0, qApp, &QCoreApplication::quit); });
     if (auto* begin = Preloaded<void()>("BeginToCount")) begin();
     command.Run(child);
+    const auto& page = Get<browse::ThumbnailPage>(window, QStringLiteral("ThumbPannel"));
+    while (!page.IsComplete()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   });
   QCoreApplication::exec();
   auto* end = Preloaded<bool()>("EndCount");

@@ -1,4 +1,5 @@
 #include "journeys/journey_walk.h"
+#include "browse/thumbnail_page.h"
 
 #include <QApplication>
 #include <QBuffer>
@@ -17,7 +18,7 @@ namespace veldrin::test {
 namespace {
 
 constexpr int Hour = 3'600'000;
-constexpr int MostWaiting = 2'000;
+constexpr int MostWaiting = 10'000;  // milliseconds
 
 }  // namespace
 
@@ -230,10 +231,10 @@ void Walk::OnDialog(const char* name, std::function<void(QDialog&)> handler) {
 void Walk::AnswerModal() {
   QWidget* modal = QApplication::activeModalWidget();
   if (auto* box = qobject_cast<QMessageBox*>(modal)) return AnswerBox(*box);
-  if (modal != LastModal) Waited = 0;
+  if (modal != LastModal) Waited.start();
   const bool isNew = std::exchange(LastModal, modal) != modal;
   if (modal == nullptr) return;
-  if (++Waited > MostWaiting) {
+  if (Waited.hasExpired(MostWaiting)) {
     Fail("dialog", QStringLiteral("%1 doesn't go").arg(modal->objectName()));
     modal->close();
   }
@@ -279,6 +280,8 @@ void Walk::Settle() {
     QThreadPool::globalInstance()->waitForDone();
     QCoreApplication::processEvents();
   }
+  const auto& page = Child<browse::ThumbnailPage>(*Window, "ThumbPannel");
+  while (!page.IsComplete()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <QDialog>
+#include <QElapsedTimer>
 #include <QMessageBox>
 #include <QTimer>
 #include <functional>
@@ -174,7 +175,7 @@ class Walk {
   std::vector<BoxRule> Boxes;
   std::map<QString, std::function<void(QDialog&)>> Dialogs;
   QPointer<QWidget> LastModal;
-  int Waited = 0;
+  QElapsedTimer Waited;
   std::optional<std::vector<int>> Selection;
   std::optional<int> Current;
   std::optional<Failure> First;
