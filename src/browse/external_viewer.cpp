@@ -33,8 +33,8 @@ void ExternalViewer::ViewBttn_Click() {
   catalogue::CheckedPhotos checked;
   ResumeNext(
       [&] { checked = CheckChosen(*Engine.OpenDatabase(ThePaths.WorkFile), Data1.Chosen(false).Photos); });
-  if (!checked.Changed.empty()) {
-    controls::MsgBox(&Window, catalogue::ChangedPhotosText(checked.Changed), controls::vbExclamation,
+  if (const auto others = checked.Others(); !others.empty()) {
+    controls::MsgBox(&Window, catalogue::ChangedPhotosText(others), controls::vbExclamation,
                      QStringLiteral("Error"));
     return;
   }
@@ -42,7 +42,10 @@ void ExternalViewer::ViewBttn_Click() {
     const int photoId = Data1.Field(QStringLiteral("PhotoID")).toInt();
     const QString imageType = Data1.Field(QStringLiteral("ImageType")).toString();
     const QString file = catalogue::ImageFileName(ThePaths, photoId, imageType);
-    if (!QFileInfo(file).isFile()) return;
+    if (!QFileInfo(file).isFile()) {
+      controls::MsgBox(&Window, QStringLiteral("File not found: %1").arg(file), controls::vbExclamation);
+      return;
+    }
     desktop::OpenWithProgram(desktop::GetExtensionClass(QLatin1Char('.') + imageType), file);
     const QDateTime date = Data1.Field(QStringLiteral("LastModifyDate")).toDateTime();
     ResumeNext([&] { RecordCheckPhoto(*Engine.OpenDatabase(ThePaths.WorkFile), photoId, imageType, date); });
@@ -88,7 +91,8 @@ void RefreshCheckedPhoto(engine::Database& database, const catalogue::Paths& pat
     if (note->RecordCount() == 0) note.reset();
   });
   if (!note) return;
-  ResumeNext([&] {
+  // One that couldn't be written stays for the next look.
+  const bool written = ResumeNext([&] {
     const QString imageType = note->Field(QStringLiteral("ImageType")).toString();
     const QDateTime fileDate = DateOfFile(catalogue::ImageFileName(paths, photoId, imageType));
     const QDateTime noted = note->Field(QStringLiteral("LastModifyDate")).toDateTime();
@@ -98,7 +102,7 @@ void RefreshCheckedPhoto(engine::Database& database, const catalogue::Paths& pat
                          .arg(engine::DateToStore(fileDate))
                          .arg(photoId));
   });
-  ResumeNext([&] { note->Delete(); });
+  if (written) ResumeNext([&] { note->Delete(); });
 }
 
 }  // namespace veldrin::browse

@@ -94,19 +94,21 @@ QSet<int> NumbersWithRow(engine::Database& database, const QStringList& numbers)
   return found;
 }
 
-// While nobody can store a photo: the numbers are those of rows that will not come.
-void RemoveWithoutRow(const Paths& paths, engine::Database& database, const std::vector<Note>& notes) {
+// While nobody can store a photo: the numbers are those of rows that will not come. False when some stay.
+bool RemoveWithoutRow(const Paths& paths, engine::Database& database, const std::vector<Note>& notes) {
   const engine::Transaction transaction(database);
   QStringList numbers;
   for (const Note& note : notes) numbers << QString::number(note.Number());
   const QSet<int> stored = NumbersWithRow(database, numbers);
+  bool all = true;
   for (const Note& note : notes) {
     const QString file = paths.ImageDir + note.Name;
     if (stored.contains(note.Number()) || StampOf(file) != note.Stamp) continue;
     QFile::remove(ThumbFileName(paths, note.Number()));
-    QFile::remove(file);
+    all &= QFile::remove(file);
   }
   desktop::SyncDirectory(paths.ImageDir);
+  return all;
 }
 
 }  // namespace
@@ -156,7 +158,7 @@ void SweepStaging(const Paths& paths, engine::DBEngine& engine) {
   if (!QFileInfo::exists(directory)) return;
   ResumeNext([&] {
     const std::vector<Note> notes = ReadNotes(directory);
-    if (!notes.empty()) RemoveWithoutRow(paths, *engine.OpenDatabase(paths.WorkFile), notes);
+    if (!notes.empty() && !RemoveWithoutRow(paths, *engine.OpenDatabase(paths.WorkFile), notes)) return;
     QDir(directory).removeRecursively();
   });
 }

@@ -72,7 +72,8 @@ void KeepTime(int target, const struct stat& source) {
   ::futimens(target, times);
 }
 
-std::unique_ptr<NewFile> Copy(const QString& source, const QString& target, int flags = 0) {
+std::unique_ptr<NewFile> Copy(const QString& source, const QString& target, int flags = 0,
+                              base::FileState* state = nullptr) {
   // Without waiting: opening a pipe would wait for its other end.
   const Descriptor from(source, O_RDONLY | O_NONBLOCK | flags);
   if (from.Get() < 0 && errno == ELOOP)
@@ -81,6 +82,7 @@ std::unique_ptr<NewFile> Copy(const QString& source, const QString& target, int 
   if (from.Get() < 0 || ::fstat(from.Get(), &status) != 0 || !S_ISREG(status.st_mode))
     RaiseFileError(ENOENT, source);
   RequireReplaceable(target, status);
+  if (state != nullptr) *state = base::StateOf(status);
   auto to = std::make_unique<NewFile>(target);
   CopyBytes(from.Get(), source, *to);
   KeepTime(to->Descriptor(), status);
@@ -95,13 +97,19 @@ void CopyFile(const QString& source, const QString& target) { Copy(source, targe
 void CopyStoredFile(const QString& source, const QString& target) { Copy(source, target, O_NOFOLLOW); }
 
 FileCopy::FileCopy(const QString& source, const QString& target)
-    : Target(target), File(Copy(source, target)) {
+    : Target(target), File(Copy(source, target, 0, &TheSource)) {
   // Starts the writing to the disk, so that Flush has less to wait for.
   ::sync_file_range(File->Descriptor(), 0, 0, SYNC_FILE_RANGE_WRITE);
 }
 
 void FileCopy::Flush() {
   if (::fsync(File->Descriptor()) != 0) RaiseFileError(errno, Target);
+}
+
+// Nobody is given a lease on what another one writes to.
+bool IsBeingWritten(const QString& path) {
+  const Descriptor file(path, O_RDONLY | O_NONBLOCK);
+  return file.Get() >= 0 && ::fcntl(file.Get(), F_SETLEASE, F_RDLCK) != 0 && errno == EAGAIN;
 }
 
 void SyncDirectory(const QString& directory) {

@@ -4,6 +4,7 @@
 #include <QString>
 #include <memory>
 
+#include "base/file_identity.h"
 #include "desktop/new_file.h"
 
 namespace veldrin::desktop {
@@ -28,10 +29,17 @@ class FileCopy {
   /// Waits until the bytes are on the disk. Raises 61 or 75.
   void Flush();
 
+  /// What the source was when its bytes were read.
+  const base::FileState& Source() const { return TheSource; }
+
  private:
+  base::FileState TheSource;
   QString Target;
   std::unique_ptr<NewFile> File;
 };
+
+/// Whether some program has the file open to write into it, as far as the file system tells.
+bool IsBeingWritten(const QString& path);
 
 /// Makes renamings and new names in a directory safe against a power cut. Raises 76 or 75.
 void SyncDirectory(const QString& directory);

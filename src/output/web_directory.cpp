@@ -50,17 +50,24 @@ void DeleteFiles(const QString& directory, const QString& pattern) {
   for (const QString& name : FilesOf(directory, pattern)) QFile::remove(directory + QLatin1Char('/') + name);
 }
 
+// An export has a first page, and its pictures are numbered from 1 on; a camera's names may be numbers too.
 QStringList OtherFilesOfWeb(const catalogue::Paths& paths, const QString& parent, const QString& name) {
-  if (!IsReplaceable(paths, parent, name)) return {};
   const QString webDir = parent + QLatin1Char('/') + name;
-  const std::pair<const char*, const char*> written[] = {
-      {"", R"(Photo(Image|Data)_pg\d+\.htm)"}, {"Images/", R"(\d+\.\w*)"}, {"Thumbnails/", R"(\d+t\.bmp)"}};
+  const std::pair<const char*, const char*> written[] = {{"", R"(Photo(?:Image|Data)_pg(\d+)\.htm)"},
+                                                         {"Images/", R"((\d+)\.\w*)"},
+                                                         {"Thumbnails/", R"((\d+)t\.bmp)"}};
+  const bool goes = IsReplaceable(paths, parent, name);
+  const bool isWeb = goes && !FilesOf(webDir, QStringLiteral("Photo*_pg1.htm")).isEmpty();
   QStringList others;
   for (const auto& [place, pattern] : written) {
     const QRegularExpression own(QRegularExpression::anchoredPattern(QLatin1String(pattern)));
     const QString directory = QLatin1String(place);
-    for (const QString& file : FilesOf(webDir + QLatin1Char('/') + directory, AllFiles())) {
-      if (!own.match(file).hasMatch()) others << directory + file;
+    const QStringList files = FilesOf(webDir + QLatin1Char('/') + directory, AllFiles());
+    for (const QString& file : files) {
+      const auto match = own.match(file);
+      const bool isNumbered = match.hasMatch() && match.captured(1).toLongLong() <= files.size();
+      // Where nothing is deleted, files of these names are written over.
+      if (goes ? !(isWeb && isNumbered) : match.hasMatch()) others << directory + file;
     }
   }
   return others;

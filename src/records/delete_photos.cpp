@@ -9,6 +9,7 @@
 #include "base/failure.h"
 #include "catalogue/image_store.h"
 #include "controls/busy_pointer.h"
+#include "controls/error_box.h"
 #include "controls/msg_box.h"
 #include "desktop/file_copy.h"
 #include "engine/dao/transaction.h"
@@ -34,7 +35,13 @@ bool RemoveFile(const QString& file) { return QFile::remove(file) || !QFileInfo:
 catalogue::Choice DeletePhotos::Ask(const QString& question) const {
   catalogue::Choice choice = Chosen();
   if (choice.Photos.empty()) return {};
-  ResumeNext([&] { NoteLooks(*Engine.OpenDatabase(ThePaths.WorkFile), choice.Photos); });
+  // Without a look another photo of the number would be taken for it.
+  bool looked = false;
+  controls::TrapWithBox(&Window, [&] {
+    NoteLooks(*Engine.OpenDatabase(ThePaths.WorkFile), choice.Photos);
+    looked = true;
+  });
+  if (!looked) return {};
   const int answer = controls::MsgBox(&Window, question,
                                       controls::vbYesNo | controls::vbQuestion | controls::vbDefaultButton2,
                                       QStringLiteral("Delete Record(s)"));
@@ -112,7 +119,7 @@ bool DeletePhotos::DeleteGroup(engine::Database& database, Group group, catalogu
   std::vector<catalogue::Staging::Unfinished> unfinished;
   for (const auto& photo : checked.Same)
     unfinished.push_back({StoredName(photo), ThePaths.ImageDir + StoredName(photo)});
-  ResumeNext([&] { staging.NoteUnfinished(unfinished); });
+  const bool noted = ResumeNext([&] { staging.NoteUnfinished(unfinished); });
   for (const auto& photo : checked.Same) DeletePhoto(database, photo.PhotoID);
   transaction.Commit();
   Others.insert(Others.end(), checked.Changed.begin(), checked.Changed.end());
@@ -120,14 +127,16 @@ bool DeletePhotos::DeleteGroup(engine::Database& database, Group group, catalogu
   std::vector<int> deleted;
   for (const auto& photo : checked.Same) deleted.push_back(photo.PhotoID);
   Q_EMIT Deleted(deleted);
-  if (!RemoveFiles(database, checked.Same)) staging.Keep();
+  // A power cut must not bring the rows back without their images.
+  database.Settle();
+  if (!RemoveFiles(database, checked.Same, noted)) staging.Keep();
   return true;
 }
 
 // Nobody can store a photo meanwhile. Before, another machine may have stored one under a number that has
 // become free: those files are its own. They are gone for good before the next number is given out. What
 // can't be removed now the next start tries again.
-bool DeletePhotos::RemoveFiles(engine::Database& database, const Photos& photos) try {
+bool DeletePhotos::RemoveFiles(engine::Database& database, const Photos& photos, bool noted) try {
   const engine::Transaction transaction(database);
   std::vector<catalogue::ChosenPhoto> numbers;
   for (const auto& photo : photos) numbers.push_back({photo.PhotoID, {}});
@@ -145,8 +154,9 @@ bool DeletePhotos::RemoveFiles(engine::Database& database, const Photos& photos)
   desktop::SyncDirectory(ThePaths.ImageDir);
   return all;
 } catch (const base::RuntimeError& error) {
-  const QString reason =
-      QStringLiteral("deleted, but its file goes at the next start: ") + base::ReasonOf(error);
+  const QString reason = (noted ? QStringLiteral("deleted, but its file goes at the next start: ")
+                                : QStringLiteral("deleted, but its file could not be removed: ")) +
+                         base::ReasonOf(error);
   for (const auto& photo : photos) Report.Failures.push_back({StoredName(photo), reason});
   return false;
 }

@@ -55,7 +55,8 @@ class DeletePhotos : public QObject {
 
   catalogue::Choice Ask(const QString& question) const;
   bool DeleteGroup(engine::Database& database, Group group, catalogue::Staging& staging);
-  bool RemoveFiles(engine::Database& database, const Photos& photos);
+  /// `noted`: what stays goes at the next start.
+  bool RemoveFiles(engine::Database& database, const Photos& photos, bool noted);
   bool RemoveGroup(engine::Database& database, Group group);
   void WriteInGroups(const catalogue::Choice& choice, const QString& caption, const QString& deed,
                      const Write& write);

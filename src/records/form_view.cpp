@@ -133,8 +133,11 @@ void FormView::WriteTexts(int photoId) {
   const auto row =
       database->OpenRecordset(QStringLiteral("SELECT * FROM tblPhotos WHERE PhotoID = %1").arg(photoId));
   row->Edit();
-  const auto write = [&row](const QString& name, const QString& shown, const QString& typed) {
-    if (typed != shown) row->SetField(name, typed.isEmpty() ? Value() : Value(typed));
+  const auto write = [&](const QString& name, const QString& shown, const QString& typed) {
+    if (typed == shown) return;
+    if (const QString stored = row->Field(name).toString(); stored != shown && stored != typed)
+      throw base::RuntimeError(base::errDataChanged, catalogue::ChangedPhotosText({photoId}));
+    row->SetField(name, typed.isEmpty() ? Value() : Value(typed));
   };
   const Texts typed = TypedTexts();
   write(QStringLiteral("Title"), ShownTexts.Title, typed.Title);

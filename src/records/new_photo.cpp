@@ -17,11 +17,12 @@ namespace {
 
 constexpr qsizetype TypeLength = 3;  // of the column ImageType
 
-void KeepAside(const QString& file) {
+QString KeepAside(const QString& file) {
   QString aside = file + QStringLiteral(".old");
   for (int number = 2; !desktop::RenameToFree(file, aside); ++number) {
     aside = file + QStringLiteral(".old%1").arg(number);
   }
+  return aside;
 }
 
 }  // namespace
@@ -36,6 +37,7 @@ void NewPhoto::Read() {
   try {
     ResumeNext([&] { Date = catalogue::GetFileDate(Source); });
     Copy = std::make_unique<desktop::FileCopy>(Source, Temporary);
+    ReadSource = Copy->Source();
     Identity = base::IdentityOf(Temporary);
     IsPicture = pictures::IsPicture(Temporary);
     ImageType = IsPicture ? TypeToStore(Name) : QStringLiteral("jpg");
@@ -67,7 +69,7 @@ void NewPhoto::PutInPlace(const catalogue::Paths& paths) {
   QFile::remove(catalogue::ThumbFileName(paths, PhotoID));
   if (!IsPicture) return;
   const QString target = catalogue::ImageFileName(paths, PhotoID, ImageType);
-  while (!desktop::RenameToFree(Temporary, target)) KeepAside(target);
+  while (!desktop::RenameToFree(Temporary, target)) Aside = KeepAside(target);
   InPlace = true;
 }
 
@@ -75,7 +77,19 @@ void NewPhoto::TakeBack(const catalogue::Paths& paths) {
   if (!InPlace) return;
   const QString target = catalogue::ImageFileName(paths, PhotoID, ImageType);
   if (base::IdentityOf(target) != Identity) return;
-  InPlace = !ResumeNext([&] { desktop::RenameToFree(target, Temporary); });
+  InPlace = !ResumeNext([&] {
+    desktop::RenameToFree(target, Temporary);
+    if (!Aside.isEmpty()) desktop::RenameToFree(std::exchange(Aside, QString()), target);
+  });
+}
+
+// What was written to it since is nowhere else.
+void NewPhoto::RemoveSource() {
+  if (base::StateOf(Source) != ReadSource || desktop::IsBeingWritten(Source)) {
+    Failure = QStringLiteral("stored as it was; the file was changed meanwhile and stays");
+  } else if (!QFile::remove(Source)) {
+    Failure = QStringLiteral("stored, but the file could not be removed");
+  }
 }
 
 void NewPhoto::DropTemporary() const {

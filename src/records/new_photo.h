@@ -39,14 +39,19 @@ struct NewPhoto {
   /// Gives the copy of a picture its final name. A file that stands there already is kept under another name.
   /// Raises 53, 61 or 75.
   void PutInPlace(const catalogue::Paths& paths);
-  /// Takes the final name from the copy again, where the file of that name still is the copy.
+  /// Takes the final name from the copy again, where the file of that name still is the copy, and gives it
+  /// back to the file that had it.
   void TakeBack(const catalogue::Paths& paths);
+  /// Deletes the source, unless it isn't what was read any more: Failure tells then.
+  void RemoveSource();
   /// Deletes what stands at Temporary.
   void DropTemporary() const;
 
  private:
   std::unique_ptr<desktop::FileCopy> Copy;
   std::optional<base::FileIdentity> Identity;
+  std::optional<base::FileState> ReadSource;
+  QString Aside;  ///< where a file is kept that stood in the way
 };
 
 /// What the row of a file has for its type: all that follows the first point of the name, or, where that

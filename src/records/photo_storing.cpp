@@ -1,6 +1,6 @@
 #include "records/photo_storing.h"
 
-#include <QFile>
+#include <QFileInfo>
 #include <QThread>
 #include <QThreadPool>
 #include <QtConcurrentMap>
@@ -24,6 +24,12 @@ using base::RuntimeError;
 namespace {
 
 using Group = std::span<NewPhoto>;
+
+// No catalogue's pictures go into another one.
+bool IsOfACatalogue(const catalogue::Paths& paths, const QString& directory) {
+  return catalogue::IsOwnDirectory(paths, directory) ||
+         QFileInfo::exists(directory + QStringLiteral("/../Photos.mdb"));
+}
 
 bool CanBeStored(const NewPhoto& photo) { return photo.IsRead && !photo.HasRow && photo.Failure.isEmpty(); }
 
@@ -66,7 +72,7 @@ BatchWriter::BatchWriter(const catalogue::Paths& paths, engine::DBEngine& engine
                          std::vector<NewPhoto>& files, controls::Progress* progress)
     : ThePaths(paths),
       Batch(batch),
-      MayRemove(batch.RemoveSources && base::IdentityOf(batch.Directory) != base::IdentityOf(paths.ImageDir)),
+      MayRemove(batch.RemoveSources && !IsOfACatalogue(paths, batch.Directory)),
       Files(files),
       Bar(progress),
       TheStaging(paths) {
@@ -125,7 +131,8 @@ void BatchWriter::WriteGroup(Group group) {
 }
 
 // The transaction keeps other machines out from the look at the numbers to the end, so that two don't give
-// the same one. The names are on the disk before the rows that speak of them.
+// the same one. No file is touched before the rows have proved to fit, and the names are on the disk before
+// the rows are.
 bool BatchWriter::WriteRows(Group group) {
   if (std::none_of(group.begin(), group.end(), CanBeStored)) return true;
   try {
@@ -141,16 +148,16 @@ bool BatchWriter::WriteRows(Group group) {
       next = next == std::numeric_limits<int>::max() ? 0 : next + 1;
       if (photo.IsPicture) unfinished.push_back({photo.StoredName(), photo.Temporary});
     }
-    TheStaging.NoteUnfinished(unfinished);
-    for (NewPhoto& photo : group) {
-      if (CanBeStored(photo)) photo.PutInPlace(ThePaths);
-    }
-    desktop::SyncDirectory(ThePaths.ImageDir);
     for (const NewPhoto& photo : group) {
       if (!CanBeStored(photo)) continue;
       AddRow(photo);
       AddLink(photo);
     }
+    TheStaging.NoteUnfinished(unfinished);
+    for (NewPhoto& photo : group) {
+      if (CanBeStored(photo)) photo.PutInPlace(ThePaths);
+    }
+    desktop::SyncDirectory(ThePaths.ImageDir);
     transaction.Commit();
   } catch (const RuntimeError& error) {
     Refusal = base::ReasonOf(error);
@@ -166,6 +173,7 @@ bool BatchWriter::WriteRows(Group group) {
 // Of a group that failed the files go back under their temporary names, unless their rows are there in spite
 // of the error. Where the catalogue can't be asked they stay, and the next start looks again.
 void BatchWriter::TakeBack(Group group) {
+  if (std::none_of(group.begin(), group.end(), [](const NewPhoto& photo) { return photo.InPlace; })) return;
   const bool asked = ResumeNext([&] {
     // Nothing is written: it keeps the others out while the files go back.
     const engine::Transaction transaction(*TheDatabase);
@@ -218,8 +226,7 @@ void BatchWriter::RemoveSources(Group group) {
   if (std::none_of(group.begin(), group.end(), mayGo)) return;
   TheDatabase->Settle();
   for (NewPhoto& photo : group) {
-    if (mayGo(photo) && !QFile::remove(photo.Source))
-      photo.Failure = QStringLiteral("stored, but the file could not be removed");
+    if (mayGo(photo)) photo.RemoveSource();
   }
 }
 

@@ -10,6 +10,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <cstdlib>
 #include <utility>
 
 #include "base/runtime_error.h"
@@ -76,7 +77,8 @@ bool IsHeld(QLockFile& lock) {
   QString host;
   QString name;
   const QDateTime date = QFileInfo(lock.fileName()).lastModified();
-  if (lock.getLockInfo(&process, &host, &name) || date.secsTo(QDateTime::currentDateTime()) < writing)
+  if (lock.getLockInfo(&process, &host, &name) ||
+      std::abs(date.secsTo(QDateTime::currentDateTime())) < writing)
     return true;
   return !lock.removeStaleLockFile() || !lock.tryLock();
 }

@@ -158,8 +158,10 @@ void frmMain::ConnectViews() {
           &records::RecordClipboard::Forget);
   connect(TheFormView, &records::FormView::Saved, Clipboard.get(), &records::RecordClipboard::Renew);
   connect(&Data1, &catalogue::RecordList::Refreshed, this, &frmMain::ShowQueryState);
-  connect(bttnGo, &QPushButton::clicked, Folders.get(), &folders::FolderNavigation::bttnGo_Click);
-  connect(txtFldrSearch, &QLineEdit::returnPressed, Folders.get(), &folders::FolderNavigation::bttnGo_Click);
+  OnChoice(*bttnGo, [this] { Folders->bttnGo_Click(); });
+  connect(txtFldrSearch, &QLineEdit::returnPressed, this, [this] {
+    if (tvTreeView->EndLabelEdit()) Folders->bttnGo_Click();
+  });
 }
 
 // --- start and stop ---------------------------------------------------------------------------------------

@@ -16,6 +16,8 @@
 #include <QUrl>
 #include <array>
 #include <iostream>
+#include <memory>
+#include <utility>
 
 namespace {
 

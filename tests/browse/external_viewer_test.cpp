@@ -62,12 +62,14 @@ TEST_F(ExternalViewerTest, AChangeByTheRegisteredProgramComesBackAsANewThumbnail
   QFile::remove(log);
   OpenPhoto("jpg");
   Page.ShowThumbnails(0);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return Page.IsComplete(); }));
   ASSERT_FALSE(ThumbnailIsRed());
   Viewer.ViewBttn_Click();
   ASSERT_TRUE(QTest::qWaitFor([&] { return QFile::exists(log); }, 20'000));
   EXPECT_EQ(test::ReadFile(log), Image.toUtf8() + '\n');
   EXPECT_EQ(Notes(), QStringList("5|jpg"));
   Page.ShowThumbnails(0);
+  EXPECT_TRUE(QTest::qWaitFor([this] { return Page.IsComplete(); }));
   EXPECT_TRUE(ThumbnailIsRed());
   EXPECT_EQ(ModifyDate(), "2030-02-03");
   EXPECT_EQ(Notes(), QStringList());

@@ -99,8 +99,13 @@ TEST_F(FormViewTest, WhatAnotherMachineChangedStays) {
   Open(" WHERE PhotoID = 1");
   Catalogue.Execute({"UPDATE tblPhotos SET Title = 'theirs', MadeBy = 'they' WHERE PhotoID = 1"});
   Title().setText("ours");
+  ExpectRefusedSave("Error|");
+  EXPECT_EQ(Title().text(), "ours");
+  Click("UndoBttn");
+  Catalogue.Execute({"UPDATE tblPhotos SET MadeBy = 'them' WHERE PhotoID = 1"});
+  Title().setText("ours");
   Click("SaveBttn");
-  EXPECT_EQ(Shown(), "1|ours||they|1 of 1");
+  EXPECT_EQ(Shown(), "1|ours||them|1 of 1");
   Open(" WHERE Title Like '*u*'");
   Title().setText("none");
   Click("SaveBttn");  // A photo that the query no longer finds gives way to the first.
@@ -108,7 +113,7 @@ TEST_F(FormViewTest, WhatAnotherMachineChangedStays) {
   Open(" WHERE PhotoID = 1");
   Catalogue.Execute({"UPDATE tblPhotos SET Title = 'theirs' WHERE PhotoID = 1"});
   Click("UndoBttn");
-  EXPECT_EQ(Shown(), "1|theirs||they|1 of 1");
+  EXPECT_EQ(Shown(), "1|theirs||them|1 of 1");
   Catalogue.Execute({"DELETE FROM tblPhotos WHERE PhotoID = 1"});
   Title().setText("ours");
   ExpectRefusedSave("Error|");

@@ -35,6 +35,11 @@ int NumberOf(const SQLite::Exception& error) {
 base::RuntimeError FromSqlite(const SQLite::Exception& error) {
   if (error.getExtendedErrorCode() == SQLITE_READONLY)
     return {base::errReadOnly, QStringLiteral("The catalogue is open for reading alone.")};
+  if (error.getExtendedErrorCode() == SQLITE_READONLY_ROLLBACK)
+    return {
+        base::errReadOnly,
+        QStringLiteral("Another program left a change of the catalogue unfinished. It is undone by the next "
+                       "program that opens the catalogue for writing, from a machine where its locks hold.")};
   if (NumberOf(error) == base::errLocked)
     return {base::errLocked, QStringLiteral("Another machine is using the catalogue.")};
   return {NumberOf(error), QString::fromUtf8(error.what())};

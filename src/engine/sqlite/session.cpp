@@ -105,6 +105,7 @@ SqliteSession::SqliteSession(const QString& file, int lockTimeout)
     Db.setBusyTimeout(lockTimeout);
     GuardConnection(Db.getHandle());
     CheckFormat("main", file);
+    RequireTablesAlone(Db, "main", file);
     // The opened file itself is the working copy, which is made anew at each start: it needs no durability.
     Db.exec("PRAGMA main.synchronous=OFF; PRAGMA main.journal_mode=MEMORY; PRAGMA temp_store=MEMORY");
     AddFunctions(Db.getHandle());
@@ -223,7 +224,13 @@ int SqliteSession::ExecuteRows(const QString& sql, qsizetype width, std::span<co
   }
 }
 
+// Of a file that is opened for reading alone SQLite takes no lock, and says so at the first write only: too
+// late for what relies on the group.
 void SqliteSession::Begin(Writes writes) {
+  for (const OpenedFile& file : std::as_const(Files)) {
+    if (writes == Writes::Catalogue && sqlite3_db_readonly(Db.getHandle(), file.Alias.c_str()) == 1)
+      throw FromSqlite(SQLite::Exception(Db.getHandle(), SQLITE_READONLY));
+  }
   Execute(writes == Writes::Catalogue ? QStringLiteral("BEGIN IMMEDIATE") : QStringLiteral("BEGIN"), {});
   Writing = true;
 }
@@ -299,6 +306,14 @@ void SqliteSession::Link(const TableDef& table) {
   WithSqliteErrors([&] {
     Attach(table.LinkedFile(), table.ReadOnly);
     RequireFields(Db, Files[table.LinkedFile()].Alias, table);
+    // A table of that name in the opened file would stand before the linked one, and be lost with the file.
+    SQLite::Statement same(Db, "SELECT 1 FROM main.sqlite_schema WHERE name = ? COLLATE NOCASE");
+    same.bind(1, table.SourceTableName.toStdString());
+    if (same.executeStep())
+      throw RuntimeError(
+          base::errUnrecognizedFormat,
+          QStringLiteral("Unrecognized database format '%1': it holds a table '%2' of its own.")
+              .arg(QString::fromUtf8(sqlite3_db_filename(Db.getHandle(), "main")), table.SourceTableName));
     // Reading one row finds a file that was cut short.
     Rows(QStringLiteral("SELECT * FROM %1 LIMIT 1").arg(QuoteName(table.SourceTableName)), {});
   });
