@@ -14,6 +14,7 @@
 #include "benches/sqlite_file.h"
 #include "browse/record_grid.h"
 #include "catalogue/image_store.h"
+#include "pictures/picture_cache.h"
 #include "records/form_view.h"
 #include "shell/main_window.h"
 
@@ -41,7 +42,7 @@ class FormBench {
   explicit FormBench(const std::string& data)
       : Pictures(MakeLargePictures(data, LargePictures)),
         List(MakePictureCatalogue(QString::fromStdString(data + "/form"), Pictures)),
-        Form(List.Data1, List.Opened.Paths(), List.Opened.Engine()) {
+        Form(List.Data1, List.Opened.Paths(), List.Opened.Engine(), Cache) {
     Form.resize(829, 654);
     Form.show();
     QCoreApplication::processEvents();
@@ -66,6 +67,7 @@ class FormBench {
  private:
   std::vector<std::string> Pictures;
   OpenedList List;
+  pictures::PictureCache Cache;
   records::FormView Form;
 };
 

@@ -27,7 +27,7 @@ class ShowBench {
       : Opened(program),
         Data1(Opened.Engine()),
         TheMusic(Settings, MusicList, Opened.Paths().MusicDir, Player),
-        Play({Data1, Opened.Paths(), Settings, TheMusic}, nullptr) {
+        Play({Data1, Opened.Paths(), Settings, TheMusic}, Cache, nullptr) {
     Data1.DatabaseName = Opened.Paths().WorkFile;
     Data1.RecordSource = QStringLiteral("SELECT tblPhotos.* FROM tblPhotos");
     Data1.Refresh();
@@ -64,6 +64,7 @@ class ShowBench {
   controls::FileListBox MusicList;
   show::MediaPlayer Player;
   show::Music TheMusic;
+  pictures::PictureCache Cache;
   show::ImagePlay Play;
 };
 

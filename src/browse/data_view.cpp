@@ -2,6 +2,7 @@
 
 #include <QFrame>
 #include <QShowEvent>
+#include <utility>
 
 #include "base/failure.h"
 #include "catalogue/image_store.h"
@@ -20,11 +21,15 @@ constexpr int NoteMargin = 6;  // pixels
 
 }  // namespace
 
-DataView::DataView(catalogue::RecordList& data1, const catalogue::Paths& paths, QWidget* parent)
+DataView::DataView(catalogue::RecordList& data1, const catalogue::Paths& paths, pictures::PictureCache& cache,
+                   QWidget* parent)
     : QWidget(parent), Data1(data1), ThePaths(paths), Grid(new RecordGrid(data1, this)) {
   setObjectName(QStringLiteral("TabPannel(0)"));
   MoveTwips(*Grid, 0, 0, controls::ListWidth, controls::PanelHeight);
   MakePreview();
+  Loader = new controls::PictureLoader(cache, *picPreview);
+  connect(Loader, &controls::PictureLoader::Loaded, this, &DataView::TakePreview);
+  connect(ImgPreview, &controls::FittedImage::Outgrown, Loader, &controls::PictureLoader::Load);
   MakeButtons();
   MakeQueryNote();
   connect(&Data1, &catalogue::RecordList::Reposition, this, &DataView::Data1_Reposition);
@@ -123,7 +128,9 @@ void DataView::SetContentHeight(int pixels) { Grid->resize(Grid->width(), pixels
 
 void DataView::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
-  if (!event->spontaneous()) Data1_Reposition();
+  if (event->spontaneous()) return;
+  ImgPreview->hide();  // It may be of another list.
+  Data1_Reposition();
 }
 
 void DataView::Data1_Reposition() {
@@ -138,16 +145,29 @@ void DataView::Data1_Reposition() {
 }
 
 void DataView::PreviewOption_Click(int index) {
+  if (Data1.RecordCount() != 0 && index == 0) return ShowPreview();
+  Loader->Load({});
   ImgPreview->hide();
-  if (Data1.RecordCount() != 0 && index == 0) ShowPreview();
 }
 
+// The next one that way is prepared, too.
 void DataView::ShowPreview() {
+  const int place = Data1.AbsolutePosition();
+  const int next = place + (place < std::exchange(FormerPlace, place) ? -1 : 1);
+  QString file;
+  QString nextFile;
   base::EndSilently([&] {
-    ImgPreview->Load(catalogue::ImageFileName(ThePaths, Data1.Field(QStringLiteral("PhotoID")).toInt(),
-                                              Data1.Field(QStringLiteral("ImageType")).toString()));
-    ImgPreview->show();
+    file = ImageFileAt(Data1, ThePaths, place);
+    nextFile = ImageFileAt(Data1, ThePaths, next);
   });
+  if (file.isEmpty()) ImgPreview->hide();
+  Loader->Load(file);
+  Loader->Prepare(nextFile);
+}
+
+void DataView::TakePreview(const QString& file, const pictures::Picture& picture) {
+  if (!picture.IsEmpty()) ImgPreview->SetPicture(file, picture);
+  ImgPreview->setVisible(!picture.IsEmpty());
 }
 
 }  // namespace veldrin::browse

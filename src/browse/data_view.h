@@ -12,6 +12,7 @@
 #include "catalogue/paths.h"
 #include "catalogue/record_list.h"
 #include "controls/fitted_image.h"
+#include "controls/picture_loader.h"
 
 namespace veldrin::browse {
 
@@ -20,7 +21,8 @@ class DataView : public QWidget {
 
  public:
   /// The panel of the first tab.
-  DataView(catalogue::RecordList& data1, const catalogue::Paths& paths, QWidget* parent);
+  DataView(catalogue::RecordList& data1, const catalogue::Paths& paths, pictures::PictureCache& cache,
+           QWidget* parent);
 
   RecordGrid& TDBGrid1() { return *Grid; }
   QRadioButton& PreviewOption(int index) { return *(index == 0 ? PreviewOn : PreviewOff); }
@@ -47,6 +49,7 @@ class DataView : public QWidget {
   void MakeButtons();
   void MakeQueryNote();
   void ShowPreview();
+  void TakePreview(const QString& file, const pictures::Picture& picture);
 
   catalogue::RecordList& Data1;
   const catalogue::Paths& ThePaths;
@@ -55,6 +58,8 @@ class DataView : public QWidget {
   QRadioButton* PreviewOff = nullptr;
   QWidget* picPreview = nullptr;
   controls::FittedImage* ImgPreview = nullptr;
+  controls::PictureLoader* Loader = nullptr;
+  int FormerPlace = 0;
   DataNavigator* Navigator = nullptr;
   QLabel* lblQuery = nullptr;
 };

@@ -42,10 +42,7 @@ void ExternalViewer::ViewBttn_Click() {
     const int photoId = Data1.Field(QStringLiteral("PhotoID")).toInt();
     const QString imageType = Data1.Field(QStringLiteral("ImageType")).toString();
     const QString file = catalogue::ImageFileName(ThePaths, photoId, imageType);
-    if (!QFileInfo(file).isFile()) {
-      controls::MsgBox(&Window, QStringLiteral("File not found: %1").arg(file), controls::vbExclamation);
-      return;
-    }
+    if (!QFileInfo(file).isFile()) return;
     desktop::OpenWithProgram(desktop::GetExtensionClass(QLatin1Char('.') + imageType), file);
     const QDateTime date = Data1.Field(QStringLiteral("LastModifyDate")).toDateTime();
     ResumeNext([&] { RecordCheckPhoto(*Engine.OpenDatabase(ThePaths.WorkFile), photoId, imageType, date); });

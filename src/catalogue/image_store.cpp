@@ -18,6 +18,14 @@ QString ImageFileName(const Paths& paths, int photoId, const QString& imageType)
   return paths.ImageDir + ImageName(photoId, imageType);
 }
 
+QString ImageFileAt(RecordList& list, const Paths& paths, int position) {
+  if (position < 0 || position >= list.RecordCount()) return {};
+  const ListRows row = list.ReadRows(position, 1);
+  if (!row.IsThere(0)) return {};
+  return ImageFileName(paths, list.BookmarkAt(position),
+                       row.Field(0, QStringLiteral("ImageType")).toString());
+}
+
 QString ThumbFileName(const Paths& paths, int photoId) {
   return paths.ThumbDir + QString::number(photoId) + QStringLiteral("t.bmp");
 }

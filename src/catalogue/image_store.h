@@ -5,6 +5,7 @@
 #include <QString>
 
 #include "catalogue/paths.h"
+#include "catalogue/record_list.h"
 #include "pictures/fit.h"
 
 namespace veldrin::catalogue {
@@ -16,6 +17,9 @@ constexpr pictures::TwipSize ThumbnailBox{2535, 1935};
 /// or a null character, as only a strange catalogue has it, stands for no file.
 QString ImageName(int photoId, const QString& imageType);
 QString ImageFileName(const Paths& paths, int photoId, const QString& imageType);
+/// Of the photo at a place of the list; empty for a place beyond it and a row that has gone. Raises what the
+/// reading raises.
+QString ImageFileAt(RecordList& list, const Paths& paths, int position);
 QString ThumbFileName(const Paths& paths, int photoId);
 
 /// Makes the thumbnail of a stored image, stores it and returns it; an empty picture where the image can't be

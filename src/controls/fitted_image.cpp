@@ -3,7 +3,6 @@
 #include <QEvent>
 #include <algorithm>
 
-#include "base/failure.h"
 #include "controls/twips.h"
 
 namespace veldrin::controls {
@@ -14,7 +13,7 @@ FittedImage::FittedImage(const QString& name, QWidget& box) : QLabel(&box) {
   box.installEventFilter(this);
   Resized.setSingleShot(true);
   Resized.setInterval(200);  // A window that is drawn larger sends many sizes.
-  connect(&Resized, &QTimer::timeout, this, &FittedImage::LoadLarger);
+  connect(&Resized, &QTimer::timeout, this, &FittedImage::CheckSize);
   hide();
 }
 
@@ -22,13 +21,9 @@ pictures::TwipSize FittedImage::BoxSize() const {
   return {base::ToTwips(parentWidget()->width()), base::ToTwips(parentWidget()->height())};
 }
 
-void FittedImage::Load(const QString& path) {
-  SetPicture(pictures::LoadPictureForBox(path, BoxSize(), devicePixelRatioF()), path);
-}
-
-void FittedImage::SetPicture(const pictures::Picture& picture, const QString& path) {
+void FittedImage::SetPicture(const QString& file, const pictures::Picture& picture) {
   pictures::FitToBox(picture, BoxSize());  // Refuses a picture without size while the former one is whole.
-  Path = path;
+  File = file;
   Natural = picture.NaturalPixels();
   setPixmap(QPixmap::fromImage(picture.Image()));
   Place();
@@ -41,12 +36,11 @@ void FittedImage::Place() {
             size.Width, size.Height);
 }
 
-// Of a picture that is stretched from its natural size there is no more to load. A file that has gone stays
-// as it is shown.
-void FittedImage::LoadLarger() {
+// Of a picture that is stretched from its natural size there is no more to load.
+void FittedImage::CheckSize() {
   const int needed = base::RoundToInt(width() * devicePixelRatioF());
-  if (isHidden() || pixmap(Qt::ReturnByValue).width() >= std::min(needed, Natural.width())) return;
-  base::EndSilently([this] { Load(Path); });
+  if (!isHidden() && pixmap(Qt::ReturnByValue).width() < std::min(needed, Natural.width()))
+    Q_EMIT Outgrown(File);
 }
 
 void FittedImage::mouseDoubleClickEvent(QMouseEvent*) { Q_EMIT DblClick(); }

@@ -13,19 +13,17 @@ class FittedImage : public QLabel {
   Q_OBJECT
 
  public:
-  /// The box is the parent; the control follows its size, and loads its file again when that has grown beyond
-  /// what was decoded. Hidden at first.
+  /// The box is the parent; the control follows its size. Hidden at first.
   FittedImage(const QString& name, QWidget& box);
 
-  /// Loads a file and takes its place in the middle of the box. Raises what LoadPicture raises, 11 for a
-  /// picture without size; the control is as it was then. Does not show it.
-  void Load(const QString& path);
-  /// The same with a picture that was decoded elsewhere from the file, for a box of BoxSize.
-  void SetPicture(const pictures::Picture& picture, const QString& path);
-  pictures::TwipSize BoxSize() const;
+  /// Takes a picture of the file and its place in the middle of the box. Raises 11 for a picture without
+  /// size; the control is as it was then. Does not show it.
+  void SetPicture(const QString& file, const pictures::Picture& picture);
 
  Q_SIGNALS:
   void DblClick();
+  /// The box has grown beyond what was decoded.
+  void Outgrown(const QString& file);
 
  protected:
   void mouseDoubleClickEvent(QMouseEvent* event) override;
@@ -34,9 +32,10 @@ class FittedImage : public QLabel {
  private:
   bool IsLoaded() const { return Natural.isValid(); }
   void Place();
-  void LoadLarger();
+  void CheckSize();
+  pictures::TwipSize BoxSize() const;
 
-  QString Path;
+  QString File;
   QSize Natural;  ///< of the picture, in pixels
   QTimer Resized;
 };

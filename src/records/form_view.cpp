@@ -7,6 +7,7 @@
 #include <QPushButton>
 #include <QScopedValueRollback>
 #include <QShowEvent>
+#include <utility>
 
 #include "base/dates.h"
 #include "base/failure.h"
@@ -18,6 +19,7 @@
 #include "controls/error_box.h"
 #include "controls/fitted_image.h"
 #include "controls/named.h"
+#include "controls/picture_loader.h"
 #include "engine/dao/transaction.h"
 
 namespace veldrin::records {
@@ -34,10 +36,11 @@ QString TextOf(const Value& value) {
 }  // namespace
 
 FormView::FormView(catalogue::RecordList& data1, const catalogue::Paths& paths, engine::DBEngine& engine,
-                   QWidget* parent)
+                   pictures::PictureCache& cache, QWidget* parent)
     : QWidget(parent), Data1(data1), ThePaths(paths), Engine(engine) {
   setObjectName(QStringLiteral("TabPannel(1)"));
   MakeImage();
+  Loader = new controls::PictureLoader(cache, *FormImagePannel);
   MakeFields();
   MakeNavigator();
   MakeButtons();
@@ -49,8 +52,11 @@ QPushButton& FormView::Button(const char* name) const {
 }
 
 void FormView::Connect() {
-  for (FittedImage* image : FormImage)
+  for (FittedImage* image : FormImage) {
     connect(image, &FittedImage::DblClick, this, &FormView::FormImage_DblClick);
+    connect(image, &FittedImage::Outgrown, Loader, &controls::PictureLoader::Load);
+  }
+  connect(Loader, &controls::PictureLoader::Loaded, this, &FormView::TakeImage);
   connect(&Button("SaveBttn"), &QPushButton::clicked, this, &FormView::SaveBttn_Click);
   connect(&Button("UndoBttn"), &QPushButton::clicked, this, &FormView::UndoBttn_Click);
   connect(&Data1, &catalogue::RecordList::Reposition, this, &FormView::Follow);
@@ -58,7 +64,9 @@ void FormView::Connect() {
 
 void FormView::showEvent(QShowEvent* event) {
   QWidget::showEvent(event);
-  if (!event->spontaneous()) Follow();
+  if (event->spontaneous()) return;
+  HideImages();  // They may be of another list.
+  Follow();
 }
 
 void FormView::Follow() {
@@ -98,14 +106,27 @@ void FormView::ShowFormRecord() {
   });
 }
 
+// The next one that way is prepared, too.
 void FormView::ShowFormImage() {
-  const bool shown = base::EndSilently([&] {
-    FormImage[ShowImageIndex]->Load(eImageFile->text());
-    FormImage[ShowImageIndex]->show();
-    ShowImageIndex = (ShowImageIndex + 1) & 1;
-    FormImage[ShowImageIndex]->hide();
-  });
-  if (shown) return;
+  const QString file = eImageFile->text();
+  if (file.isEmpty()) HideImages();
+  Loader->Load(file);
+  const int place = Data1.AbsolutePosition();
+  const int next = place + (place < std::exchange(FormerPlace, place) ? -1 : 1);
+  QString nextFile;
+  base::EndSilently([&] { nextFile = ImageFileAt(Data1, ThePaths, next); });
+  Loader->Prepare(nextFile);
+}
+
+void FormView::TakeImage(const QString& file, const pictures::Picture& picture) {
+  if (picture.IsEmpty()) return HideImages();
+  FormImage[ShowImageIndex]->SetPicture(file, picture);
+  FormImage[ShowImageIndex]->show();
+  ShowImageIndex = (ShowImageIndex + 1) & 1;
+  FormImage[ShowImageIndex]->hide();
+}
+
+void FormView::HideImages() {
   for (FittedImage* image : FormImage) image->hide();
 }
 

@@ -14,7 +14,12 @@ class QPushButton;
 namespace veldrin::controls {
 class FittedImage;
 class CaptionLabel;
+class PictureLoader;
 }  // namespace veldrin::controls
+namespace veldrin::pictures {
+class Picture;
+class PictureCache;
+}  // namespace veldrin::pictures
 
 namespace veldrin::records {
 
@@ -26,7 +31,7 @@ class FormView : public QWidget {
  public:
   /// The references must outlive the view.
   FormView(catalogue::RecordList& data1, const catalogue::Paths& paths, engine::DBEngine& engine,
-           QWidget* parent = nullptr);
+           pictures::PictureCache& cache, QWidget* parent = nullptr);
 
   /// A button of the view by its name, which must be one of them.
   QPushButton& Button(const char* name) const;
@@ -71,6 +76,8 @@ class FormView : public QWidget {
                    int width, int height);
 
   void Follow();
+  void HideImages();
+  void TakeImage(const QString& file, const pictures::Picture& picture);
   struct Texts {
     QString Title, Description, MadeBy;
   };
@@ -83,10 +90,12 @@ class FormView : public QWidget {
   int ShownPhotoID = 0;  ///< whose texts the fields were filled with; 0 for none
   Texts ShownTexts;
   bool IsSaving = false;
-  int ShowImageIndex = 0;  ///< which of the two images is loaded next; the other one is shown
+  int FormerPlace = 0;
+  int ShowImageIndex = 0;  ///< which of the two images takes the next picture; the other one is shown
 
   QWidget* FormImagePannel = nullptr;
   controls::FittedImage* FormImage[2] = {};
+  controls::PictureLoader* Loader = nullptr;
   QLineEdit* eTitle = nullptr;
   QLineEdit* eMadeBy = nullptr;
   QPlainTextEdit* eDescription = nullptr;

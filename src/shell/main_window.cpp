@@ -119,9 +119,9 @@ void frmMain::MakePanes(const base::TellWork& tell) {
   SSTab1 = Named(new QStackedWidget(pcMainWin), "SSTab1");
   MoveTwips(*SSTab1, 0, 0, TabWidth, DesignHeight - PaneTop);
 
-  TheDataView = new browse::DataView(Data1, ThePaths, SSTab1);
+  TheDataView = new browse::DataView(Data1, ThePaths, Pictures, SSTab1);
   ThumbPannel = new browse::ThumbnailPage(Data1, Engine, ThePaths, TheDataView);
-  TheFormView = new records::FormView(Data1, ThePaths, Engine, SSTab1);
+  TheFormView = new records::FormView(Data1, ThePaths, Engine, Pictures, SSTab1);
   TheAddView =
       new records::AddView(Data1, *tvTreeView, ThePaths, Engine,
                            QStandardPaths::writableLocation(QStandardPaths::PicturesLocation), Work, tell);
@@ -129,7 +129,7 @@ void frmMain::MakePanes(const base::TellWork& tell) {
   MusicList = Named(new controls::FileListBox(Inside), "AudioFileList");
   MusicList->hide();
   TheMusic = std::make_unique<show::Music>(TheShowSettings, *MusicList, ThePaths.MusicDir, *Media);
-  TheImagePlay = new show::ImagePlay({Data1, ThePaths, TheShowSettings, *TheMusic}, SSTab1);
+  TheImagePlay = new show::ImagePlay({Data1, ThePaths, TheShowSettings, *TheMusic}, Pictures, SSTab1);
   for (QWidget* panel : std::initializer_list<QWidget*>{TheDataView, TheFormView, TheAddView, TheImagePlay}) {
     SSTab1->addWidget(panel);
   }

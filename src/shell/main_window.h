@@ -21,6 +21,7 @@
 #include "find/query.h"
 #include "folders/folder_commands.h"
 #include "folders/folder_navigation.h"
+#include "pictures/picture_cache.h"
 #include "records/add_view.h"
 #include "records/delete_photos.h"
 #include "records/form_view.h"
@@ -101,6 +102,7 @@ class frmMain : public QMainWindow {
 
   controls::LongWork Work{*this};
   catalogue::RecordList Data1;
+  pictures::PictureCache Pictures;
   show::ShowSettings TheShowSettings;
   std::unique_ptr<show::Media> Media;
   int CurrentView = DataViewCode;

@@ -8,9 +8,9 @@
 
 namespace veldrin::show {
 
-frmPic::frmPic(const ShowParts& parts, PictureLoader& loader, QSlider& ctlSlider, QWidget& mainWindow)
+frmPic::frmPic(const ShowParts& parts, pictures::PictureCache& cache, QSlider& ctlSlider, QWidget& mainWindow)
     : QDialog(&mainWindow, Qt::Dialog | Qt::FramelessWindowHint),
-      Stage(new ShowStage(parts, ShowWindow::FullScreen, loader, ctlSlider, *this, *this)) {
+      Stage(new ShowStage(parts, ShowWindow::FullScreen, cache, ctlSlider, *this, *this)) {
   setObjectName(QStringLiteral("frmPic"));
   setMouseTracking(true);
   Stage->Toolbar().setAutoFillBackground(true);

@@ -15,7 +15,7 @@ class frmPic : public QDialog {
 
  public:
   /// `ctlSlider`: the slider of the main window, which moves on behind.
-  frmPic(const ShowParts& parts, PictureLoader& loader, QSlider& ctlSlider, QWidget& mainWindow);
+  frmPic(const ShowParts& parts, pictures::PictureCache& cache, QSlider& ctlSlider, QWidget& mainWindow);
 
  protected:
   void showEvent(QShowEvent* event) override;

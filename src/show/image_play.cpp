@@ -26,13 +26,14 @@ constexpr int LeastScreenHeight = 1500;
 
 }  // namespace
 
-ImagePlay::ImagePlay(const ShowParts& parts, QWidget* parent)
+ImagePlay::ImagePlay(const ShowParts& parts, pictures::PictureCache& cache, QWidget* parent)
     : QWidget(parent),
       Parts(parts),
+      Cache(cache),
       lblShow(Named(new QLabel(QStringLiteral("Photo Image Show"), this), "lblShow")),
       picScreen(Named(new QWidget(this), "picScreen")),
       Slider(Named(new QSlider(Qt::Horizontal, this), "Slider1")),
-      Stage(new ShowStage(parts, ShowWindow::Main, Loader, *Slider, *picScreen, *this)) {
+      Stage(new ShowStage(parts, ShowWindow::Main, Cache, *Slider, *picScreen, *this)) {
   MakeControls();
   PlaceControls();
   SetShowButtons();
@@ -92,7 +93,7 @@ void ImagePlay::Slider1_Action() {
 
 void ImagePlay::PlayFullScreen() {
   Stage->GiveUpPreparation();
-  frmPic(Parts, Loader, *Slider, *window()).exec();
+  frmPic(Parts, Cache, *Slider, *window()).exec();
   Stage->HidePictures();
   Q_EMIT MusicSwitched();
   TheShow().TakeUp();

@@ -5,6 +5,7 @@
 #include <QSlider>
 #include <QWidget>
 
+#include "pictures/picture_cache.h"
 #include "show/show_stage.h"
 
 namespace veldrin::show {
@@ -14,7 +15,7 @@ class ImagePlay : public QWidget {
   Q_OBJECT
 
  public:
-  ImagePlay(const ShowParts& parts, QWidget* parent);
+  ImagePlay(const ShowParts& parts, pictures::PictureCache& cache, QWidget* parent);
 
   QSlider& Slider1() { return *Slider; }
   /// A button of `tbarShow` by its number.
@@ -39,7 +40,7 @@ class ImagePlay : public QWidget {
   void PlaceControls();
 
   ShowParts Parts;
-  PictureLoader Loader;
+  pictures::PictureCache& Cache;
   QLabel* lblShow;
   QWidget* picScreen;
   QSlider* Slider;

@@ -6,16 +6,18 @@ namespace veldrin::show {
 
 using controls::FittedImage;
 
-PicturePair::PicturePair(QWidget& box, PictureLoader& loader)
+PicturePair::PicturePair(QWidget& box, pictures::PictureCache& cache)
     : QObject(&box),
-      Loader(loader),
+      Loader(new controls::PictureLoader(cache, box)),
       Images{new FittedImage(QStringLiteral("PictureShow(0)"), box),
              new FittedImage(QStringLiteral("PictureShow(1)"), box)} {
   for (FittedImage* image : Images) {
     image->setMouseTracking(true);
     connect(image, &FittedImage::DblClick, this, &PicturePair::DblClick);
+    connect(image, &FittedImage::Outgrown, this, &PicturePair::Show);
   }
-  connect(&Loader, &PictureLoader::Ready, this, &PicturePair::Ready);
+  connect(Loader, &controls::PictureLoader::Loaded, this, &PicturePair::Take);
+  connect(Loader, &controls::PictureLoader::Idle, this, &PicturePair::Ready);
   box.installEventFilter(this);
   Resized.setSingleShot(true);
   Resized.setInterval(200);  // A window that is drawn larger sends many sizes.
@@ -25,21 +27,24 @@ PicturePair::PicturePair(QWidget& box, PictureLoader& loader)
   });
 }
 
-void PicturePair::Show(const QString& file) {
+void PicturePair::Take(const QString& file, const pictures::Picture& picture) {
+  if (picture.IsEmpty()) return;
   FittedImage& next = *Images[ShowImageIndex];
-  next.SetPicture(Loader.Load(file, next.BoxSize(), next.devicePixelRatioF()), file);
+  next.SetPicture(file, picture);
   next.show();
   ShowImageIndex = (ShowImageIndex + 1) & 1;
   Images[ShowImageIndex]->hide();
+  Q_EMIT Shown();
 }
 
 void PicturePair::Prepare(const QString& file) {
   NextFile = file;
   Resized.stop();
-  Loader.Prepare(file, Images[0]->BoxSize(), Images[0]->devicePixelRatioF());
+  Loader->Prepare(file);
 }
 
 void PicturePair::Hide() {
+  Loader->Load({});
   for (FittedImage* image : Images) image->hide();
 }
 

@@ -5,7 +5,7 @@
 #include <QTimer>
 
 #include "controls/fitted_image.h"
-#include "show/picture_loader.h"
+#include "controls/picture_loader.h"
 
 namespace veldrin::show {
 
@@ -15,25 +15,29 @@ class PicturePair : public QObject {
 
  public:
   /// The images lie in the box and are fitted into it.
-  PicturePair(QWidget& box, PictureLoader& loader);
+  PicturePair(QWidget& box, pictures::PictureCache& cache);
 
-  /// Raises what is wrong with the file; the picture before it stays then.
-  void Show(const QString& file);
+  /// The picture before it stays until this one is decoded, or for good when it can't be.
+  void Show(const QString& file) { Loader->Load(file); }
   /// Decodes a picture in the background.
   void Prepare(const QString& file);
-  bool IsReady() const { return !Resized.isActive() && Loader.IsReady(); }
+  bool IsReady() const { return !Resized.isActive() && Loader->IsIdle(); }
   void Hide();
 
  Q_SIGNALS:
   /// What was prepared is ready.
   void Ready();
+  /// A picture has come to stand on the screen.
+  void Shown();
   void DblClick();
 
  protected:
   bool eventFilter(QObject* watched, QEvent* event) override;
 
  private:
-  PictureLoader& Loader;
+  void Take(const QString& file, const pictures::Picture& picture);
+
+  controls::PictureLoader* Loader;
   QString NextFile;
   QTimer Resized;
   controls::FittedImage* Images[2];

@@ -146,7 +146,7 @@ bool PictureShow::TurnAround() {
 void PictureShow::ShowPlayImage() {
   IsStale = false;
   EndSilently([&] {
-    const QString file = FileAt(Parts.Data1.AbsolutePosition());
+    const QString file = ImageFileAt(Parts.Data1, Parts.ThePaths, Parts.Data1.AbsolutePosition());
     if (!file.isEmpty()) Surface.ShowPicture(file);
   });
   Surface.SetSlider(Parts.Data1.AbsolutePosition() + 1);
@@ -186,17 +186,8 @@ void PictureShow::PrepareNext() {
 
 void PictureShow::Prepare(int position) {
   QString file;
-  EndSilently([&] { file = FileAt(position); });
+  EndSilently([&] { file = ImageFileAt(Parts.Data1, Parts.ThePaths, position); });
   Surface.PreparePicture(file);
-}
-
-// Empty for a place beyond the list and a row that has gone.
-QString PictureShow::FileAt(int position) const {
-  if (position < 0 || position >= Parts.Data1.RecordCount()) return {};
-  const catalogue::ListRows row = Parts.Data1.ReadRows(position, 1);
-  if (!row.IsThere(0)) return {};
-  return catalogue::ImageFileName(Parts.ThePaths, Parts.Data1.BookmarkAt(position),
-                                  row.Field(0, QStringLiteral("ImageType")).toString());
 }
 
 // --- the slider -------------------------------------------------------------------------------------------

@@ -13,8 +13,8 @@ namespace veldrin::show {
 class ShowSurface {
  public:
   virtual ~ShowSurface() = default;
-  /// Shows a file in the place of the picture before it. Raises what is wrong with the file; the picture
-  /// before it stays then.
+  /// Shows a file in the place of the picture before it, which stays until the file is decoded, or for good
+  /// when it can't be.
   virtual void ShowPicture(const QString& file) = 0;
   /// Tells the file that will probably be shown next; an empty name for none.
   virtual void PreparePicture(const QString& file) = 0;
@@ -88,7 +88,6 @@ class PictureShow {
   bool TurnAround();
   void Prepare(int position);
   void PrepareNext();
-  QString FileAt(int position) const;
 
   ShowParts Parts;
   ShowSurface& Surface;

@@ -28,6 +28,10 @@ void PictureTimer::Elapsed() {
   if (!IsDue) Q_EMIT Timer();
 }
 
+void PictureTimer::PictureShown() {
+  if (Clock->isActive() || IsDue) SetEnabled(true);
+}
+
 void PictureTimer::PictureReady() {
   if (IsDue && IsReady()) {
     IsDue = false;

@@ -19,6 +19,8 @@ class PictureTimer : public QObject, public ShowTimer {
   void SetEnabled(bool enabled) override;
   /// To be told when a picture has become ready.
   void PictureReady();
+  /// To be told when a picture has come to stand: its time begins.
+  void PictureShown();
 
  Q_SIGNALS:
   /// The time is over and the next picture is ready.

@@ -4,14 +4,14 @@
 
 namespace veldrin::show {
 
-ShowStage::ShowStage(const ShowParts& parts, ShowWindow window, PictureLoader& loader, QSlider& slider,
-                     QWidget& box, QWidget& panel)
+ShowStage::ShowStage(const ShowParts& parts, ShowWindow window, pictures::PictureCache& cache,
+                     QSlider& slider, QWidget& box, QWidget& panel)
     : QObject(&panel),
       Panel(panel),
       Settings(parts.Settings),
       TheMusic(parts.TheMusic),
       Slider(slider),
-      Pictures(new PicturePair(box, loader)),
+      Pictures(new PicturePair(box, cache)),
       tbarShow(new ShowToolbar(window, &panel)),
       Timer1(new PictureTimer(
           parts.Interval, [this] { return Pictures->IsReady(); }, this)),
@@ -19,6 +19,7 @@ ShowStage::ShowStage(const ShowParts& parts, ShowWindow window, PictureLoader& l
   connect(tbarShow, &ShowToolbar::ButtonClick, this,
           [this](int button) { TheShow.tbarShow_ButtonClick(button); });
   connect(Pictures, &PicturePair::Ready, Timer1, &PictureTimer::PictureReady);
+  connect(Pictures, &PicturePair::Shown, Timer1, &PictureTimer::PictureShown);
   connect(Pictures, &PicturePair::DblClick, this, &ShowStage::DblClick);
   connect(Timer1, &PictureTimer::Timer, this, [this] { TheShow.Timer1_Timer(); });
   connect(&parts.Data1, &catalogue::RecordList::Refreshed, this, [this] { TheShow.ListChanged(); });

@@ -15,8 +15,8 @@ class ShowStage : public QObject, private ShowSurface {
 
  public:
   /// The pictures lie in `box`, the buttons in `panel`, which owns the stage and may be the box itself.
-  ShowStage(const ShowParts& parts, ShowWindow window, PictureLoader& loader, QSlider& slider, QWidget& box,
-            QWidget& panel);
+  ShowStage(const ShowParts& parts, ShowWindow window, pictures::PictureCache& cache, QSlider& slider,
+            QWidget& box, QWidget& panel);
 
   PictureShow& Show() { return TheShow; }
   /// `tbarShow`. Belongs to the panel.

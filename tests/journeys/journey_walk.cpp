@@ -282,6 +282,7 @@ void Walk::Settle() {
   }
   const auto& page = Child<browse::ThumbnailPage>(*Window, "ThumbPannel");
   while (!page.IsComplete()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  WaitForPictures();
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 

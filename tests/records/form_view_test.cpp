@@ -4,6 +4,7 @@
 #include <QPlainTextEdit>
 
 #include "controls/fitted_image.h"
+#include "pictures/picture_cache.h"
 #include "support/catalogue_list.h"
 
 namespace veldrin::records {
@@ -34,6 +35,7 @@ class FormViewTest : public testing::Test, public test::Controls, public test::C
   }
   // Where the image is shown; an invalid place with two, or none.
   QRect ShownImage() {
+    test::WaitForPictures();
     QRect shown;
     for (const char* name : {"FormImage(0)", "FormImage(1)"}) {
       auto& image = Get<controls::FittedImage>(name);
@@ -50,7 +52,8 @@ class FormViewTest : public testing::Test, public test::Controls, public test::C
     EXPECT_TRUE(boxes.value(0).startsWith(error)) << boxes.value(0).toStdString();
   }
 
-  FormView Form{Data1, Catalogue.Paths(), Catalogue.Engine()};
+  pictures::PictureCache Cache;
+  FormView Form{Data1, Catalogue.Paths(), Catalogue.Engine(), Cache};
 };
 
 TEST_F(FormViewTest, ShowsAWideImageInTheMiddleAndNothingOfAnEmptyList) {

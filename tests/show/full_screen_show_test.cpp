@@ -15,7 +15,7 @@ namespace {
 /// Image Play on five photos, each of its own width.
 class FullScreenTest : public testing::Test {
  protected:
-  FullScreenTest() : Play(Fixture.Parts, nullptr) {
+  FullScreenTest() : Play(Fixture.Parts, Cache, nullptr) {
     for (int id = 1; id <= 5; ++id) Fixture.Catalogue.AddPhoto(id, QString(), {}, QSize(60 + id, 40));
     Fixture.Data1.Refresh();
     Play.Slider1().setMaximum(5);
@@ -34,6 +34,7 @@ class FullScreenTest : public testing::Test {
   static bool IsRunning(const QWidget& window) { return window.findChild<QTimer*>("Timer1")->isActive(); }
   // The width of the photo that a window shows; 0 for none.
   static int PhotoShown(const QWidget& window) {
+    test::WaitForPictures();
     for (const char* name : {"PictureShow(0)", "PictureShow(1)"}) {
       const auto& image = *window.findChild<controls::FittedImage*>(name);
       if (!image.isHidden())  // From 60 + id by 40, enlarged.
@@ -51,6 +52,7 @@ class FullScreenTest : public testing::Test {
   }
 
   ShowFixture Fixture{0};
+  pictures::PictureCache Cache;
   ImagePlay Play;
 };
 

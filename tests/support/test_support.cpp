@@ -9,6 +9,7 @@
 
 #include "catalogue/image_store.h"
 #include "catalogue/schema.h"
+#include "controls/picture_loader.h"
 #include "engine/sql_tokens.h"
 #include "folders/folder_keys.h"
 
@@ -48,6 +49,16 @@ void InDialog(const std::function<void()>& open, const std::function<void(QWidge
   });
   open();
   EXPECT_TRUE(opened);
+}
+
+void WaitForPictures() {
+  const auto areIdle = [] {
+    for (const QWidget* window : QApplication::topLevelWidgets())
+      for (const auto* loader : window->findChildren<controls::PictureLoader*>())
+        if (!loader->IsIdle()) return false;
+    return true;
+  };
+  if (!areIdle() && !QTest::qWaitFor(areIdle)) ADD_FAILURE() << "pictures don't come";
 }
 
 bool Drop(QWidget& target, const QMimeData& data) {

@@ -31,6 +31,9 @@ QStringList AnswerBoxes(const std::function<void()>& action,
 /// Does something in the dialog that an action opens, which must come, and closes it.
 void InDialog(const std::function<void()>& open, const std::function<void(QWidget& dialog)>& use);
 
+/// Waits until no view of the program waits for a picture.
+void WaitForPictures();
+
 /// Drops data on a control as the window system does; true when it was taken.
 bool Drop(QWidget& target, const QMimeData& data);
 

@@ -1,0 +1,83 @@
+#include "controls/picture_loader.h"
+
+#include <QFutureWatcher>
+#include <QtConcurrentRun>
+#include <algorithm>
+
+#include "base/failure.h"
+#include "base/units.h"
+
+namespace veldrin::controls {
+
+using pictures::FittedSource;
+using pictures::Picture;
+
+namespace {
+
+// At a time: what is asked for now needn't wait for what was asked for before.
+constexpr size_t MostRunning = 2;
+
+}  // namespace
+
+PictureLoader::PictureLoader(pictures::PictureCache& cache, QWidget& box)
+    : QObject(&box), Cache(cache), Box(box) {}
+
+FittedSource PictureLoader::SourceNow(const QString& file) const {
+  return pictures::SourceOf(file, {base::ToTwips(Box.width()), base::ToTwips(Box.height())},
+                            Box.devicePixelRatioF());
+}
+
+void PictureLoader::Load(const QString& file) {
+  Wanted.reset();
+  if (file.isEmpty()) return;
+  const FittedSource source = SourceNow(file);
+  if (const Picture kept = Cache.Find(source); !kept.IsEmpty()) {
+    Q_EMIT Loaded(file, kept);
+  } else {
+    Wanted = source;
+    Start();
+  }
+}
+
+void PictureLoader::Prepare(const QString& file) {
+  Next.reset();
+  if (file.isEmpty()) return;
+  const FittedSource source = SourceNow(file);
+  if (!Cache.Find(source).IsEmpty()) return;
+  Next = source;
+  Start();
+}
+
+void PictureLoader::Start() {
+  const auto& source = Wanted ? Wanted : Next;
+  if (!source || Running.size() >= MostRunning || std::ranges::count(Running, *source) != 0) return;
+  Running.push_back(*source);
+  Decode(*source);
+}
+
+// On the program's threads, for which only the program's end waits.
+void PictureLoader::Decode(const FittedSource& source) {
+  auto* watcher = new QFutureWatcher<Picture>(this);
+  connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher, source] {
+    watcher->deleteLater();
+    Take(source, watcher->result());
+  });
+  watcher->setFuture(QtConcurrent::run([source] {
+    Picture picture;
+    base::EndSilently([&] { picture = LoadFittedPicture(source.File, source.Box, source.PixelRatio); });
+    return picture;
+  }));
+}
+
+void PictureLoader::Take(const FittedSource& source, const Picture& picture) {
+  std::erase(Running, source);
+  if (!picture.IsEmpty()) Cache.Keep(source, picture);
+  if (Next == source) Next.reset();
+  const bool wanted = Wanted == source;
+  if (wanted) Wanted.reset();
+  Start();
+  if (wanted) Q_EMIT Loaded(source.File, picture);
+  if (IsIdle()) Q_EMIT Idle();
+}
+
+}  // namespace veldrin::controls
