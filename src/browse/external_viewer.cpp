@@ -80,14 +80,14 @@ void RecordCheckPhoto(engine::Database& database, int photoId, const QString& im
   });
 }
 
-void RefreshCheckedPhoto(engine::Database& database, const catalogue::Paths& paths, int photoId) {
+bool RefreshCheckedPhoto(engine::Database& database, const catalogue::Paths& paths, int photoId) {
   std::unique_ptr<engine::Recordset> note;
   ResumeNext([&] {
     note =
         database.OpenRecordset(QStringLiteral("SELECT * FROM CheckPhotos WHERE PhotoID = %1").arg(photoId));
     if (note->RecordCount() == 0) note.reset();
   });
-  if (!note) return;
+  if (!note) return false;
   // One that couldn't be written stays for the next look.
   const bool written = ResumeNext([&] {
     const QString imageType = note->Field(QStringLiteral("ImageType")).toString();
@@ -99,7 +99,7 @@ void RefreshCheckedPhoto(engine::Database& database, const catalogue::Paths& pat
                          .arg(engine::DateToStore(fileDate))
                          .arg(photoId));
   });
-  if (written) ResumeNext([&] { note->Delete(); });
+  return written && ResumeNext([&] { note->Delete(); });
 }
 
 }  // namespace veldrin::browse

@@ -35,7 +35,8 @@ void RecordCheckPhoto(engine::Database& database, int photoId, const QString& im
 
 /// Compares the stored file of a photo with the note that was written when it was handed out, if there is
 /// one. Where the file's date differs, the thumbnail goes, so that it is made anew, and the photo's row takes
-/// the file's date; the note goes in any case. Passes over every error.
-void RefreshCheckedPhoto(engine::Database& database, const catalogue::Paths& paths, int photoId);
+/// the file's date. The note goes, unless that couldn't be written. Passes over every error; false when the
+/// note stays.
+bool RefreshCheckedPhoto(engine::Database& database, const catalogue::Paths& paths, int photoId);
 
 }  // namespace veldrin::browse

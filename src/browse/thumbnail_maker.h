@@ -27,27 +27,37 @@ class ThumbnailMaker : public QObject {
   /// From now on these are made, the first one first, and those before that have not begun are given up.
   /// `pixelRatio` is the screen's.
   void Want(std::deque<Wish> wishes, double pixelRatio);
+  /// These are made when nothing is wanted, one at a time and only by what the machine has to spare; those
+  /// before that have not begun are given up. Idle tells the end.
+  void Spare(std::deque<Wish> wishes, double pixelRatio);
 
   /// What is under way counts for nothing: its numbers may be other photos' now.
   void Forget();
 
+  /// Whether nothing is wanted.
   bool IsIdle() const { return Running.empty() && Wishes.empty(); }
 
  Q_SIGNALS:
-  /// A thumbnail that was wanted is there. It is empty for a photo without a readable image.
+  /// A thumbnail is there. It is empty for a photo without a readable image.
   void Made(int photoId, const veldrin::pictures::Picture& thumbnail);
+  /// Nothing is left to do.
+  void Idle();
 
  private:
   void Start();
-  void Make(const Wish& wish);
+  void Make(const Wish& wish, QThreadPool& pool);
   void Take(int photoId, int round, const pictures::Picture& thumbnail);
 
   const catalogue::Paths& ThePaths;
   std::deque<Wish> Wishes;
+  std::deque<Wish> SpareWishes;
   std::set<int> Running;
-  int Round = 0;  ///< counts what was forgotten
+  int SpareRunning = 0;  ///< a photo; 0 for none
+  int Round = 0;         ///< counts what was forgotten
   double PixelRatio = 1;
-  QThreadPool Pool;  // Last: its end waits for the threads that use the other members.
+  // Last: their end waits for the threads that use the other members.
+  QThreadPool Pool;
+  QThreadPool SparePool;
 };
 
 }  // namespace veldrin::browse

@@ -1,7 +1,6 @@
 #include "browse/thumbnail_page.h"
 
 #include <QApplication>
-#include <QFileInfo>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QSignalBlocker>
@@ -9,7 +8,6 @@
 #include <algorithm>
 
 #include "base/failure.h"
-#include "browse/external_viewer.h"
 #include "catalogue/image_store.h"
 #include "controls/navigator.h"
 #include "controls/panel_size.h"
@@ -23,6 +21,14 @@ using base::ResumeNext;
 
 namespace {
 
+// Whether it was made for a screen as fine as there is. Rounding takes a pixel.
+bool IsFine(const pictures::Picture& thumbnail) {
+  const double ratio = ThumbnailSupply::PixelRatio();
+  const QSize pixels = thumbnail.Image().size();
+  return pixels.width() + 1 >= base::ToPixels(catalogue::ThumbnailBox.Width) * ratio ||
+         pixels.height() + 1 >= base::ToPixels(catalogue::ThumbnailBox.Height) * ratio;
+}
+
 constexpr int NotchOfWheel = 120;  // eighths of a degree, as the event has them
 
 }  // namespace
@@ -31,27 +37,23 @@ ThumbnailPage::ThumbnailPage(catalogue::RecordList& data1, engine::DBEngine& eng
                              const catalogue::Paths& paths, QWidget* tab)
     : QWidget(tab),
       Data1(data1),
-      Engine(engine),
       ThePaths(paths),
       Cells(*this),
-      Maker(paths),
+      Supply(data1, engine, paths),
       Scroll(controls::Named(new QScrollBar(Qt::Vertical, this), "ThumbVScroll")),
       TheMarkColor(Cells.shpMark[0]->BorderColor()) {
   setObjectName(QStringLiteral("ThumbPannel"));
   setAutoFillBackground(true);
   setPalette(QPalette(QColor(0x4f, 0x6d, 0x8c)));
   controls::MoveTwips(*this, 0, 0, controls::ListWidth, controls::PanelHeight);
-  Ahead.setSingleShot(true);
-  connect(&Ahead, &QTimer::timeout, this, &ThumbnailPage::PrepareNeighbours);
-  connect(&Maker, &ThumbnailMaker::Made, this, &ThumbnailPage::ShowMade);
+  connect(&Supply, &ThumbnailSupply::Made, this, &ThumbnailPage::ShowMade);
+  connect(&Supply, &ThumbnailSupply::Returned, this, &ThumbnailPage::Redraw);
   MakeScroll();
   for (int i = 0; i < CellCount; ++i) ConnectCell(i);
   MakeButtons();
   hide();
   connect(&Data1, &catalogue::RecordList::Refreshed, this, [this] {
     Shown.fill(0);  // No cell shows what it showed.
-    Maker.Forget();
-    Ahead.stop();
     InitThumbScroll();
   });
   connect(&Data1, &catalogue::RecordList::Reposition, this, &ThumbnailPage::Follow);
@@ -110,8 +112,7 @@ void ThumbnailPage::showEvent(QShowEvent* event) {
 void ThumbnailPage::hideEvent(QHideEvent* event) {
   QWidget::hideEvent(event);
   if (event->spontaneous()) return;
-  Ahead.stop();
-  Maker.Want({}, devicePixelRatioF());
+  Supply.LeavePage();
 }
 
 void ThumbnailPage::Follow() {
@@ -167,81 +168,35 @@ void ThumbnailPage::MoveFrame() {
 // would give it to any other control.
 void ThumbnailPage::FillPage() {
   const int count = std::clamp(Data1.RecordCount() - PageStart, 0, CellCount);
-  RefreshCheckedPhotos(count);
   catalogue::ListRows rows;
   ResumeNext([&] { rows = Data1.ReadRows(PageStart, count); });
   const auto isThere = [&rows](int i) { return i < rows.Count() && rows.IsThere(i); };
-  Missing.clear();
+  std::deque<ThumbnailMaker::Wish> missing;
   for (int i = 0; i < count; ++i) {
     Shown[i] = Data1.BookmarkAt(PageStart + i);
     Cells.ThumbTitle[i]->SetCaption(
         QStringLiteral("%1: ").arg(Shown[i]) +
         (isThere(i) ? rows.Field(i, QStringLiteral("Title")).toString() : QString()));
     pictures::Picture thumbnail;
-    const bool isMade = !isThere(i) || EndSilently([&] {
-      thumbnail = pictures::LoadPicture(ThumbFileName(ThePaths, Shown[i]));
+    EndSilently([&] {
+      if (isThere(i)) thumbnail = pictures::LoadPicture(ThumbFileName(ThePaths, Shown[i]));
     });
     Cells.ShowPicture(i, thumbnail);
-    // One that can't be loaded is made anew.
-    if (!isMade) Missing.push_back({Shown[i], rows.Field(i, QStringLiteral("ImageType")).toString()});
+    // One that can't be loaded is made anew, also one for a screen that was coarser.
+    if (isThere(i) && !IsFine(thumbnail))
+      missing.push_back({Shown[i], rows.Field(i, QStringLiteral("ImageType")).toString()});
   }
   std::fill(Shown.begin() + count, Shown.end(), 0);
   ShowMarks();
   MoveFrame();
   for (int i = count; i < CellCount; ++i) Cells.Clear(i);
-  Maker.Want(Missing, devicePixelRatioF());
-  Ahead.start(0);
+  Supply.ShowPage(PageStart, std::move(missing));
 }
 
 void ThumbnailPage::ShowMade(int photoId, const pictures::Picture& thumbnail) {
   for (int i = 0; i < CellCount; ++i) {
     if (Shown[i] == photoId) Cells.ShowPicture(i, thumbnail);
   }
-  std::erase_if(Missing, [&](const auto& wish) { return wish.PhotoID == photoId; });
-}
-
-// While the user looks at the page, once it stands.
-void ThumbnailPage::PrepareNeighbours() {
-  ResumeNext([this] {
-    AddMissing(PageStart + CellCount, CellCount);
-    AddMissing(PageStart - CellCount, CellCount);
-  });
-  Maker.Want(Missing, devicePixelRatioF());
-}
-
-// Nobody sees these photos yet: what they look like isn't noted.
-void ThumbnailPage::AddMissing(int first, int count) {
-  const int begin = std::clamp(first, 0, Data1.RecordCount());
-  const int end = std::clamp(first + count, 0, Data1.RecordCount());
-  const auto isMissing = [this](int position) {
-    return !QFileInfo::exists(ThumbFileName(ThePaths, Data1.BookmarkAt(position)));
-  };
-  bool any = false;
-  for (int position = begin; position < end && !any; ++position) any = isMissing(position);
-  if (!any) return;
-  const auto rows = Data1.Recordset().ReadRows(begin, end - begin);
-  const qsizetype type = Data1.Recordset().FieldNames().indexOf(QStringLiteral("ImageType"));
-  for (int position = begin; position < end; ++position) {
-    const auto& row = rows[position - begin];
-    if (!row.empty() && isMissing(position))
-      Missing.push_back({Data1.BookmarkAt(position), row[type].toString()});
-  }
-}
-
-// Few photos are ever noted: they are asked for together.
-void ThumbnailPage::RefreshCheckedPhotos(int count) const {
-  if (count == 0) return;
-  ResumeNext([&] {
-    QStringList numbers;
-    for (int i = 0; i < count; ++i) numbers << QString::number(Data1.BookmarkAt(PageStart + i));
-    const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
-    const auto noted =
-        database->OpenRecordset(QStringLiteral("SELECT PhotoID FROM CheckPhotos WHERE PhotoID IN (%1)")
-                                    .arg(numbers.join(QLatin1Char(','))),
-                                engine::dbOpenSnapshot);
-    for (; !noted->AtEOF(); noted->MoveNext())
-      RefreshCheckedPhoto(*database, ThePaths, noted->Field(QStringLiteral("PhotoID")).toInt());
-  });
 }
 
 // --- keys, buttons, wheel ---------------------------------------------------------------------------------

@@ -11,7 +11,7 @@
 #include <vector>
 
 #include "browse/thumbnail_cells.h"
-#include "browse/thumbnail_maker.h"
+#include "browse/thumbnail_supply.h"
 #include "catalogue/paths.h"
 #include "catalogue/record_list.h"
 #include "engine/dao/db_engine.h"
@@ -35,7 +35,7 @@ class ThumbnailPage : public QWidget {
   QColor MarkColor() const { return TheMarkColor; }
   QScrollBar& ThumbVScroll() { return *Scroll; }
   /// Whether all pictures of the page stand, and those beside it are prepared.
-  bool IsComplete() const { return Maker.IsIdle() && !Ahead.isActive(); }
+  bool IsComplete() const { return Supply.IsComplete(); }
 
   /// Fills the page from a position of the list, or from the current record where that would not be on it.
   void ShowThumbnails(int start);
@@ -95,17 +95,11 @@ class ThumbnailPage : public QWidget {
 
   void FillPage();
   void ShowMade(int photoId, const pictures::Picture& thumbnail);
-  void PrepareNeighbours();
-  void AddMissing(int first, int count);
-  void RefreshCheckedPhotos(int count) const;
 
   catalogue::RecordList& Data1;
-  engine::DBEngine& Engine;
   const catalogue::Paths& ThePaths;
   ThumbnailCells Cells;
-  ThumbnailMaker Maker;
-  std::deque<ThumbnailMaker::Wish> Missing;  ///< of the page and of those beside it
-  QTimer Ahead;                              ///< runs until the page is painted
+  ThumbnailSupply Supply;
   QScrollBar* Scroll;
   std::array<QPushButton*, 4> Buttons{};
 
