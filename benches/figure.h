@@ -49,6 +49,7 @@ void AddClipboardFigures(const std::string& data);
 void AddFindFigures(const std::string& data);
 void AddFolderFigures(const std::string& data);
 void AddGetFigures(const std::string& data);
+void AddHoldFigures(const std::string& data);
 void AddOutputFigures(const std::string& data);
 void AddPageFigures(const std::string& data);
 void AddStoringFigures(const std::string& data);

@@ -21,6 +21,7 @@ int main(int argc, char** argv) {
   AddFindFigures(data);
   AddFolderFigures(data);
   AddGetFigures(data);
+  AddHoldFigures(data);
   AddOutputFigures(data);
   AddPageFigures(data);
   AddStoringFigures(data);

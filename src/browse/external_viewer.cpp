@@ -7,6 +7,7 @@
 #include "base/failure.h"
 #include "catalogue/chosen_photos.h"
 #include "catalogue/image_store.h"
+#include "controls/error_box.h"
 #include "controls/msg_box.h"
 #include "desktop/default_program.h"
 #include "engine/sql_tokens.h"
@@ -30,15 +31,13 @@ QDateTime DateOfFile(const QString& path) {
 
 void ExternalViewer::ViewBttn_Click() {
   if (Data1.RecordCount() == 0) return;
-  catalogue::CheckedPhotos checked;
-  ResumeNext(
-      [&] { checked = CheckChosen(*Engine.OpenDatabase(ThePaths.WorkFile), Data1.Chosen(false).Photos); });
-  if (const auto others = checked.Others(); !others.empty()) {
-    controls::MsgBox(&Window, catalogue::ChangedPhotosText(others), controls::vbExclamation,
-                     QStringLiteral("Error"));
-    return;
-  }
   try {
+    const auto checked = CheckChosen(*Engine.OpenDatabase(ThePaths.WorkFile), Data1.Chosen(false).Photos);
+    if (const auto others = checked.Others(); !others.empty()) {
+      controls::MsgBox(&Window, catalogue::ChangedPhotosText(others), controls::vbExclamation,
+                       QStringLiteral("Error"));
+      return;
+    }
     const int photoId = Data1.Field(QStringLiteral("PhotoID")).toInt();
     const QString imageType = Data1.Field(QStringLiteral("ImageType")).toString();
     const QString file = catalogue::ImageFileName(ThePaths, photoId, imageType);
@@ -46,8 +45,8 @@ void ExternalViewer::ViewBttn_Click() {
     desktop::OpenWithProgram(desktop::GetExtensionClass(QLatin1Char('.') + imageType), file);
     const QDateTime date = Data1.Field(QStringLiteral("LastModifyDate")).toDateTime();
     ResumeNext([&] { RecordCheckPhoto(*Engine.OpenDatabase(ThePaths.WorkFile), photoId, imageType, date); });
-  } catch (const base::RuntimeError&) {
-    ShowNoProgram();
+  } catch (const base::RuntimeError& error) {
+    error.Number() == base::errLocked ? controls::ShowErrorBox(&Window, error) : ShowNoProgram();
   }
 }
 

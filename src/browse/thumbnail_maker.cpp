@@ -8,7 +8,6 @@
 namespace veldrin::browse {
 
 ThumbnailMaker::ThumbnailMaker(const catalogue::Paths& paths) : ThePaths(paths) {
-  SparePool.setMaxThreadCount(1);
   SparePool.setThreadPriority(QThread::IdlePriority);
 }
 
@@ -32,7 +31,7 @@ void ThumbnailMaker::Spare(std::deque<Wish> wishes, double pixelRatio) {
 void ThumbnailMaker::Forget() {
   ++Round;
   Running.clear();
-  SpareRunning = 0;
+  SpareRunning.clear();
   Wishes.clear();
   SpareWishes.clear();
 }
@@ -42,13 +41,14 @@ void ThumbnailMaker::Start() {
   while (!Wishes.empty() && std::ssize(Running) < Pool.maxThreadCount()) {
     const Wish wish = Wishes.front();
     Wishes.pop_front();
-    if (Running.insert(wish.PhotoID).second && wish.PhotoID != SpareRunning) Make(wish, Pool);
+    if (Running.insert(wish.PhotoID).second && !SpareRunning.contains(wish.PhotoID)) Make(wish, Pool);
   }
-  if (!IsIdle() || SpareRunning != 0 || SpareWishes.empty()) return;
-  const Wish wish = SpareWishes.front();
-  SpareWishes.pop_front();
-  SpareRunning = wish.PhotoID;
-  Make(wish, SparePool);
+  if (!IsIdle()) return;
+  while (!SpareWishes.empty() && std::ssize(SpareRunning) < SparePool.maxThreadCount()) {
+    const Wish wish = SpareWishes.front();
+    SpareWishes.pop_front();
+    if (SpareRunning.insert(wish.PhotoID).second) Make(wish, SparePool);
+  }
 }
 
 void ThumbnailMaker::Make(const Wish& wish, QThreadPool& pool) {
@@ -62,11 +62,11 @@ void ThumbnailMaker::Make(const Wish& wish, QThreadPool& pool) {
 void ThumbnailMaker::Take(int photoId, int round, const pictures::Picture& thumbnail) {
   if (round == Round) {
     Running.erase(photoId);
-    if (photoId == SpareRunning) SpareRunning = 0;
+    SpareRunning.erase(photoId);
     Q_EMIT Made(photoId, thumbnail);
   }
   Start();
-  if (IsIdle() && SpareRunning == 0) Q_EMIT Idle();
+  if (IsIdle() && SpareWishes.empty()) Q_EMIT HasTimeToSpare();
 }
 
 }  // namespace veldrin::browse

@@ -27,8 +27,8 @@ class ThumbnailMaker : public QObject {
   /// From now on these are made, the first one first, and those before that have not begun are given up.
   /// `pixelRatio` is the screen's.
   void Want(std::deque<Wish> wishes, double pixelRatio);
-  /// These are made when nothing is wanted, one at a time and only by what the machine has to spare; those
-  /// before that have not begun are given up. Idle tells the end.
+  /// These are made when nothing is wanted, and only by what the machine has to spare; those before that have
+  /// not begun are given up.
   void Spare(std::deque<Wish> wishes, double pixelRatio);
 
   /// What is under way counts for nothing: its numbers may be other photos' now.
@@ -40,8 +40,8 @@ class ThumbnailMaker : public QObject {
  Q_SIGNALS:
   /// A thumbnail is there. It is empty for a photo without a readable image.
   void Made(int photoId, const veldrin::pictures::Picture& thumbnail);
-  /// Nothing is left to do.
-  void Idle();
+  /// Threads have nothing to do, or will soon have.
+  void HasTimeToSpare();
 
  private:
   void Start();
@@ -52,8 +52,8 @@ class ThumbnailMaker : public QObject {
   std::deque<Wish> Wishes;
   std::deque<Wish> SpareWishes;
   std::set<int> Running;
-  int SpareRunning = 0;  ///< a photo; 0 for none
-  int Round = 0;         ///< counts what was forgotten
+  std::set<int> SpareRunning;
+  int Round = 0;  ///< counts what was forgotten
   double PixelRatio = 1;
   // Last: their end waits for the threads that use the other members.
   QThreadPool Pool;

@@ -100,6 +100,7 @@ class ThumbnailPage : public QWidget {
   const catalogue::Paths& ThePaths;
   ThumbnailCells Cells;
   ThumbnailSupply Supply;
+  QTimer Again;  ///< runs while the page has rows that could not be read
   QScrollBar* Scroll;
   std::array<QPushButton*, 4> Buttons{};
 

@@ -37,7 +37,7 @@ ThumbnailSupply::ThumbnailSupply(catalogue::RecordList& data1, engine::DBEngine&
   connect(&Painted, &QTimer::timeout, this, &ThumbnailSupply::PagePainted);
   connect(&Walk, &QTimer::timeout, this, &ThumbnailSupply::WalkOn);
   connect(&Maker, &ThumbnailMaker::Made, this, &ThumbnailSupply::Made);
-  connect(&Maker, &ThumbnailMaker::Idle, this, [this] { Walk.start(WalkInterval); });
+  connect(&Maker, &ThumbnailMaker::HasTimeToSpare, this, [this] { Walk.start(0); });
   connect(&Data1, &catalogue::RecordList::Refreshed, this, &ThumbnailSupply::Refreshed);
 }
 

@@ -64,8 +64,7 @@ void NoteLooks(engine::Database& database, std::span<ChosenPhoto> photos) {
                [](const ChosenPhoto& photo) { return !photo.Look; });
   const QHash<int, PhotoLook> looks = LooksOf(database, unseen);
   for (ChosenPhoto& photo : photos) {
-    if (const auto look = looks.constFind(photo.PhotoID); !photo.Look && look != looks.cend())
-      photo.Look = *look;
+    if (!photo.Look) photo.Look = looks.value(photo.PhotoID, PhotoLook{{}, {}, 0, false});
   }
 }
 

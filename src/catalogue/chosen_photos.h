@@ -30,7 +30,8 @@ struct CheckedPhotos {
 CheckedPhotos CheckChosen(engine::Database& database, std::span<const ChosenPhoto> photos,
                           bool alsoTexts = true);
 
-/// Notes how the photos look now that no view has shown. Raises the engine's errors.
+/// Notes how the photos look now that no view has shown; one without a row never is the same again. Raises
+/// the engine's errors.
 void NoteLooks(engine::Database& database, std::span<ChosenPhoto> photos);
 
 /// What a photo is called in a report.

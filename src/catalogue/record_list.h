@@ -44,7 +44,8 @@ class SelBookmarkList : public QObject {
 struct PhotoLook {
   QString ImageType;
   QDateTime CreateDate;
-  size_t Texts = 0;  ///< a hash of title, maker and description
+  size_t Texts = 0;     ///< a hash of title, maker and description
+  bool IsThere = true;  ///< otherwise there was no row
   bool operator==(const PhotoLook&) const = default;
 };
 

@@ -1,11 +1,15 @@
 #include "catalogue/staging.h"
 
+#include <fcntl.h>
+#include <sys/file.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QSet>
+#include <cerrno>
 #include <optional>
 
 #include "base/failure.h"
@@ -27,8 +31,8 @@ constexpr qsizetype NumbersAtOnce = 512;
 
 // What two running programs that share an image store can't have in common, since one of them holds the lock
 // in TempDir; and what is the same after the machine was started again.
-QString StagingDirectory(const Paths& paths) {
-  return paths.ImageDir + QStringLiteral(".unfinished-%1/").arg(desktop::OwnMark(paths.TempDir.toUtf8()));
+QString StagingName(const Paths& paths) {
+  return QStringLiteral(".unfinished-") + desktop::OwnMark(paths.TempDir.toUtf8());
 }
 
 QString NotesName(const QString& directory) { return directory + QStringLiteral("names"); }
@@ -113,19 +117,48 @@ bool RemoveWithoutRow(const Paths& paths, engine::Database& database, const std:
 
 }  // namespace
 
-Staging::Staging(const Paths& paths) : Directory(StagingDirectory(paths)) {
-  if (QFileInfo::exists(NotesName(Directory))) {
-    // Notes of a kill that no start could bring to an end yet stay valid beside the new ones.
-    Kept = true;
-  } else {
-    QDir(Directory).removeRecursively();
+// On the directory itself; a file system without such locks gives it to everybody.
+class Staging::Lock {
+ public:
+  explicit Lock(const QString& directory)
+      : File(::open(QFile::encodeName(directory).constData(), O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
+    const bool isOthers = File >= 0 && ::flock(File, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    struct stat mine {};
+    // Its holder may have removed it.
+    IsMine = File >= 0 && !isOthers && ::fstat(File, &mine) == 0 &&
+             base::IdentityOf(directory) == base::StateOf(mine).Is;
   }
-  if (QDir(Directory).exists() || QDir().mkdir(Directory)) return;
-  const bool isThere = QFileInfo(paths.ImageDir).isDir();
-  throw RuntimeError(
-      isThere ? base::errPathFileAccess : base::errPathNotFound,
-      (isThere ? QStringLiteral("Path/File access error: %1") : QStringLiteral("Path not found: %1"))
-          .arg(paths.ImageDir));
+  ~Lock() {
+    if (File >= 0) ::close(File);
+  }
+  Lock(const Lock&) = delete;
+  Lock& operator=(const Lock&) = delete;
+
+  const int File;
+  bool IsMine = false;
+};
+
+Staging::Staging(const Paths& paths) {
+  constexpr int most = 100;
+  for (int number = 1; number <= most && !Held; ++number) {
+    Directory = paths.ImageDir + StagingName(paths) +
+                (number == 1 ? QStringLiteral("/") : QStringLiteral("-%1/").arg(number));
+    if (!QDir().mkdir(Directory) && !QFileInfo(Directory).isDir()) break;
+    Held = std::make_unique<Lock>(Directory);
+    if (!Held->IsMine) Held.reset();
+  }
+  if (!Held) {
+    const bool isThere = QFileInfo(paths.ImageDir).isDir();
+    throw RuntimeError(
+        isThere ? base::errPathFileAccess : base::errPathNotFound,
+        (isThere ? QStringLiteral("Path/File access error: %1") : QStringLiteral("Path not found: %1"))
+            .arg(paths.ImageDir));
+  }
+  // Notes of a kill that no start could bring to an end yet stay valid beside the new ones.
+  Kept = QFileInfo::exists(NotesName(Directory));
+  if (Kept) return;
+  for (const QString& left : QDir(Directory).entryList(QDir::Files | QDir::Hidden | QDir::System))
+    QFile::remove(Directory + left);
 }
 
 Staging::~Staging() {
@@ -154,13 +187,19 @@ void Staging::NoteUnfinished(const std::vector<Unfinished>& files) {
 }
 
 void SweepStaging(const Paths& paths, engine::DBEngine& engine) {
-  const QString directory = StagingDirectory(paths);
-  if (!QFileInfo::exists(directory)) return;
-  ResumeNext([&] {
-    const std::vector<Note> notes = ReadNotes(directory);
-    if (!notes.empty() && !RemoveWithoutRow(paths, *engine.OpenDatabase(paths.WorkFile), notes)) return;
-    QDir(directory).removeRecursively();
-  });
+  const QStringList left = QDir(paths.ImageDir)
+                               .entryList({StagingName(paths), StagingName(paths) + QStringLiteral("-*")},
+                                          QDir::Dirs | QDir::Hidden | QDir::NoSymLinks);
+  for (const QString& name : left) {
+    ResumeNext([&] {
+      const QString directory = paths.ImageDir + name + QLatin1Char('/');
+      const Staging::Lock lock(directory);
+      if (!lock.IsMine) return;
+      const std::vector<Note> notes = ReadNotes(directory);
+      if (!notes.empty() && !RemoveWithoutRow(paths, *engine.OpenDatabase(paths.WorkFile), notes)) return;
+      QDir(directory).removeRecursively();
+    });
+  }
 }
 
 }  // namespace veldrin::catalogue

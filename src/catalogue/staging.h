@@ -14,8 +14,9 @@ class QFile;
 namespace veldrin::catalogue {
 
 /// A directory within the image store for a command that stores or deletes photos. It is this user's and
-/// machine's own: of two programs on one image store none meets the other's. It goes with the object; after a
-/// kill SweepStaging finds it.
+/// machine's own: of two programs on one image store none meets the other's, not even where one machine is a
+/// copy of the other, as long as the file system has locks. It goes with the object; after a kill
+/// SweepStaging finds it.
 class Staging {
  public:
   /// Begins with an empty directory. Raises 75 or 76 where none can be made.
@@ -39,8 +40,11 @@ class Staging {
   /// The directory is left as it is, for a later sweep: what was noted couldn't be brought to an end.
   void Keep() { Kept = true; }
 
+  class Lock;
+
  private:
   QString Directory;  ///< ends in a separator
+  std::unique_ptr<Lock> Held;
   std::unique_ptr<QFile> Notes;
   bool Kept = false;
 };

@@ -1,6 +1,6 @@
 #include "controls/progress.h"
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QEventLoop>
 #include <QFutureWatcher>
 #include <QKeyEvent>
@@ -53,7 +53,11 @@ void LongWork::Retry(const std::function<void()>& action) {
 }
 
 Progress::Progress(LongWork& work, const QString& caption, int total)
-    : Work(work), Outer(std::exchange(work.Current, this)), Caption(caption), Total(total) {
+    : Work(work),
+      Outer(std::exchange(work.Current, this)),
+      Below(QApplication::activeModalWidget()),
+      Caption(caption),
+      Total(total) {
   Begun.start();
   Painted.start();
 }
@@ -116,9 +120,10 @@ void Progress::Run(const std::function<void()>& work, const std::function<int()>
   if (error) std::rethrow_exception(error);
 }
 
+// A box that comes up meanwhile is to be answered, or all would wait for it.
 bool Progress::Gate::Passes(QObject* receiver, QEvent* event) const {
-  const ProgressWindow* window = Owner.Window.get();
-  if (window == nullptr) return false;
+  const QWidget* window = QApplication::activeModalWidget();
+  if (window == nullptr || window == Owner.Below) return false;
   const auto* widget = qobject_cast<QWidget*>(receiver);
   if (receiver != window->windowHandle() && (widget == nullptr || widget->window() != window)) return false;
   const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;

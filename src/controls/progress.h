@@ -68,7 +68,7 @@ class Progress {
  private:
   friend class LongWork;
 
-  // Input for the window passes, but for keys that are held; closing any other means Stop.
+  // Input for the window and for boxes passes, but for keys that are held; closing any other means Stop.
   class Gate : public DropInput {
    public:
     explicit Gate(Progress& progress) : Owner(progress) {}
@@ -83,6 +83,7 @@ class Progress {
 
   LongWork& Work;
   Progress* const Outer;
+  const QWidget* const Below;  ///< the dialog that the work was begun in
   const QString Caption;
   const int Total;
   float Value = 0;

@@ -4,9 +4,11 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include <QDateTime>
 #include <QFile>
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 
 #include "base/runtime_error.h"
@@ -72,6 +74,34 @@ void KeepTime(int target, const struct stat& source) {
   ::futimens(target, times);
 }
 
+enum class Lease { Held, Refused, Denied, Unknown };
+
+// Nobody is given a lease on what another one writes to. It ends with the descriptor.
+Lease TakeLease(int file) {
+  // By which the holder is told that another one wants to write.
+  static const bool isIgnored = ::signal(SIGIO, SIG_IGN) != SIG_ERR;
+  if (isIgnored && ::fcntl(file, F_SETLEASE, F_RDLCK) == 0) return Lease::Held;
+  if (errno == EAGAIN) return Lease::Refused;
+  return errno == EACCES || errno == EPERM || errno == EBADF ? Lease::Denied : Lease::Unknown;
+}
+
+bool HasRested(const base::FileState& state) {
+  constexpr qint64 nanosecondsPerMillisecond = 1'000'000;
+  constexpr qint64 rest = 60'000;  // milliseconds
+  const qint64 changed = state.Changed / nanosecondsPerMillisecond;
+  return QDateTime::currentMSecsSinceEpoch() - changed > rest;
+}
+
+// Of what grows while it is copied the copy is a part.
+void RequireFinished(int file, const QString& name, const base::FileState& before) {
+  struct stat status {};
+  const bool isChanged = ::fstat(file, &status) != 0 || base::StateOf(status) != before;
+  const bool isWritten = !isChanged && TakeLease(file) == Lease::Refused;
+  if (isChanged || isWritten)
+    throw base::RuntimeError(base::errPathFileAccess,
+                             QStringLiteral("Another program writes to the file: %1").arg(name));
+}
+
 std::unique_ptr<NewFile> Copy(const QString& source, const QString& target, int flags = 0,
                               base::FileState* state = nullptr) {
   // Without waiting: opening a pipe would wait for its other end.
@@ -85,6 +115,7 @@ std::unique_ptr<NewFile> Copy(const QString& source, const QString& target, int 
   if (state != nullptr) *state = base::StateOf(status);
   auto to = std::make_unique<NewFile>(target);
   CopyBytes(from.Get(), source, *to);
+  if (state != nullptr) RequireFinished(from.Get(), source, *state);
   KeepTime(to->Descriptor(), status);
   to->PutInPlace();
   return to;
@@ -106,10 +137,17 @@ void FileCopy::Flush() {
   if (::fsync(File->Descriptor()) != 0) RaiseFileError(errno, Target);
 }
 
-// Nobody is given a lease on what another one writes to.
-bool IsBeingWritten(const QString& path) {
-  const Descriptor file(path, O_RDONLY | O_NONBLOCK);
-  return file.Get() >= 0 && ::fcntl(file.Get(), F_SETLEASE, F_RDLCK) != 0 && errno == EAGAIN;
+// While the lease lasts nobody else begins to write. Where the file system has none, a file that has rested
+// for a while is taken for finished.
+void RemoveUnchanged(const QString& path, const base::FileState& state) {
+  const Descriptor file(path, O_RDONLY | O_NONBLOCK | O_NOFOLLOW);
+  if (base::StateOf(path) != state)
+    throw base::RuntimeError(base::errPathFileAccess, QStringLiteral("it was changed meanwhile"));
+  const Lease lease = TakeLease(file.Get());
+  const bool mayBeWritten = lease == Lease::Unknown ? !HasRested(state) : lease != Lease::Held;
+  if (mayBeWritten)
+    throw base::RuntimeError(base::errPathFileAccess, QStringLiteral("another program may have it open"));
+  if (::unlink(QFile::encodeName(path).constData()) != 0) RaiseFileError(errno, path);
 }
 
 void SyncDirectory(const QString& directory) {

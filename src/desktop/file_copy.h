@@ -23,7 +23,7 @@ void CopyStoredFile(const QString& source, const QString& target);
 /// Such a copy, made by the constructor, that is to be safe against a power cut: after Flush it is.
 class FileCopy {
  public:
-  /// Raises what CopyFile raises.
+  /// Raises what CopyFile raises, 75 for a source that another program writes to or changes meanwhile.
   FileCopy(const QString& source, const QString& target);
 
   /// Waits until the bytes are on the disk. Raises 61 or 75.
@@ -38,8 +38,9 @@ class FileCopy {
   std::unique_ptr<NewFile> File;
 };
 
-/// Whether some program has the file open to write into it, as far as the file system tells.
-bool IsBeingWritten(const QString& path);
+/// Deletes a file of which all is stored elsewhere. Raises 75 when it isn't in that state any more, when
+/// another program may be writing to it, or when it can't be deleted; it is still there then.
+void RemoveUnchanged(const QString& path, const base::FileState& state);
 
 /// Makes renamings and new names in a directory safe against a power cut. Raises 76 or 75.
 void SyncDirectory(const QString& directory);

@@ -59,8 +59,8 @@ class Session {
   virtual void Begin(Writes writes) = 0;
   virtual void Commit() = 0;
   virtual void Rollback() noexcept = 0;
-  /// Afterwards a machine that goes down can't take back what was committed. Says nothing where that isn't to
-  /// be had.
+  /// Afterwards a machine that goes down can't take back what was committed. Raises 57 where the disk
+  /// doesn't do it; says nothing where the file system has no such thing.
   virtual void Settle() = 0;
 
   /// Reads of several statements as one: others' locks are looked at once and not for each of them. Not to be

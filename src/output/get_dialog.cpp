@@ -89,10 +89,23 @@ void frmGet::CopyTo(const QString& target, const QString& name) const {
     throw base::RuntimeError(base::errFileNotFound, QStringLiteral("File not found: %1").arg(target));
 }
 
-void frmGet::NoteFailure(int row, const QString& reason) {
-  TheReport->Failures.push_back({TheList->item(row)->text(), reason});
-  while (++row < TheList->count())
-    TheReport->Failures.push_back({TheList->item(row)->text(), QStringLiteral("not tried")});
+void frmGet::NoteFailure(const QStringList& names, const QString& reason) {
+  qsizetype index = TheReport->Done;
+  TheReport->Failures.push_back({names.value(index), reason});
+  while (++index < names.size()) TheReport->Failures.push_back({names[index], QStringLiteral("not tried")});
+}
+
+QStringList frmGet::NamesToCopy() {
+  QStringList names;
+  for (int i = 0; i < TheList->count(); ++i) names << TheList->item(i)->text();
+  if (!StillTheSame) return names;
+  const QSet<QString> same = StillTheSame();
+  names.removeIf([&](const QString& name) {
+    if (same.contains(name)) return false;
+    TheReport->Failures.push_back({name, QStringLiteral("changed by another machine")});
+    return true;
+  });
+  return names;
 }
 
 void frmGet::CopyAll(const QStringList& names, const QString& directory) {
@@ -118,11 +131,11 @@ void frmGet::OkBttn_Click() {
   TheReport = base::WorkReport{
       QStringLiteral("photos"), QStringLiteral("copied to %1").arg(Chooser->Path()), 0, {}, false};
   QStringList names;
-  for (int i = 0; i < TheList->count(); ++i) names << TheList->item(i)->text();
   try {
+    names = NamesToCopy();
     CopyAll(names, Chooser->Path());
   } catch (const base::RuntimeError& error) {
-    NoteFailure(TheReport->Done, ReasonOf(error));
+    NoteFailure(names, ReasonOf(error));
     StillBusy.emplace();
     controls::MsgBox(this, QStringLiteral("File Transfer Error !"), controls::vbExclamation,
                      QStringLiteral("Error"));

@@ -3,6 +3,7 @@
 
 #include <QDialog>
 #include <QListWidget>
+#include <QSet>
 #include <functional>
 #include <optional>
 
@@ -30,6 +31,9 @@ class frmGet : public QDialog {
 
   /// The names of the stored images, without a path. Belongs to the dialog.
   QListWidget& List1() const { return *TheList; }
+  /// Asked before the copying: the files that still are those of the photos that were chosen. May be empty.
+  std::function<QSet<QString>()> StillTheSame;
+
   /// What became of the files when OK was last pressed; nothing where it never was.
   const std::optional<base::WorkReport>& Report() const { return TheReport; }
 
@@ -46,8 +50,10 @@ class frmGet : public QDialog {
   void CopyTo(const QString& target, const QString& name) const;
   /// Until one fails or the user stops it. Raises the failure.
   void CopyAll(const QStringList& names, const QString& directory);
+  /// The names of the list, without those of photos that have changed: they are told.
+  QStringList NamesToCopy();
   /// The files behind the one that failed aren't tried.
-  void NoteFailure(int row, const QString& reason);
+  void NoteFailure(const QStringList& names, const QString& reason);
   void CancelBttn_Click() { reject(); }
 
   const catalogue::Paths& ThePaths;

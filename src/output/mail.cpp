@@ -8,7 +8,7 @@ namespace veldrin::output {
 
 // The body begins with a place for each attachment.
 void PhotoMail::SendPhotos() {
-  const catalogue::Choice choice = Chosen();
+  catalogue::Choice choice = Chosen();
   if (choice.Photos.empty()) return;
   controls::TrapWithBox(&Window, [&] {
     auto photos = TakePhotos(*Engine.OpenDatabase(ThePaths.WorkFile), choice, Window);

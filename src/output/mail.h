@@ -16,13 +16,13 @@ class PhotoMail {
  public:
   /// The references must outlive the object; `window` has the message boxes.
   PhotoMail(catalogue::Chooser chosen, engine::DBEngine& engine, const catalogue::Paths& paths,
-            QWidget& window, base::TellWork tell)
+            QWidget& window, controls::LongWork& work, base::TellWork tell)
       : Chosen(std::move(chosen)),
         Engine(engine),
         ThePaths(paths),
         Window(window),
         Tell(std::move(tell)),
-        MAPIMess(paths) {}
+        MAPIMess(paths, work) {}
 
   /// Opens a new message with the stored images of the chosen records, of which the first MaxAttachments go
   /// along, and tells how many; the user finishes it. An error shows a box, and leaves the session open for

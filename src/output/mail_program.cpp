@@ -13,6 +13,7 @@
 #include <QTemporaryDir>
 #include <QTimer>
 #include <algorithm>
+#include <atomic>
 #include <optional>
 
 #include "controls/drop_input.h"
@@ -74,11 +75,13 @@ QString Copied(const MailFile& file, const QString& mailDir, Copies& copies) {
 }
 
 QStringList Arguments(const QString& body, const std::vector<MailFile>& files, const QString& mailDir,
-                      Copies& copies) {
+                      Copies& copies, const controls::Progress& progress, std::atomic<int>& done) {
   QStringList arguments{QStringLiteral("--utf8"), QStringLiteral("--body"), body};
   for (const MailFile& file : files) {
     arguments << QStringLiteral("--attach")
               << (ComesThrough(file) ? file.Path : Copied(file, mailDir, copies));
+    ++done;
+    if (progress.IsStopped()) throw base::RuntimeError(mapUserAbort, QStringLiteral("The work was stopped."));
   }
   return arguments;
 }
@@ -168,11 +171,19 @@ void RequireMailProgram() {
     throw base::RuntimeError(mapLoginFail, QStringLiteral("Login failed: no mail program is set up."));
 }
 
-void ComposeMail(const QString& body, const std::vector<MailFile>& files, const QString& mailDir) {
+void ComposeMail(const QString& body, const std::vector<MailFile>& files, const QString& mailDir,
+                 controls::LongWork& work) {
   for (const MailFile& file : files) RequireReadable(file.Path);
   RemoveOldCopies(mailDir);
   Copies copies;
-  Launch(Arguments(body, files, mailDir, copies));
+  QStringList arguments;
+  {
+    controls::Progress progress(work, QStringLiteral("Copying Photos...."), static_cast<int>(files.size()));
+    std::atomic<int> done = 0;
+    progress.Run([&] { arguments = Arguments(body, files, mailDir, copies, progress, done); },
+                 [&] { return done.load(); });
+  }
+  Launch(arguments);
   if (copies) copies->setAutoRemove(false);
 }
 

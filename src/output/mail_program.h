@@ -4,11 +4,13 @@
 #include <QStringList>
 
 #include "base/runtime_error.h"
+#include "controls/progress.h"
 
 namespace veldrin::output {
 
 /// Numbers customary for mail.
 enum MailErrorNumber : int {
+  mapUserAbort = 32001,
   mapFailure = 32002,
   mapLoginFail = 32003,
   mapAttachmentNotFound = 32011,
@@ -32,8 +34,10 @@ void RequireMailProgram();
 /// Raises mapAttachmentNotFound or mapAttachmentOpenFailure, before anything is opened, for a file that isn't
 /// there, is a link or can't be read, and mapFailure when the mail program fails. What has to be copied for
 /// the mail program goes to a directory of its own below `mailDir`, which ends in a separator and holds
-/// nothing else, and stays there for a day or two, since files may be read when the message is sent.
-void ComposeMail(const QString& body, const std::vector<MailFile>& files, const QString& mailDir);
+/// nothing else, and stays there for a day or two, since files may be read when the message is sent. It is
+/// copied as a long work; stopping it raises mapUserAbort.
+void ComposeMail(const QString& body, const std::vector<MailFile>& files, const QString& mailDir,
+                 controls::LongWork& work);
 
 constexpr int LaunchSeconds = 3;
 

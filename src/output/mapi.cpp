@@ -30,7 +30,7 @@ void MapiMessages::Action(MessageAction action) {
   files.reserve(Attachments.size());
   for (const MapiAttachment& attachment : Attachments)
     files.push_back({attachment.AttachmentName, attachment.AttachmentPathName});
-  ComposeMail(MsgNoteText, files, ThePaths.MailDir);
+  ComposeMail(MsgNoteText, files, ThePaths.MailDir, Work);
 }
 
 }  // namespace veldrin::output

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "catalogue/paths.h"
+#include "controls/progress.h"
 
 namespace veldrin::output {
 
@@ -35,8 +36,8 @@ struct MapiAttachment {
 
 class MapiMessages {
  public:
-  /// `paths` must outlive the object.
-  explicit MapiMessages(const catalogue::Paths& paths) : ThePaths(paths) {}
+  /// The references must outlive the object.
+  MapiMessages(const catalogue::Paths& paths, controls::LongWork& work) : ThePaths(paths), Work(work) {}
 
   int SessionID = 0;
   QString MsgNoteText;  ///< the body
@@ -52,6 +53,7 @@ class MapiMessages {
 
  private:
   const catalogue::Paths& ThePaths;
+  controls::LongWork& Work;
   std::vector<MapiAttachment> Attachments;
 };
 

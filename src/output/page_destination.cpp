@@ -56,15 +56,16 @@ PhotoRow PhotoReader::At(int position) {
 }
 
 void PageDestination::NeedThumbnail(const PhotoRow& photo) const {
-  if (!QFileInfo::exists(ThumbFileName(ThePaths, photo.PhotoID)))
-    catalogue::CreateThumbnail(ThePaths, photo.PhotoID, photo.ImageType, PixelRatio);
+  if (QFileInfo::exists(ThumbFileName(ThePaths, photo.PhotoID))) return;
+  Form.Beside([&] { catalogue::CreateThumbnail(ThePaths, photo.PhotoID, photo.ImageType, PixelRatio); });
 }
 
 // --- a web directory --------------------------------------------------------------------------------------
 
 WebDestination::WebDestination(const catalogue::RecordList& data1, const catalogue::Paths& paths,
-                               bool gallery, double pixelRatio, QString webDir, QString title)
-    : PageDestination(paths, gallery, pixelRatio),
+                               ProgressForm& form, bool gallery, double pixelRatio, QString webDir,
+                               QString title)
+    : PageDestination(paths, form, gallery, pixelRatio),
       Data1(data1),
       Reader(data1, 1),
       TheCount(data1.SelBookmarks.Count()),
@@ -85,12 +86,14 @@ PhotoEntry WebDestination::Take(int index) {
   PhotoEntry entry = EntryOf(photo, index + 1);
   const QString thumbName = entry.Number + QStringLiteral("t.bmp");
   // The image goes first: of one that is refused no thumbnail goes out either.
-  desktop::CopyStoredFile(ImageFileName(ThePaths, photo.PhotoID, photo.ImageType),
-                          WebImageDir(WebDir) + QLatin1Char('/') + entry.ImageName);
+  const auto copy = [this](const QString& from, const QString& to) {
+    Form.Beside([&] { desktop::CopyStoredFile(from, to); });
+  };
+  copy(ImageFileName(ThePaths, photo.PhotoID, photo.ImageType),
+       WebImageDir(WebDir) + QLatin1Char('/') + entry.ImageName);
   if (Gallery) {
     NeedThumbnail(photo);
-    desktop::CopyStoredFile(ThumbFileName(ThePaths, photo.PhotoID),
-                            WebThumbDir(WebDir) + QLatin1Char('/') + thumbName);
+    copy(ThumbFileName(ThePaths, photo.PhotoID), WebThumbDir(WebDir) + QLatin1Char('/') + thumbName);
   }
   entry.ImageUrl = QStringLiteral("./Images/") + LinkOf(entry.ImageName);
   entry.ThumbUrl = QStringLiteral("./Thumbnails/") + thumbName;
@@ -100,8 +103,8 @@ PhotoEntry WebDestination::Take(int index) {
 // --- a report ---------------------------------------------------------------------------------------------
 
 ReportDestination::ReportDestination(const catalogue::RecordList& data1, const catalogue::Paths& paths,
-                                     bool gallery, double pixelRatio, QString folder)
-    : PageDestination(paths, gallery, pixelRatio),
+                                     ProgressForm& form, bool gallery, double pixelRatio, QString folder)
+    : PageDestination(paths, form, gallery, pixelRatio),
       Data1(data1),
       Reader(data1, RowsOfReport),
       TheCount(data1.RecordCount()),

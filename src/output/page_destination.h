@@ -8,6 +8,7 @@
 #include "controls/tree_view.h"
 #include "engine/dao/recordset.h"
 #include "output/page_html.h"
+#include "output/progress_form.h"
 
 namespace veldrin::output {
 
@@ -30,8 +31,8 @@ class PhotoReader {
 class PageDestination {
  public:
   /// `pixelRatio`: of thumbnails that have to be made.
-  PageDestination(const catalogue::Paths& paths, bool gallery, double pixelRatio)
-      : ThePaths(paths), Gallery(gallery), PixelRatio(pixelRatio) {}
+  PageDestination(const catalogue::Paths& paths, ProgressForm& form, bool gallery, double pixelRatio)
+      : ThePaths(paths), Form(form), Gallery(gallery), PixelRatio(pixelRatio) {}
   virtual ~PageDestination() = default;
   PageDestination(const PageDestination&) = delete;
   PageDestination& operator=(const PageDestination&) = delete;
@@ -51,6 +52,7 @@ class PageDestination {
   void NeedThumbnail(const PhotoRow& photo) const;
 
   const catalogue::Paths& ThePaths;
+  ProgressForm& Form;
   bool Gallery;
 
  private:
@@ -63,8 +65,8 @@ class WebDestination : public PageDestination {
  public:
   /// Raises 70 for a directory of the program's own, where the copies would replace stored images, and where
   /// a link stands for one of the pictures' directories, which would lead them to others' files.
-  WebDestination(const catalogue::RecordList& data1, const catalogue::Paths& paths, bool gallery,
-                 double pixelRatio, QString webDir, QString title);
+  WebDestination(const catalogue::RecordList& data1, const catalogue::Paths& paths, ProgressForm& form,
+                 bool gallery, double pixelRatio, QString webDir, QString title);
 
   QString Directory() const override;
   int Count() const override { return TheCount; }
@@ -83,8 +85,8 @@ class WebDestination : public PageDestination {
 /// All photos of the list, with links to the catalogue's own files.
 class ReportDestination : public PageDestination {
  public:
-  ReportDestination(const catalogue::RecordList& data1, const catalogue::Paths& paths, bool gallery,
-                    double pixelRatio, QString folder);
+  ReportDestination(const catalogue::RecordList& data1, const catalogue::Paths& paths, ProgressForm& form,
+                    bool gallery, double pixelRatio, QString folder);
 
   QString Directory() const override { return ThePaths.TempDir; }
   int Count() const override { return TheCount; }

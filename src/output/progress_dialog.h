@@ -23,6 +23,7 @@ class frmProg : public ProgressForm {
   void SetProgressValue(float value) override { TheValue = value; }
   void SetPercent(const QString& caption) override { Caption = caption; }
   void DoEvents() override;
+  void Beside(const std::function<void()>& work) override { Bar->Run(work); }
   void Unload() override { Bar.reset(); }
 
  private:

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <QString>
+#include <functional>
 
 namespace veldrin::output {
 
@@ -23,6 +24,8 @@ class ProgressForm {
   virtual void SetPercent(const QString& caption) = 0;
   /// Lets the pending events run: where a stop takes effect.
   virtual void DoEvents() = 0;
+  /// Does what takes long beside the window, which lives on meanwhile, and raises what it raises.
+  virtual void Beside(const std::function<void()>& work) = 0;
   virtual void Unload() = 0;
 };
 

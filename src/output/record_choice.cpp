@@ -4,8 +4,9 @@
 
 namespace veldrin::output {
 
-std::vector<catalogue::CheckedPhotos::Photo> TakePhotos(engine::Database& database,
-                                                        const catalogue::Choice& choice, QWidget& window) {
+std::vector<catalogue::CheckedPhotos::Photo> TakePhotos(engine::Database& database, catalogue::Choice& choice,
+                                                        QWidget& window) {
+  NoteLooks(database, choice.Photos);
   catalogue::CheckedPhotos checked = CheckChosen(database, choice.Photos);
   folders::TellPhotosChanged(&window, checked.Others());
   return checked.Same;

@@ -8,8 +8,9 @@
 
 namespace veldrin::output {
 
-/// Those of a choice that still are what the user saw; a box tells of the others. Raises the engine's errors.
-std::vector<catalogue::CheckedPhotos::Photo> TakePhotos(engine::Database& database,
-                                                        const catalogue::Choice& choice, QWidget& window);
+/// Those of a choice that still are what the user saw; a box tells of the others. What no view has shown is
+/// taken as it is now. Raises the engine's errors.
+std::vector<catalogue::CheckedPhotos::Photo> TakePhotos(engine::Database& database, catalogue::Choice& choice,
+                                                        QWidget& window);
 
 }  // namespace veldrin::output

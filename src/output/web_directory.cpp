@@ -63,9 +63,14 @@ QStringList OtherFilesOfWeb(const catalogue::Paths& paths, const QString& parent
     const QRegularExpression own(QRegularExpression::anchoredPattern(QLatin1String(pattern)));
     const QString directory = QLatin1String(place);
     const QStringList files = FilesOf(webDir + QLatin1Char('/') + directory, AllFiles());
+    // An export has one file of each number.
+    const auto sharesNumber = [&own](const QString& number) {
+      return [&own, number](const QString& file) { return own.match(file).captured(1) == number; };
+    };
     for (const QString& file : files) {
       const auto match = own.match(file);
-      const bool isNumbered = match.hasMatch() && match.captured(1).toLongLong() <= files.size();
+      const bool isNumbered = match.hasMatch() && match.captured(1).toLongLong() <= files.size() &&
+                              std::ranges::count_if(files, sharesNumber(match.captured(1))) == 1;
       // Where nothing is deleted, files of these names are written over.
       if (goes ? !(isWeb && isNumbered) : match.hasMatch()) others << directory + file;
     }

@@ -25,6 +25,8 @@ class WebExport {
   void WebBttn_Click();
 
  private:
+  void LeaveOutChanged(catalogue::Choice& choice);
+
   catalogue::RecordList& Data1;
   engine::DBEngine& Engine;
   const catalogue::Paths& ThePaths;

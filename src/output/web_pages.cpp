@@ -166,7 +166,7 @@ void WebPages::MakeReport(ProgressForm& frm) {
 void WebPages::MakeWebPages(ProgressForm& frm, bool gallery, const QString& title) {
   const QString name = QFileInfo(Web.WebDir).fileName();
   Run(frm, QStringLiteral("written to the web '%1'").arg(name), [&] {
-    WebDestination web(Data1, ThePaths, gallery, Window.devicePixelRatioF(), Web.WebDir, title);
+    WebDestination web(Data1, ThePaths, frm, gallery, Window.devicePixelRatioF(), Web.WebDir, title);
     PageRun(web, frm, TheReport).WritePages();
   });
 }
@@ -178,7 +178,7 @@ void WebPages::MakeReportPages(ProgressForm& frm, bool gallery) {
     const controls::Node* folder = Tree.SelectedItem();
     if (folder == nullptr)
       throw base::RuntimeError(base::errObjectNotSet, QStringLiteral("Object variable not set."));
-    ReportDestination report(Data1, ThePaths, gallery, Window.devicePixelRatioF(), folder->FullPath());
+    ReportDestination report(Data1, ThePaths, frm, gallery, Window.devicePixelRatioF(), folder->FullPath());
     PageRun(report, frm, TheReport).WritePages();
   });
 }

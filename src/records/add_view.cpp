@@ -138,7 +138,7 @@ void AddView::SetFileChoosers(bool enabled) {
   FileType->setEnabled(enabled);
 }
 
-base::WorkReport AddView::StoreSelectedFiles(const controls::Node& folder, int& first) {
+base::WorkReport AddView::StoreSelectedFiles(const controls::Node& folder, int& first, QSet<QString>& left) {
   PhotoBatch batch;
   batch.Directory = FileToSel->Path();
   for (int index = 0; index < FileToSel->ListCount(); ++index) {
@@ -159,32 +159,39 @@ base::WorkReport AddView::StoreSelectedFiles(const controls::Node& folder, int& 
     if (file.PhotoID != 0) ++report.Done;
     if (first == 0) first = file.PhotoID;
     if (!file.Failure.isEmpty()) report.Failures.push_back({file.Name, file.Failure});
-    report.Stopped |= file.PhotoID == 0 && file.Failure.isEmpty();
+    if (file.PhotoID == 0 && file.Failure.isEmpty()) left << file.Name;
   }
+  report.Stopped = !left.isEmpty();
   return report;
 }
 
 // The texts stay for the next batch. Where nothing could be stored all stays, for another try.
 void AddView::newSaveBttn_Click() {
+  if (!Tree.EndLabelEdit()) return;
   base::WorkReport report;
   int first = 0;
+  QSet<QString> left;
   {
     const controls::BusyPointer busy;
-    report = StoreSelectedFiles(*Tree.SelectedItem(), first);
+    report = StoreSelectedFiles(*Tree.SelectedItem(), first, left);
     ResumeNext([&] {
       Data1.Refresh();
       if (const int position = Data1.PositionOf(first); position >= 0) Data1.SetAbsolutePosition(position);
     });
-    if (report.Done > 0 || report.IsAllDone()) LeaveDataEntry();
+    if (report.Done > 0 || report.IsAllDone()) LeaveDataEntry(left);
   }
   Tell(report);
 }
 
-void AddView::LeaveDataEntry() {
+// What a stop left is selected for another time.
+void AddView::LeaveDataEntry(const QSet<QString>& left) {
   DataPanel->setVisible(false);
   SetFileChoosers(true);
   FileToSel->setFocus();
   FileToSel->Refresh();
+  for (int index = 0; index < FileToSel->ListCount(); ++index) {
+    if (left.contains(FileToSel->List(index))) FileToSel->item(index)->setSelected(true);
+  }
   PicNew->HideImage();
 }
 

@@ -63,9 +63,9 @@ class AddView : public QWidget {
   void ShowNewImage(bool multi);
   bool IsMultiSelect() const;
   bool IsFileSelected() const;
-  void LeaveDataEntry();
+  void LeaveDataEntry(const QSet<QString>& left);
   /// Sets the number of the first that is stored; leaves it 0 where none is.
-  base::WorkReport StoreSelectedFiles(const controls::Node& folder, int& first);
+  base::WorkReport StoreSelectedFiles(const controls::Node& folder, int& first, QSet<QString>& left);
 
   catalogue::RecordList& Data1;
   controls::TreeView& Tree;

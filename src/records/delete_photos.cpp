@@ -57,8 +57,8 @@ void DeletePhotos::RecordDel_Click() {
   std::optional<catalogue::Staging> staging;
   WriteInGroups(choice, QStringLiteral("Deleting Photos...."), QStringLiteral("deleted"),
                 [&](engine::Database& database, Group group) {
-                  if (!staging) staging.emplace(ThePaths);
-                  return DeleteGroup(database, group, *staging);
+                  if (!staging) ResumeNext([&] { staging.emplace(ThePaths); });
+                  return DeleteGroup(database, group, staging ? &*staging : nullptr);
                 });
 }
 
@@ -113,13 +113,13 @@ bool DeletePhotos::WriteAll(Group photos, const QString& caption, const Write& w
 // The rows first: a row without its image would be worse than an image that is left without its row. Those
 // are noted before, so that a kill leaves none for ever; where they can't be noted, as on a full disk, the
 // user may want room all the more.
-bool DeletePhotos::DeleteGroup(engine::Database& database, Group group, catalogue::Staging& staging) {
+bool DeletePhotos::DeleteGroup(engine::Database& database, Group group, catalogue::Staging* staging) {
   engine::Transaction transaction(database);
   const catalogue::CheckedPhotos checked = CheckChosen(database, group);
   std::vector<catalogue::Staging::Unfinished> unfinished;
   for (const auto& photo : checked.Same)
     unfinished.push_back({StoredName(photo), ThePaths.ImageDir + StoredName(photo)});
-  const bool noted = ResumeNext([&] { staging.NoteUnfinished(unfinished); });
+  const bool noted = staging != nullptr && ResumeNext([&] { staging->NoteUnfinished(unfinished); });
   for (const auto& photo : checked.Same) DeletePhoto(database, photo.PhotoID);
   transaction.Commit();
   Others.insert(Others.end(), checked.Changed.begin(), checked.Changed.end());
@@ -127,9 +127,7 @@ bool DeletePhotos::DeleteGroup(engine::Database& database, Group group, catalogu
   std::vector<int> deleted;
   for (const auto& photo : checked.Same) deleted.push_back(photo.PhotoID);
   Q_EMIT Deleted(deleted);
-  // A power cut must not bring the rows back without their images.
-  database.Settle();
-  if (!RemoveFiles(database, checked.Same, noted)) staging.Keep();
+  if (!RemoveFiles(database, checked.Same, noted) && staging != nullptr) staging->Keep();
   return true;
 }
 
@@ -137,6 +135,8 @@ bool DeletePhotos::DeleteGroup(engine::Database& database, Group group, catalogu
 // become free: those files are its own. They are gone for good before the next number is given out. What
 // can't be removed now the next start tries again.
 bool DeletePhotos::RemoveFiles(engine::Database& database, const Photos& photos, bool noted) try {
+  // A power cut must not bring the rows back without their images.
+  database.Settle();
   const engine::Transaction transaction(database);
   std::vector<catalogue::ChosenPhoto> numbers;
   for (const auto& photo : photos) numbers.push_back({photo.PhotoID, {}});
@@ -151,8 +151,7 @@ bool DeletePhotos::RemoveFiles(engine::Database& database, const Photos& photos,
     Report.Failures.push_back(
         {StoredName(photo), QStringLiteral("deleted, but its file could not be removed")});
   }
-  desktop::SyncDirectory(ThePaths.ImageDir);
-  return all;
+  return ResumeNext([&] { desktop::SyncDirectory(ThePaths.ImageDir); }) && all;
 } catch (const base::RuntimeError& error) {
   const QString reason = (noted ? QStringLiteral("deleted, but its file goes at the next start: ")
                                 : QStringLiteral("deleted, but its file could not be removed: ")) +

@@ -54,7 +54,7 @@ class DeletePhotos : public QObject {
   using Write = std::function<bool(engine::Database&, Group)>;
 
   catalogue::Choice Ask(const QString& question) const;
-  bool DeleteGroup(engine::Database& database, Group group, catalogue::Staging& staging);
+  bool DeleteGroup(engine::Database& database, Group group, catalogue::Staging* staging);
   /// `noted`: what stays goes at the next start.
   bool RemoveFiles(engine::Database& database, const Photos& photos, bool noted);
   bool RemoveGroup(engine::Database& database, Group group);

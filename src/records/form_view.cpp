@@ -143,30 +143,29 @@ FormView::Texts FormView::TypedTexts() const {
   return {eTitle->text(), controls::ExactText(*eDescription), eMadeBy->text()};
 }
 
-// Not through the list itself, which the other views show. What wasn't changed here isn't written: another
-// machine may have changed it.
-void FormView::WriteTexts(int photoId) {
+// Not through the list itself, which the other views show.
+catalogue::ChosenPhoto FormView::WriteTexts(int photoId) {
   const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
   engine::Transaction group(*database);
-  const auto checked = catalogue::CheckChosen(*database, Data1.Chosen(false).Photos, false);
+  const auto checked = catalogue::CheckChosen(*database, Data1.Chosen(false).Photos);
   if (!checked.Changed.empty())
     throw base::RuntimeError(base::errDataChanged, catalogue::ChangedPhotosText(checked.Changed));
   const auto row =
       database->OpenRecordset(QStringLiteral("SELECT * FROM tblPhotos WHERE PhotoID = %1").arg(photoId));
   row->Edit();
-  const auto write = [&](const QString& name, const QString& shown, const QString& typed) {
-    if (typed == shown) return;
-    if (const QString stored = row->Field(name).toString(); stored != shown && stored != typed)
-      throw base::RuntimeError(base::errDataChanged, catalogue::ChangedPhotosText({photoId}));
-    row->SetField(name, typed.isEmpty() ? Value() : Value(typed));
+  const auto write = [&row](const QString& name, const QString& shown, const QString& typed) {
+    if (typed != shown) row->SetField(name, typed.isEmpty() ? Value() : Value(typed));
   };
   const Texts typed = TypedTexts();
   write(QStringLiteral("Title"), ShownTexts.Title, typed.Title);
   write(QStringLiteral("Description"), ShownTexts.Description, typed.Description);
   write(QStringLiteral("MadeBy"), ShownTexts.MadeBy, typed.MadeBy);
   row->Update();
+  std::vector<catalogue::ChosenPhoto> written{{photoId, {}}};
+  NoteLooks(*database, written);
   group.Commit();
   ShownTexts = typed;
+  return written.front();
 }
 
 void FormView::SaveBttn_Click() {
@@ -177,8 +176,7 @@ void FormView::SaveBttn_Click() {
     // Empty fields of a record that couldn't be read are not its texts.
     if (photoId != ShownPhotoID)
       throw base::RuntimeError(base::errNoCurrentRecord, QStringLiteral("No current record."));
-    WriteTexts(photoId);
-    Q_EMIT Saved(photoId);
+    Q_EMIT Saved(WriteTexts(photoId));
     const QScopedValueRollback saving(IsSaving, true);
     Data1.RefreshAt(photoId);
   });

@@ -55,8 +55,8 @@ class FormView : public QWidget {
 
  Q_SIGNALS:
   void FormImage_DblClick();
-  /// The texts of a photo are stored.
-  void Saved(int photoId);
+  /// The texts of a photo are stored; it looks so now.
+  void Saved(const veldrin::catalogue::ChosenPhoto& photo);
 
  protected:
   void showEvent(QShowEvent* event) override;
@@ -82,7 +82,7 @@ class FormView : public QWidget {
     QString Title, Description, MadeBy;
   };
   Texts TypedTexts() const;
-  void WriteTexts(int photoId);
+  catalogue::ChosenPhoto WriteTexts(int photoId);
 
   catalogue::RecordList& Data1;
   const catalogue::Paths& ThePaths;

@@ -69,6 +69,8 @@ void NewPhoto::PutInPlace(const catalogue::Paths& paths) {
   QFile::remove(catalogue::ThumbFileName(paths, PhotoID));
   if (!IsPicture) return;
   const QString target = catalogue::ImageFileName(paths, PhotoID, ImageType);
+  if (base::IdentityOf(Temporary) != Identity)
+    throw base::RuntimeError(base::errFileNotFound, QStringLiteral("File not found: %1").arg(Temporary));
   while (!desktop::RenameToFree(Temporary, target)) Aside = KeepAside(target);
   InPlace = true;
 }
@@ -85,10 +87,10 @@ void NewPhoto::TakeBack(const catalogue::Paths& paths) {
 
 // What was written to it since is nowhere else.
 void NewPhoto::RemoveSource() {
-  if (base::StateOf(Source) != ReadSource || desktop::IsBeingWritten(Source)) {
-    Failure = QStringLiteral("stored as it was; the file was changed meanwhile and stays");
-  } else if (!QFile::remove(Source)) {
-    Failure = QStringLiteral("stored, but the file could not be removed");
+  try {
+    desktop::RemoveUnchanged(Source, ReadSource.value_or(base::FileState()));
+  } catch (const base::RuntimeError& error) {
+    Failure = QStringLiteral("stored, but the file stays: ") + base::ReasonOf(error);
   }
 }
 

@@ -224,9 +224,15 @@ void BatchWriter::SetTextField(const char* name, const QString& text) {
 void BatchWriter::RemoveSources(Group group) {
   const auto mayGo = [](const NewPhoto& photo) { return photo.HasRow && photo.InPlace; };
   if (std::none_of(group.begin(), group.end(), mayGo)) return;
-  TheDatabase->Settle();
+  QString unsettled;
+  try {
+    TheDatabase->Settle();
+  } catch (const RuntimeError& error) {
+    unsettled = QStringLiteral("stored, but the file stays: ") + base::ReasonOf(error);
+  }
   for (NewPhoto& photo : group) {
-    if (mayGo(photo)) photo.RemoveSource();
+    if (!mayGo(photo)) continue;
+    unsettled.isEmpty() ? photo.RemoveSource() : void(photo.Failure = unsettled);
   }
 }
 

@@ -81,10 +81,10 @@ void RecordClipboard::Forget(const std::vector<int>& photos) {
                 [&](const catalogue::ChosenPhoto& photo) { return gone.contains(photo.PhotoID); });
 }
 
-void RecordClipboard::Renew(int photoId) {
+void RecordClipboard::Renew(const catalogue::ChosenPhoto& renewed) {
   if (!ThePending) return;
   for (catalogue::ChosenPhoto& photo : ThePending->Photos)
-    if (photo.PhotoID == photoId) photo.Look.reset();
+    if (photo.PhotoID == renewed.PhotoID) photo.Look = renewed.Look;
 }
 
 void RecordClipboard::SetGrey(bool grey) {

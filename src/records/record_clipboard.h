@@ -41,7 +41,7 @@ class RecordClipboard : public QObject {
   /// Photos that have been deleted are pending no more.
   void Forget(const std::vector<int>& photos);
   /// The user has changed a photo, which may be pending.
-  void Renew(int photoId);
+  void Renew(const catalogue::ChosenPhoto& renewed);
 
  Q_SIGNALS:
   /// Something else is cut or copied.

@@ -8,6 +8,7 @@
 
 #include "base/failure.h"
 #include "catalogue/schema.h"
+#include "controls/error_box.h"
 #include "controls/named.h"
 #include "controls/twips.h"
 #include "desktop/program_start.h"
@@ -205,15 +206,13 @@ void frmMain::closeEvent(QCloseEvent* event) {
 // --- views ------------------------------------------------------------------------------------------------
 
 void frmMain::tbarToolBar_ButtonClick(int number) {
-  if (IsView(number)) ResumeNext([&] { SetViewControls(number); });
-  ResumeNext([&] {
+  if (IsView(number)) {
+    ResumeNext([&] { SetViewControls(number); });
+    ResumeNext([&] { ShowView(); });
+    return;
+  }
+  controls::TrapWithBox(this, [&] {
     switch (number) {
-      case DataViewCode:
-      case ImageViewCode:
-      case FormViewCode:
-      case AddNewCode:
-      case ImagePlayCode:
-        return ShowView();
       case ExitProgramCode:
         close();
         return;

@@ -24,7 +24,7 @@ struct OutputCommands {
         Progress(Pages, work),
         Export(data1, engine, paths, Web, Progress, window, tell),
         Report(data1, paths, Progress, std::move(popUpReportMenu), tell),
-        Mail(chosen, engine, paths, window, tell),
+        Mail(chosen, engine, paths, window, work, tell),
         Copies(chosen, engine, paths, window, work, tell) {}
 
   output::frmWeb Web;

@@ -11,6 +11,7 @@
 #include "controls/busy_pointer.h"
 #include "controls/msg_box.h"
 #include "controls/named.h"
+#include "controls/progress.h"
 #include "desktop/file_copy.h"
 #include "show/music.h"
 
@@ -94,8 +95,17 @@ void frmAudio::AddBttn_Click() {
   base::WorkReport report{QStringLiteral("files"), QStringLiteral("added"), 0, {}, false};
   {
     const controls::BusyPointer busy;
+    QStringList names;
     for (int i = 0; i < FileToSel->ListCount(); ++i) {
-      if (FileToSel->Selected(i)) Add(FullName(*FileToSel, i), FileToSel->List(i), report);
+      if (FileToSel->Selected(i)) names << FileToSel->List(i);
+    }
+    const QString directory = FileToSel->Path();
+    controls::LongWork work(*this);
+    controls::Progress progress(work, QStringLiteral("Copying Music...."), static_cast<int>(names.size()));
+    for (const QString& name : names) {
+      report.Stopped = !progress.Step(report.Done);
+      if (report.Stopped) break;
+      progress.Run([&] { Add(directory + QLatin1Char('/') + name, name, report); });
     }
   }
   ListMusic(*FileToPlay, MusicDir);

@@ -50,7 +50,8 @@ class MailTest : public test::OutputTest {
                                   {"XDG_DATA_DIRS", "/none"},
                                   {"XDG_CONFIG_HOME", "/none"},
                                   {"MAILER", "mailer"}};
-  PhotoMail Mail{Chosen, Catalogue.Engine(), Catalogue.Paths(), Window, Tell};
+  controls::LongWork Work{Window};
+  PhotoMail Mail{Chosen, Catalogue.Engine(), Catalogue.Paths(), Window, Work, Tell};
 };
 
 TEST_F(MailTest, AFailureShowsABoxAndTheNextMessageComes) {

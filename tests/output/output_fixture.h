@@ -36,6 +36,7 @@ class FakeForm : public output::ProgressForm {
     if (AtPhoto) AtPhoto(static_cast<int>(Percents.size()));
     if (Percents.size() == StopAt) Progress = false;
   }
+  void Beside(const std::function<void()>& work) override { work(); }
   void Unload() override { ++Unloaded; }
 
   int StopAt = 0;                    ///< the photo after which the run is stopped

@@ -55,10 +55,13 @@ void GuardConnection(sqlite3* handle) {
 
 void RequireWhole(SQLite::Database& db, const std::string& alias, const QString& file) {
   // The indexes too: numbers are given by one.
-  const std::string found = db.execAndGet("PRAGMA " + alias + ".integrity_check(1)").getString();
-  // A value that a column wouldn't take any more is no damage.
-  if (found != "ok" && !found.starts_with("CHECK constraint"))
-    Refuse(file, QStringLiteral("it is damaged, ") + QString::fromStdString(found).simplified());
+  SQLite::Statement findings(db, "PRAGMA " + alias + ".integrity_check(1000000)");
+  while (findings.executeStep()) {
+    const std::string found = findings.getColumn(0).getString();
+    // A value that a column wouldn't take any more is no damage.
+    if (found != "ok" && !found.starts_with("CHECK constraint"))
+      Refuse(file, QStringLiteral("it is damaged, ") + QString::fromStdString(found).simplified());
+  }
 }
 
 void RequireTablesAlone(SQLite::Database& db, const std::string& alias, const QString& file) {

@@ -10,6 +10,7 @@
 #include <QRegularExpression>
 #include <QUrl>
 #include <array>
+#include <cerrno>
 
 #include "engine/sqlite/errors.h"
 #include "engine/sqlite/functions.h"
@@ -241,9 +242,11 @@ void SqliteSession::Settle() {
     if (file->Alias == "main") continue;
     const int directory =
         ::open(QFile::encodeName(QFileInfo(file.key()).path()).constData(), O_RDONLY | O_CLOEXEC);
-    if (directory < 0) continue;
-    ::fsync(directory);
-    ::close(directory);
+    const bool settled = directory >= 0 && (::fsync(directory) == 0 || errno == EINVAL);
+    if (directory >= 0) ::close(directory);
+    if (!settled)
+      throw base::RuntimeError(base::errDeviceIO,
+                               QStringLiteral("Device I/O error: %1").arg(QFileInfo(file.key()).path()));
   }
 }
 
