@@ -1,5 +1,6 @@
 // The longest time for which one event holds the window's thread, and what is prepared so that none does.
 
+#include <QAbstractButton>
 #include <QApplication>
 #include <QDir>
 #include <QImageReader>
@@ -16,6 +17,7 @@
 #include "benches/sqlite_file.h"
 #include "catalogue/image_store.h"
 #include "controls/named.h"
+#include "find/query_dialog.h"
 #include "folders/folder_keys.h"
 #include "output/progress_dialog.h"
 #include "records/photo_storing.h"
@@ -79,7 +81,7 @@ class HoldBench {
     if (List().AbsolutePosition() > Photos - 40) Press(Qt::Key_Home);
     return LongestHold([this] { Press(Qt::Key_PageDown); }, [this] { return PageIsComplete(); });
   }
-  void Press(Qt::Key key) const { QTest::keyClick(QApplication::focusWidget(), key); }
+  void Press(Qt::Key key) { QTest::keyClick(&Child<QWidget>("ThumbPannel"), key); }
 
   // A key that is held down.
   double Hold(const std::function<void()>& step) {
@@ -120,6 +122,12 @@ class HoldBench {
     throw std::runtime_error("no folder");
   }
 
+  // No list is kept any longer.
+  void Change() {
+    Engine()
+        .OpenDatabase(Paths().WorkFile)
+        ->Execute(QStringLiteral("UPDATE tblPhotos SET Title = Title WHERE PhotoID = 1"));
+  }
   const catalogue::RecordList& List() const { return Window.List(); }
   const catalogue::Paths& Paths() const { return Opened.Paths(); }
   engine::DBEngine& Engine() { return Opened.Engine(); }
@@ -134,15 +142,30 @@ class HoldBench {
   shell::frmMain Window;
 };
 
-void AnswerYes() {
-  QTimer::singleShot(0, [] {
-    qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->button(QMessageBox::Yes)->click();
+// Does something in the next dialog of a kind.
+template <class Dialog>
+void OnDialog(std::function<void(Dialog&)> use) {
+  auto* look = new QTimer(qApp);
+  QObject::connect(look, &QTimer::timeout, look, [look, use] {
+    auto* dialog = qobject_cast<Dialog*>(QApplication::activeModalWidget());
+    if (dialog == nullptr) return;
+    look->stop();
+    look->deleteLater();
+    use(*dialog);
   });
+  look->start(10);
+}
+
+void AnswerYes() {
+  OnDialog<QMessageBox>([](QMessageBox& box) { box.button(QMessageBox::Yes)->click(); });
 }
 
 QString LargePhotos(const std::string& data) {
-  return MakePictureCatalogue(QString::fromStdString(data + "/hold"),
-                              Repeated(MakeLargePictures(data, Motifs), Photos));
+  const QString program = MakePictureCatalogue(QString::fromStdString(data + "/hold"),
+                                               Repeated(MakeLargePictures(data, Motifs), Photos));
+  SqliteFile(program + QStringLiteral("/Database/Photos.mdb"))
+      .Run("INSERT INTO tblLevel1 VALUES('0001', 'Folder')");
+  return program;
 }
 
 double Store(const std::string& data) {
@@ -221,8 +244,9 @@ void AddLockedFigures(const std::function<HoldBench&()>& bench) {
   add("hold_locked_view", [](HoldBench& on) { on.Child<QAction>("MainForm").trigger(); });
   add("hold_locked_folder", [](HoldBench& on) {
     auto& tree = on.Child<controls::TreeView>("tvTreeView");
-    tree.Select(tree.NodeAt(2));
-    Q_EMIT tree.NodeClick(tree.NodeAt(2));
+    controls::Node* other = tree.NodeAt(tree.SelectedItem() == tree.NodeAt(1) ? 2 : 1);
+    tree.Select(other);
+    Q_EMIT tree.NodeClick(other);
   });
   add("hold_locked_page", [](HoldBench& on) { on.Press(Qt::Key_PageDown); });
   add("hold_locked_delete", [](HoldBench& on) {
@@ -259,8 +283,8 @@ void AddHoldFigures(const std::string& data) {
       "hold_form_next",
       [photos] {
         photos().Show("MainForm");
-        photos().Child<QPushButton>("First").click();
-        return photos().Hold([photos] { photos().Child<QPushButton>("Next").click(); });
+        photos().Child<QAbstractButton>("First").click();
+        return photos().Hold([photos] { photos().Child<QAbstractButton>("Next").click(); });
       },
       3);
   add(
@@ -268,7 +292,8 @@ void AddHoldFigures(const std::string& data) {
       [photos] {
         photos().Show("MainData");
         photos().Child<browse::RecordGrid>("TDBGrid1").setFocus();
-        return photos().Hold([photos] { photos().Press(Qt::Key_Down); });
+        return photos().Hold(
+            [photos] { QTest::keyClick(&photos().Child<browse::RecordGrid>("TDBGrid1"), Qt::Key_Down); });
       },
       3);
   add(
@@ -284,6 +309,7 @@ void AddHoldFigures(const std::string& data) {
       "hold_folder_1m",
       [million] {
         million().Press(QLatin1String(FullFolderKey));
+        million().Change();
         return million().Press(QLatin1String(TopFolderKey));
       },
       5);
@@ -291,8 +317,8 @@ void AddHoldFigures(const std::string& data) {
       "hold_query_1m",
       [million] {
         million().Press(QLatin1String(TopFolderKey));
-        QTimer::singleShot(0, [] {
-          QWidget& dialog = *QApplication::activeModalWidget();
+        million().Change();
+        OnDialog<find::frmQry>([](find::frmQry& dialog) {
           controls::Get<QLineEdit>(dialog, QStringLiteral("qTitle")).setText(QStringLiteral("number 777"));
           controls::Get<QPushButton>(dialog, QStringLiteral("OkBttn")).click();
         });
@@ -336,7 +362,7 @@ void AddHoldFigures(const std::string& data) {
                photos().Show("MainForm");
                Look(1000);
                return Milliseconds([&] {
-                 photos().Child<QPushButton>("Next").click();
+                 photos().Child<QAbstractButton>("Next").click();
                  QCoreApplication::processEvents();
                });
              },

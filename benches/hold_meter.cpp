@@ -15,6 +15,8 @@ double LongestHold(const std::function<void()>& action, const std::function<bool
   constexpr double nanosecondsPerMillisecond = 1e6;
   QObject receiver;
   std::atomic<bool> ended = false;
+  std::atomic<bool> stopped = false;
+  std::atomic<int> beats = 0;
   qint64 longest = 0;
   std::thread heart([&] {
     while (!ended) {
@@ -23,11 +25,12 @@ double LongestHold(const std::function<void()>& action, const std::function<bool
       auto heard = std::make_shared<QSemaphore>();
       QMetaObject::invokeMethod(
           &receiver, [heard] { heard->release(); }, Qt::QueuedConnection);
-      while (!heard->tryAcquire(1, 100) && !ended) {
-      }
-      if (!ended) longest = std::max(longest, waited.nsecsElapsed());
+      heard->acquire();
+      longest = std::max(longest, waited.nsecsElapsed());
+      ++beats;
       std::this_thread::sleep_for(std::chrono::milliseconds(1));
     }
+    stopped = true;
   });
   bool begun = false;
   QTimer::singleShot(0, &receiver, [&] {
@@ -35,7 +38,11 @@ double LongestHold(const std::function<void()>& action, const std::function<bool
     action();
   });
   while (!begun || !isDone()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  // The one that waited for the action is heard, too.
+  for (const int heard = beats; beats < heard + 2;)
+    QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   ended = true;
+  while (!stopped) QCoreApplication::processEvents(QEventLoop::AllEvents, 1);
   heart.join();
   return static_cast<double>(longest) / nanosecondsPerMillisecond;
 }

@@ -21,7 +21,7 @@ namespace {
 // In milliseconds.
 constexpr int Quick = 500;    // what is done sooner needs no window
 constexpr qint64 Frame = 20;  // as often as people can see
-constexpr int BetweenTries = 100;
+constexpr int BetweenTries = 50;
 
 // Ends when the condition's owner says so, or after a time at most.
 void RunEvents(int milliseconds) {

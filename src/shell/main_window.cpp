@@ -76,7 +76,7 @@ frmMain::frmMain(const App& app, const catalogue::Paths& paths, engine::DBEngine
 // No event waits longer for another machine than people notice; what is worth a longer wait is tried again
 // while the windows live on.
 void frmMain::BePatient() {
-  constexpr int noticed = 200;  // milliseconds
+  constexpr int noticed = 40;  // milliseconds
   if (Engine.LockTimeout > noticed) Engine.LockTimeout = noticed;
   Engine.Patient = [this](const std::function<void()>& action) {
     Engine.LockTimeout == 0 ? action() : Work.Retry(action);
