@@ -292,6 +292,7 @@ void AddHoldFigures(const std::string& data) {
       [photos] {
         photos().Show("MainData");
         photos().Child<browse::RecordGrid>("TDBGrid1").setFocus();
+        Look(1000);
         return photos().Hold(
             [photos] { QTest::keyClick(&photos().Child<browse::RecordGrid>("TDBGrid1"), Qt::Key_Down); });
       },

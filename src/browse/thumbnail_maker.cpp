@@ -1,15 +1,26 @@
 #include "browse/thumbnail_maker.h"
 
-#include <QThread>
+#include <sys/resource.h>
+#include <unistd.h>
+
 #include <utility>
 
 #include "catalogue/image_store.h"
 
 namespace veldrin::browse {
 
-ThumbnailMaker::ThumbnailMaker(const catalogue::Paths& paths) : ThePaths(paths) {
-  SparePool.setThreadPriority(QThread::IdlePriority);
+namespace {
+
+// Takes little from whoever else wants to compute. A thread that got nothing at all would keep what it has
+// locked from the window's.
+void BeNice() {
+  constexpr int nice = 10;
+  ::setpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()), nice);
 }
+
+}  // namespace
+
+ThumbnailMaker::ThumbnailMaker(const catalogue::Paths& paths) : ThePaths(paths) {}
 
 ThumbnailMaker::~ThumbnailMaker() {
   SparePool.waitForDone();
@@ -52,7 +63,8 @@ void ThumbnailMaker::Start() {
 }
 
 void ThumbnailMaker::Make(const Wish& wish, QThreadPool& pool) {
-  pool.start([this, wish, round = Round, ratio = PixelRatio] {
+  pool.start([this, wish, isSpare = &pool == &SparePool, round = Round, ratio = PixelRatio] {
+    if (isSpare) BeNice();
     const auto thumbnail = catalogue::CreateThumbnail(ThePaths, wish.PhotoID, wish.ImageType, ratio);
     const auto take = [this, photo = wish.PhotoID, round, thumbnail] { Take(photo, round, thumbnail); };
     QMetaObject::invokeMethod(this, take, Qt::QueuedConnection);
