@@ -64,6 +64,22 @@ TEST_F(ProgressTest, DropsWhatIsMeantForOtherWindowsAndStopsByItsOwn) {
   EXPECT_EQ(Field.text(), "c");
 }
 
+// Or all would wait for it.
+TEST_F(ProgressTest, ABoxThatComesUpMeanwhileCanBeAnswered) {
+  for (const bool windowStands : {false, true}) {
+    Progress progress(Work, "Storing Photos....", 3);
+    if (windowStands) WindowOf(progress);
+    QMessageBox box(QMessageBox::Warning, "Error", "Duplicate", QMessageBox::Ok, &Window);
+    box.open();
+    EXPECT_TRUE(QTest::qWaitForWindowExposed(&box));
+    QTest::keyClick(&Field, Qt::Key_A);
+    QTest::mouseClick(box.button(QMessageBox::Ok), Qt::LeftButton);
+    EXPECT_FALSE(box.isVisible());
+    EXPECT_TRUE(progress.Step(2));
+  }
+  EXPECT_EQ(Field.text(), "");
+}
+
 TEST_F(ProgressTest, ALockIsTriedAgainUntilItIsFreeOrPatienceOrTheUserEndsIt) {
   int tries = 0;
   const auto locked = [&] {

@@ -69,6 +69,25 @@ TEST_F(FileCopies, LeaveTheFormerFileWhereTheDiskIsFull) {
   EXPECT_EQ(Names().join(u' '), "other source");
 }
 
+// Of what is still written to a copy is a part, and nobody else has the rest.
+TEST_F(FileCopies, LeaveWhatAnotherProgramWritesTo) {
+  const auto copy = [this] { return FileCopy(Path("source"), Path("copy")).Source(); };
+  const auto refusal = [&] { return test::ErrorOf([&] { copy(); }); };
+  const base::FileState state = copy();
+  const auto removal = [&] { return test::ErrorOf([&] { RemoveUnchanged(Path("source"), state); }); };
+  QFile writer(Path("source"));
+  ASSERT_TRUE(writer.open(QIODevice::ReadWrite));
+  EXPECT_EQ(refusal(), base::errPathFileAccess);
+  EXPECT_EQ(removal(), base::errPathFileAccess);
+  writer.close();
+  EXPECT_EQ(refusal(), 0);
+  test::WriteFile(Path("source"), "longer");
+  EXPECT_EQ(removal(), base::errPathFileAccess);
+  EXPECT_TRUE(QFile::exists(Path("source")));
+  RemoveUnchanged(Path("source"), copy());
+  EXPECT_FALSE(QFile::exists(Path("source")));
+}
+
 TEST_F(FileCopies, ReplaceWhatHasTheName) {
   ASSERT_TRUE(QFile::link(Path("other"), Path("link to other")));
   ASSERT_TRUE(QFile::link(Path("source"), Path("link to source")));

@@ -5,6 +5,7 @@
 #include <QSet>
 
 #include "base/runtime_error.h"
+#include "catalogue/staging.h"
 #include "folders/folder_keys.h"
 #include "support/small_disk.h"
 #include "support/test_support.h"
@@ -167,6 +168,20 @@ TEST_F(PhotoStoring, AFileThatStandsUnderTheNameIsKeptAside) {
 
 // A trigger, for which the program's own dialect has no words, plays a row that is refused. Another machine
 // may have taken numbers by the time a group is written.
+// As on two machines of which one is a copy of the other.
+TEST_F(PhotoStoring, TwoSavesAtOnceKeepTheirCopiesApart) {
+  AddJpegs(2);
+  auto other = std::make_unique<catalogue::Staging>(Catalogue.Paths());
+  const QString copy = other->PlaceOf(0, "a.jpg");
+  WriteFile(copy, "theirs");
+  EXPECT_EQ(Store(), "1 2");
+  catalogue::SweepStaging(Catalogue.Paths(), Catalogue.Engine());
+  EXPECT_EQ(ReadFile(copy), "theirs");
+  ExpectNothingLost();
+  other.reset();
+  EXPECT_FALSE(QFile::exists(copy));
+}
+
 TEST_F(PhotoStoring, ARefusedRowLeavesTheOthersAloneAndNumbersAreTheNextFreeOnes) {
   const test::HeldCatalogue other(
       Catalogue,

@@ -106,6 +106,17 @@ TEST_F(RecordCommands, APasteThatFailsLeavesEveryPlace) {
   EXPECT_EQ(Catalogue.RowsText("SELECT PhotoID, Left(IDNo, 4) FROM tblPhotoLinks"), "1|0001 2|0001");
 }
 
+// It had gone before the question, and its number was given anew while that stood.
+TEST_F(RecordCommands, ADeleteTakesNoPhotoThatGotTheNumberOfAGoneOne) {
+  AddPhotos(2);
+  Catalogue.Execute({"DELETE FROM tblPhotos WHERE PhotoID = 2"});
+  std::vector<catalogue::ChosenPhoto> chosen{{1, {}}, {2, {}}};
+  const auto database = Catalogue.Engine().OpenDatabase(Catalogue.Paths().WorkFile);
+  NoteLooks(*database, chosen);
+  Catalogue.AddPhoto(2, {}, {});
+  EXPECT_EQ(CheckChosen(*database, chosen).Changed, std::vector<int>{2});
+}
+
 TEST_F(RecordCommands, APasteFilesNoPhotoThatGotTheNumberOfAChosenOne) {
   Catalogue.AddFolder("0002", "B");
   AddPhotos(3);
