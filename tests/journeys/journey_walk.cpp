@@ -5,7 +5,6 @@
 #include <QBuffer>
 #include <QMenu>
 #include <QStandardPaths>
-#include <QThreadPool>
 #include <QToolButton>
 #include <QWindow>
 #include <algorithm>
@@ -276,10 +275,6 @@ void Walk::Settle() {
   // As a desktop does when a dialog has gone.
   if (!Window->isActiveWindow()) Window->activateWindow();
   QCoreApplication::processEvents();
-  if (After.Tab == shell::PlayTab || Before.Tab == shell::PlayTab) {
-    QThreadPool::globalInstance()->waitForDone();
-    QCoreApplication::processEvents();
-  }
   const auto& page = Child<browse::ThumbnailPage>(*Window, "ThumbPannel");
   while (!page.IsComplete()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   WaitForPictures();
