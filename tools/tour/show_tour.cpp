@@ -8,6 +8,7 @@
 
 #include "controls/directory_chooser.h"
 #include "controls/file_list.h"
+#include "tour/tour.h"
 
 namespace {
 
@@ -30,6 +31,7 @@ class ShowPictures {
   void OnTheWholeScreen() {
     OnDialog([this] { Choose("tbarShow(15)"); },
              [this](QWidget& screen) {
+               veldrin::tour::Tour::WaitForPictures();
                Save(screen.grab(), "07-full-screen");
                const QPoint edge(screen.width() / 2, screen.height() - 1);
                QMouseEvent move(QEvent::MouseMove, edge, screen.mapToGlobal(edge), Qt::NoButton, Qt::NoButton,
@@ -61,6 +63,7 @@ class ShowPictures {
   void Choose(const char* name) { Window.findChild<QAction*>(QLatin1String(name))->trigger(); }
   void SaveWindow(const char* name) {
     QApplication::processEvents();
+    veldrin::tour::Tour::WaitForPictures();
     Save(Window.grab(), name);
   }
   static void OnDialog(const std::function<void()>& open, const std::function<void(QWidget&)>& action) {

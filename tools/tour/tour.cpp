@@ -10,7 +10,9 @@
 #include <QTimer>
 #include <iostream>
 
+#include "browse/thumbnail_page.h"
 #include "catalogue/image_store.h"
+#include "controls/picture_loader.h"
 #include "shell/configuration.h"
 #include "shell/splash.h"
 
@@ -41,8 +43,22 @@ void Tour::Save(const QPixmap& picture, const char* name) {
   std::cout << file.toStdString() << std::endl;
 }
 
+void Tour::WaitForPictures() {
+  const auto areThere = [] {
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+      for (const auto* loader : window->findChildren<controls::PictureLoader*>())
+        if (!loader->IsIdle()) return false;
+      for (const auto* page : window->findChildren<browse::ThumbnailPage*>())
+        if (!page->IsComplete()) return false;
+    }
+    return true;
+  };
+  if (!QTest::qWaitFor(areThere, 20'000)) throw std::runtime_error("pictures don't come");
+}
+
 void Tour::Save(const char* name) {
   QCoreApplication::processEvents();
+  WaitForPictures();
   Save(TheWindow->grab(), name);
 }
 

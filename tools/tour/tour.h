@@ -31,6 +31,8 @@ class Tour {
   /// A picture of the window as it is.
   void Save(const char* name);
   void Save(const QPixmap& picture, const char* name);
+  /// Until every view has decoded what it is to show.
+  static void WaitForPictures();
   const catalogue::Paths& Paths() const { return ThePaths; }
   engine::DBEngine& Engine() { return TheEngine; }
   /// A picture of the modal window that the action opens; closes it.
