@@ -31,20 +31,23 @@ QString ThumbFileName(const Paths& paths, int photoId) {
   return paths.ThumbDir + QString::number(photoId) + QStringLiteral("t.bmp");
 }
 
+// While the image is read the photo may be deleted, or changed by another program; its number may be given to
+// another one. What was read of it then stands nowhere.
 pictures::Picture CreateThumbnail(const Paths& paths, int photoId, const QString& imageType,
                                   double pixelRatio) {
-  pictures::Picture thumbnail;
-  base::EndSilently([&] {
-    const QString file = ImageFileName(paths, photoId, imageType);
-    const auto identity = base::IdentityOf(file);
-    const QDateTime date = QFileInfo(file).lastModified();
-    thumbnail = pictures::LoadFittedPicture(file, ThumbnailBox, pixelRatio);
-    pictures::SavePicture(thumbnail.Image(), ThumbFileName(paths, photoId));
-    // Meanwhile the photo may have been deleted, or changed by another program; its number may be another's.
-    if (base::IdentityOf(file) != identity || QFileInfo(file).lastModified() != date)
-      QFile::remove(ThumbFileName(paths, photoId));
-  });
-  return thumbnail;
+  constexpr int most = 3;
+  const QString file = ImageFileName(paths, photoId, imageType);
+  for (int attempt = 1; attempt <= most; ++attempt) {
+    const auto state = base::StateOf(file);
+    pictures::Picture thumbnail;
+    base::EndSilently([&] { thumbnail = pictures::LoadFittedPicture(file, ThumbnailBox, pixelRatio); });
+    if (base::StateOf(file) != state) continue;
+    if (thumbnail.IsEmpty()) return {};
+    base::EndSilently([&] { pictures::SavePicture(thumbnail.Image(), ThumbFileName(paths, photoId)); });
+    if (base::StateOf(file) == state) return thumbnail;
+    QFile::remove(ThumbFileName(paths, photoId));
+  }
+  return {};
 }
 
 QDateTime GetFileDate(const QString& path) {
