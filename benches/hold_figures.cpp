@@ -248,7 +248,8 @@ void AddLockedFigures(const std::function<HoldBench&()>& bench) {
     tree.Select(other);
     Q_EMIT tree.NodeClick(other);
   });
-  add("hold_locked_page", [](HoldBench& on) { on.Press(Qt::Key_PageDown); });
+  add("hold_locked_page",
+      [](HoldBench& on) { on.Press(on.List().AbsolutePosition() == 0 ? Qt::Key_PageDown : Qt::Key_Home); });
   add("hold_locked_delete", [](HoldBench& on) {
     AnswerYes();
     on.Child<QAction>("RecordDel").trigger();
@@ -346,10 +347,14 @@ void AddHoldFigures(const std::string& data) {
              [photos] {
                photos().Show("MainImage");
                Look(1000);
-               return Milliseconds([&] {
+               photos().Press(Qt::Key_Home);
+               Look(1000);
+               const double time = Milliseconds([&] {
                  photos().Press(Qt::Key_PageDown);
                  QCoreApplication::processEvents();
                });
+               if (photos().List().AbsolutePosition() == 0) throw std::runtime_error("the page stood");
+               return time;
              },
              [photos] {
                return Milliseconds([&] {
@@ -362,10 +367,13 @@ void AddHoldFigures(const std::string& data) {
              [photos] {
                photos().Show("MainForm");
                Look(1000);
-               return Milliseconds([&] {
+               const int before = photos().List().AbsolutePosition();
+               const double time = Milliseconds([&] {
                  photos().Child<QAbstractButton>("Next").click();
                  QCoreApplication::processEvents();
                });
+               if (photos().List().AbsolutePosition() == before) throw std::runtime_error("the form stood");
+               return time;
              },
              [data] { return DecodeForForm(MakeLargePictures(data, Motifs).front()); }, 11});
 }
