@@ -5,6 +5,7 @@
 #include <QFutureWatcher>
 #include <QKeyEvent>
 #include <QScopedValueRollback>
+#include <QSemaphore>
 #include <QTimer>
 #include <QWidget>
 #include <QWindow>
@@ -108,15 +109,19 @@ void Progress::Await(const QFuture<void>& future, const std::function<int()>& do
 }
 
 void Progress::Run(const std::function<void()>& work, const std::function<int()>& done) {
+  constexpr int brief = 10;  // milliseconds, for which windows needn't be kept alive
   std::exception_ptr error;
-  Await(QtConcurrent::run([&] {
-          try {
-            work();
-          } catch (...) {
-            error = std::current_exception();
-          }
-        }),
-        done);
+  QSemaphore ended;
+  const QFuture<void> future = QtConcurrent::run([&] {
+    try {
+      work();
+    } catch (...) {
+      error = std::current_exception();
+    }
+    ended.release();
+  });
+  if (!ended.tryAcquire(1, brief)) Await(future, done);
+  QFuture<void>(future).waitForFinished();
   if (error) std::rethrow_exception(error);
 }
 
