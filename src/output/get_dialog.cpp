@@ -95,17 +95,14 @@ void frmGet::NoteFailure(const QStringList& names, const QString& reason) {
   while (++index < names.size()) TheReport->Failures.push_back({names[index], QStringLiteral("not tried")});
 }
 
-QStringList frmGet::NamesToCopy() {
-  QStringList names;
-  for (int i = 0; i < TheList->count(); ++i) names << TheList->item(i)->text();
-  if (!StillTheSame) return names;
+void frmGet::LeaveOutChanged(QStringList& names) {
+  if (!StillTheSame) return;
   const QSet<QString> same = StillTheSame();
   names.removeIf([&](const QString& name) {
     if (same.contains(name)) return false;
     TheReport->Failures.push_back({name, QStringLiteral("changed by another machine")});
     return true;
   });
-  return names;
 }
 
 void frmGet::CopyAll(const QStringList& names, const QString& directory) {
@@ -131,8 +128,9 @@ void frmGet::OkBttn_Click() {
   TheReport = base::WorkReport{
       QStringLiteral("photos"), QStringLiteral("copied to %1").arg(Chooser->Path()), 0, {}, false};
   QStringList names;
+  for (int i = 0; i < TheList->count(); ++i) names << TheList->item(i)->text();
   try {
-    names = NamesToCopy();
+    LeaveOutChanged(names);
     CopyAll(names, Chooser->Path());
   } catch (const base::RuntimeError& error) {
     NoteFailure(names, ReasonOf(error));

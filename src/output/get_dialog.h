@@ -50,8 +50,8 @@ class frmGet : public QDialog {
   void CopyTo(const QString& target, const QString& name) const;
   /// Until one fails or the user stops it. Raises the failure.
   void CopyAll(const QStringList& names, const QString& directory);
-  /// The names of the list, without those of photos that have changed: they are told.
-  QStringList NamesToCopy();
+  /// Takes away the names of photos that have changed, and tells them.
+  void LeaveOutChanged(QStringList& names);
   /// The files behind the one that failed aren't tried.
   void NoteFailure(const QStringList& names, const QString& reason);
   void CancelBttn_Click() { reject(); }
