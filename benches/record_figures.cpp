@@ -162,14 +162,14 @@ double DeleteBySqlite(const QString& program) {
   const double time = Milliseconds([&] {
     auto links = file.Prepare("DELETE FROM tblPhotoLinks WHERE PhotoID = ?");
     auto photos = file.Prepare("DELETE FROM tblPhotos WHERE PhotoID = ?");
-    // Flushed in groups as large as the program's.
+    constexpr int group = 128;  // flushed in groups as large as the program's
     for (int id = 1; id <= DeletedPhotos; ++id) {
-      if (id % 64 == 1) file.Run("BEGIN IMMEDIATE");
+      if (id % group == 1) file.Run("BEGIN IMMEDIATE");
       links.Bind(1, id);
       links.Run();
       photos.Bind(1, id);
       photos.Run();
-      if (id % 64 == 0 || id == DeletedPhotos) file.Run("COMMIT");
+      if (id % group == 0 || id == DeletedPhotos) file.Run("COMMIT");
       for (const QString& name : {catalogue::ThumbFileName(opened.Paths(), id),
                                   catalogue::ImageFileName(opened.Paths(), id, QStringLiteral("jpg"))}) {
         std::filesystem::remove(name.toStdString());

@@ -32,6 +32,7 @@ enum ErrorNumber : int {
   errWorkgroupFileMissing = 3028,
   errNotAValidAccount = 3029,
   errBadPath = 3044,
+  errCanceled = 3059,
   errTooFewParameters = 3061,
   errSyntax = 3075,
   errNoSuchTable = 3078,

@@ -45,9 +45,9 @@ struct FileStamp {
 };
 
 std::optional<FileStamp> StampOf(const QString& path) {
-  const auto identity = base::IdentityOf(path);
-  if (!identity) return {};
-  return FileStamp{identity->Number, QFileInfo(path).size()};
+  const auto state = base::StateOf(path);
+  if (!state) return {};
+  return FileStamp{state->Is.Number, state->Size};
 }
 
 [[noreturn]] void RaiseFor(const QFile& file) {

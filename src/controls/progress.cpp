@@ -31,7 +31,58 @@ void RunEvents(int milliseconds) {
   loop.exec();
 }
 
+// Work in another thread.
+class Errand {
+ public:
+  Errand(QThreadPool& pool, const std::function<void()>& work) {
+    TheFuture = QtConcurrent::run(&pool, [this, work] {
+      try {
+        work();
+      } catch (...) {
+        Error = std::current_exception();
+      }
+      Ended.release();
+    });
+  }
+
+  ~Errand() { TheFuture.waitForFinished(); }
+  Errand(const Errand&) = delete;
+  Errand& operator=(const Errand&) = delete;
+
+  /// Waits as long as windows needn't be kept alive. False when the work takes longer.
+  bool IsBrief() {
+    constexpr int brief = 10;  // milliseconds
+    return Ended.tryAcquire(1, brief);
+  }
+  const QFuture<void>& Future() const { return TheFuture; }
+  /// Waits, and raises what the work raised.
+  void End() {
+    TheFuture.waitForFinished();
+    if (Error) std::rethrow_exception(Error);
+  }
+
+ private:
+  std::exception_ptr Error;
+  QSemaphore Ended;
+  QFuture<void> TheFuture;
+};
+
 }  // namespace
+
+void LongWork::RunBeside(const std::function<void()>& work, const std::function<void()>& stop) {
+  Errand errand(Pool, work);
+  if (!errand.IsBrief()) {
+    std::unique_ptr<Progress> own;
+    if (Current == nullptr)
+      own = std::make_unique<Progress>(*this, QStringLiteral("Looking through the catalogue...."), 0);
+    Progress& progress = *Current;
+    const bool wasStopped = progress.IsStopped();
+    progress.Await(errand.Future(), [&] {
+      if (progress.IsStopped() && !wasStopped) stop();
+    });
+  }
+  errand.End();
+}
 
 void LongWork::Retry(const std::function<void()>& action) {
   if (Waiting) return action();
@@ -96,7 +147,7 @@ void Progress::Paint() {
   Painted.start();
 }
 
-void Progress::Await(const QFuture<void>& future, const std::function<int()>& done) {
+void Progress::Await(const QFuture<void>& future, const std::function<void()>& meanwhile) {
   while (!future.isFinished()) {
     QEventLoop loop;
     QFutureWatcher<void> watcher;
@@ -104,25 +155,19 @@ void Progress::Await(const QFuture<void>& future, const std::function<int()>& do
     watcher.setFuture(future);
     QTimer::singleShot(static_cast<int>(Frame), &loop, [&loop] { loop.quit(); });
     loop.exec();
-    if (done) Step(done());
+    if (meanwhile) meanwhile();
+    if (Painted.hasExpired(Frame)) Paint();
   }
 }
 
 void Progress::Run(const std::function<void()>& work, const std::function<int()>& done) {
-  constexpr int brief = 10;  // milliseconds, for which windows needn't be kept alive
-  std::exception_ptr error;
-  QSemaphore ended;
-  const QFuture<void> future = QtConcurrent::run([&] {
-    try {
-      work();
-    } catch (...) {
-      error = std::current_exception();
-    }
-    ended.release();
-  });
-  if (!ended.tryAcquire(1, brief)) Await(future, done);
-  QFuture<void>(future).waitForFinished();
-  if (error) std::rethrow_exception(error);
+  Errand errand(Work.Pool, work);
+  if (!errand.IsBrief()) {
+    Await(errand.Future(), [&] {
+      if (done) Step(done());
+    });
+  }
+  errand.End();
 }
 
 // A box that comes up meanwhile is to be answered, or all would wait for it.

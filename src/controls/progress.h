@@ -4,6 +4,7 @@
 
 #include <QElapsedTimer>
 #include <QFuture>
+#include <QThreadPool>
 #include <atomic>
 #include <functional>
 #include <memory>
@@ -29,6 +30,10 @@ class LongWork {
   /// once.
   void Retry(const std::function<void()>& action);
 
+  /// Runs the work in another thread, while windows live on, and raises what it raises. What is brief is
+  /// awaited at once; `stop` is called, several times, where the user stops the work.
+  void RunBeside(const std::function<void()>& work, const std::function<void()>& stop);
+
   /// How long another machine is waited for, in milliseconds.
   int Patience = 30'000;
 
@@ -38,6 +43,7 @@ class LongWork {
   QWidget& Window;
   Progress* Current = nullptr;
   bool Waiting = false;
+  QThreadPool Pool;  ///< of its own: nothing waits there for the decoding of pictures
 };
 
 /// From its making to its end what the user does elsewhere counts for nothing. After half a second a window
@@ -55,11 +61,12 @@ class Progress {
   bool Step(int done);
   /// The same with the bar's value, from 0 to 100, and the text above it.
   bool Show(float value, const QString& caption);
-  /// Windows live on until work in other threads has ended. It isn't ended by a stop. `done` tells how much
-  /// of the total that is so far.
-  void Await(const QFuture<void>& future, const std::function<int()>& done = {});
+  /// Windows live on until work in other threads has ended. It isn't ended by a stop. `meanwhile` is called
+  /// now and then.
+  void Await(const QFuture<void>& future, const std::function<void()>& meanwhile = {});
 
-  /// Runs the work in another thread, while windows live on, and raises what it raises.
+  /// Runs the work in another thread, while windows live on, and raises what it raises. `done` tells how much
+  /// of the total that is so far.
   void Run(const std::function<void()>& work, const std::function<int()>& done = {});
 
   /// Also for other threads.

@@ -1,5 +1,6 @@
 #include "engine/opened_catalogue.h"
 
+#include <QScopedValueRollback>
 #include <algorithm>
 #include <array>
 
@@ -43,6 +44,42 @@ QString TableOf(const QString& head) {
   return shown && tokens.back().Kind != SqlToken::Symbol ? table : QString();
 }
 
+// Keys that follow each other without a gap are counted in the table's key index in one go; the others are
+// looked up together.
+std::vector<int> KeysWithRow(Session& session, const KeySource& source, std::vector<int> keys) {
+  constexpr std::ptrdiff_t longRun = 32;
+  const QString count =
+      QStringLiteral("SELECT count(*) FROM %1 WHERE %2 BETWEEN ? AND ?").arg(source.Table, source.Key);
+  std::vector<int> kept;
+  std::vector<int> doubtful;
+  kept.reserve(keys.size());
+  for (auto first = keys.begin(); first != keys.end();) {
+    auto last = first + 1;
+    while (last != keys.end() && *last == *(last - 1) + 1) ++last;
+    const bool counted =
+        last - first >= longRun &&
+        session.Keys(count, std::array<Value, 2>{*first, *(last - 1)}).front() == last - first;
+    (counted ? kept : doubtful).insert((counted ? kept : doubtful).end(), first, last);
+    first = last;
+  }
+  if (doubtful.empty()) return kept;
+  const QString look = QStringLiteral("SELECT %1 FROM %2 WHERE ").arg(source.Key, source.Table) +
+                       session.Sql().IsOneOf(source.Key);
+  const std::vector<int> found = session.Keys(look, std::array<Value, 1>{session.Sql().ListOf(doubtful)});
+  kept.insert(kept.end(), found.begin(), found.end());
+  std::sort(kept.begin(), kept.end());
+  return kept;
+}
+
+KeyList ReadAnew(Session& session, const KeySource& source) {
+  std::vector<int> keys = session.Keys(source.KeySql);
+  if (!std::is_sorted(keys.begin(), keys.end())) std::sort(keys.begin(), keys.end());
+  keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
+  if (source.MayLackRows) keys = KeysWithRow(session, source, std::move(keys));
+  keys.shrink_to_fit();
+  return std::make_shared<const std::vector<int>>(std::move(keys));
+}
+
 }  // namespace
 
 OpenedCatalogue::OpenedCatalogue(const QString& file, int lockTimeout)
@@ -65,6 +102,7 @@ void OpenedCatalogue::MakeCurrent(int lockTimeout) {
     for (const TableDef& table : Links) fresh->Link(table);
     for (const QueryDef& query : Queries) TellOf(*fresh, query);
     Current = std::move(fresh);
+    Reader.reset();
     Kept = {};
   }
   Current->SetLockTimeout(lockTimeout);
@@ -136,57 +174,31 @@ bool OpenedCatalogue::IsLinked(const QString& table) const {
   });
 }
 
+// The version is one of the linked tables; short lists of the machine's own need none. It is taken before the
+// keys are read: keys that are newer are read again.
 KeyList OpenedCatalogue::ReadKeys(const KeySource& source) {
   KeyList keys;
-  Current->ReadTogether([&] { keys = FindKeys(source); });
-  return keys;
-}
-
-// The version is one of the linked tables; short lists of the machine's own need none.
-KeyList OpenedCatalogue::FindKeys(const KeySource& source) {
-  if (!source.MayBeKept || !IsLinked(source.Table)) return ReadAnew(source);
-  const std::optional<quint64> version = Current->Version();
-  if (!version) return ReadAnew(source);
-  if (KeyList kept = Kept.Find(source.KeySql, *version)) return kept;
-  KeyList keys = ReadAnew(source);
-  Kept.Keep(source.KeySql, *version, keys);
-  return keys;
-}
-
-KeyList OpenedCatalogue::ReadAnew(const KeySource& source) const {
-  std::vector<int> keys = Current->Keys(source.KeySql);
-  if (!std::is_sorted(keys.begin(), keys.end())) std::sort(keys.begin(), keys.end());
-  keys.erase(std::unique(keys.begin(), keys.end()), keys.end());
-  if (source.MayLackRows) keys = KeysWithRow(source, std::move(keys));
-  keys.shrink_to_fit();
-  return std::make_shared<const std::vector<int>>(std::move(keys));
-}
-
-// Keys that follow each other without a gap are counted in the table's key index in one go; the others are
-// looked up together.
-std::vector<int> OpenedCatalogue::KeysWithRow(const KeySource& source, std::vector<int> keys) const {
-  constexpr std::ptrdiff_t longRun = 32;
-  const QString count =
-      QStringLiteral("SELECT count(*) FROM %1 WHERE %2 BETWEEN ? AND ?").arg(source.Table, source.Key);
-  std::vector<int> kept;
-  std::vector<int> doubtful;
-  kept.reserve(keys.size());
-  for (auto first = keys.begin(); first != keys.end();) {
-    auto last = first + 1;
-    while (last != keys.end() && *last == *(last - 1) + 1) ++last;
-    const bool counted =
-        last - first >= longRun &&
-        Current->Keys(count, std::array<Value, 2>{*first, *(last - 1)}).front() == last - first;
-    (counted ? kept : doubtful).insert((counted ? kept : doubtful).end(), first, last);
-    first = last;
+  const auto version = source.MayBeKept && IsLinked(source.Table) ? Current->Version() : std::nullopt;
+  if (!version) {
+    Current->ReadTogether([&] { keys = ReadAnew(*Current, source); });
+    return keys;
   }
-  if (doubtful.empty()) return kept;
-  const QString look = QStringLiteral("SELECT %1 FROM %2 WHERE ").arg(source.Key, source.Table) +
-                       Current->Sql().IsOneOf(source.Key);
-  const std::vector<int> found = Current->Keys(look, std::array<Value, 1>{Current->Sql().ListOf(doubtful)});
-  kept.insert(kept.end(), found.begin(), found.end());
-  std::sort(kept.begin(), kept.end());
-  return kept;
+  if (KeyList kept = Kept.Find(source.KeySql, *version)) return kept;
+  const auto before = Current;
+  ReadBeside([&](Session& session) { keys = ReadAnew(session, source); });
+  if (Current == before) Kept.Keep(source.KeySql, *version, keys);
+  return keys;
+}
+
+// What comes up meanwhile in the caller's thread is read there.
+void OpenedCatalogue::ReadBeside(const std::function<void(Session&)>& read) {
+  const bool aside = Beside && !IsReading && Current->Version();
+  if (aside && !Reader) Reader = Current->Another();
+  const auto session = aside && Reader ? Reader : Current;
+  const auto together = [&] { session->ReadTogether([&] { read(*session); }); };
+  if (session == Current) return together();
+  const QScopedValueRollback<bool> reading(IsReading, true);
+  Beside(together, [&] { session->Interrupt(); });
 }
 
 }  // namespace veldrin::engine

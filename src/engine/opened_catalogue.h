@@ -43,19 +43,23 @@ class OpenedCatalogue {
   /// The keys of a source, in ascending order, each once.
   KeyList ReadKeys(const KeySource& source);
 
+  /// Runs a read that may take long: beside the caller's thread, with a session of its own, where that can be
+  /// done. It is of the linked tables alone.
+  void ReadBeside(const std::function<void(Session&)>& read);
+
   Patience Patient;
+  Aside Beside;
 
  private:
   bool IsLinked(const QString& table) const;
   const QueryDef* FindQuery(const QString& name) const;
   std::optional<QString> MatchOfLinks(const QueryDef& query) const;
   KeySource LinkedKeys(const QueryDef& query, const QString& condition) const;
-  KeyList FindKeys(const KeySource& source);
-  KeyList ReadAnew(const KeySource& source) const;
-  std::vector<int> KeysWithRow(const KeySource& source, std::vector<int> keys) const;
 
   QString TheFile;
   std::shared_ptr<Session> Current;
+  std::shared_ptr<Session> Reader;  ///< for the other thread; opened when it is needed first
+  bool IsReading = false;           ///< the other thread
   std::vector<TableDef> Links;
   std::vector<QueryDef> Queries;
   KeyCache Kept;

@@ -31,6 +31,10 @@ struct RowSet {
 /// Runs an action, and again while another machine's lock refuses it (3260), as long as it has patience.
 using Patience = std::function<void(const std::function<void()>&)>;
 
+/// Runs an action in another thread and returns when it has ended, raising what it raises; the other one is
+/// to be called to stop it.
+using Aside = std::function<void(const std::function<void()>&, const std::function<void()>&)>;
+
 /// What a group of writes touches.
 enum class Writes {
   Catalogue,      ///< the permanent tables: others who write wait until the group ends
@@ -80,6 +84,11 @@ class Session {
   /// A number that changes with every change of the linked tables, whoever makes it. Nothing within a group
   /// of writes, whose changes nobody has counted yet.
   virtual std::optional<quint64> Version() = 0;
+  /// Another connection to the same files, for reads in one other thread. It has the tables and no views.
+  /// Null where the files aren't those any more.
+  virtual std::unique_ptr<Session> Another() const = 0;
+  /// Ends the statement that runs, which raises 3059. For any thread.
+  virtual void Interrupt() = 0;
   /// How many milliseconds a statement waits for another machine before it raises 3260.
   virtual void SetLockTimeout(int milliseconds) = 0;
 };

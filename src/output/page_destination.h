@@ -1,6 +1,7 @@
 // Where pages go: which photos stand on them, what is copied for them, and what their links say.
 #pragma once
 
+#include <deque>
 #include <vector>
 
 #include "catalogue/paths.h"
@@ -47,9 +48,13 @@ class PageDestination {
   virtual int NumberAt(int index) const = 0;
   /// The next photo, `index` from 0 on, with its files in place. Raises what keeps it from that.
   virtual PhotoEntry Take(int index) = 0;
+  /// To be called at the end: files of photos that weren't taken go.
+  virtual void RemoveAhead() {}
 
  protected:
-  void NeedThumbnail(const PhotoRow& photo) const;
+  bool NeedsThumbnail(const PhotoRow& photo) const;
+  /// In any thread.
+  void MakeThumbnail(const PhotoRow& photo) const;
 
   const catalogue::Paths& ThePaths;
   ProgressForm& Form;
@@ -73,13 +78,21 @@ class WebDestination : public PageDestination {
   QStringList Head() const override;
   int NumberAt(int index) const override { return Data1.SelBookmarks[index]; }
   PhotoEntry Take(int index) override;
+  void RemoveAhead() override;
 
  private:
+  void CopyAhead(int index);
+  void CopyFiles(const PhotoEntry& entry) const;
+  QString CopyOf(const PhotoEntry& entry) const;
+  QString ThumbnailOf(const PhotoEntry& entry) const;
+  PhotoEntry EntryAt(int index);
+
   const catalogue::RecordList& Data1;
   PhotoReader Reader;
   int TheCount;
   QString WebDir;
   QString Title;
+  std::deque<PhotoEntry> Copied;
 };
 
 /// All photos of the list, with links to the catalogue's own files.

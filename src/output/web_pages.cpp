@@ -48,6 +48,7 @@ class PageRun {
         EndAt(begin, ReasonOf(error));
       }
     }
+    Destination.RemoveAhead();
   }
 
  private:

@@ -24,9 +24,21 @@ using base::ResumeNext;
 namespace {
 
 // Photos whose rows are written in one transaction.
-constexpr size_t GroupLength = 64;
+constexpr size_t GroupLength = 128;
 
-// Which may be there already.
+// The photos' rows, their links and the notes of their hand-over, by which later photos of their numbers
+// would be taken for changed.
+void DeleteRows(engine::Database& database, const std::vector<int>& photos) {
+  if (photos.empty()) return;
+  QStringList numbers;
+  for (const int photo : photos) numbers << QString::number(photo);
+  for (const char* table : {"tblPhotoLinks", "tblPhotos", "CheckPhotos"}) {
+    database.Execute(QStringLiteral("DELETE FROM %1 WHERE PhotoID IN (%2)")
+                         .arg(QLatin1String(table), numbers.join(QLatin1Char(','))));
+  }
+}
+
+// Which may be gone already.
 bool RemoveFile(const QString& file) { return QFile::remove(file) || !QFileInfo::exists(file); }
 
 }  // namespace
@@ -120,12 +132,12 @@ bool DeletePhotos::DeleteGroup(engine::Database& database, Group group, catalogu
   for (const auto& photo : checked.Same)
     unfinished.push_back({StoredName(photo), ThePaths.ImageDir + StoredName(photo)});
   const bool noted = staging != nullptr && ResumeNext([&] { staging->NoteUnfinished(unfinished); });
-  for (const auto& photo : checked.Same) DeletePhoto(database, photo.PhotoID);
+  std::vector<int> deleted;
+  for (const auto& photo : checked.Same) deleted.push_back(photo.PhotoID);
+  DeleteRows(database, deleted);
   transaction.Commit();
   Others.insert(Others.end(), checked.Changed.begin(), checked.Changed.end());
   Report.Done += static_cast<int>(checked.Same.size());
-  std::vector<int> deleted;
-  for (const auto& photo : checked.Same) deleted.push_back(photo.PhotoID);
   Q_EMIT Deleted(deleted);
   if (!RemoveFiles(database, checked.Same, noted) && staging != nullptr) staging->Keep();
   return true;
@@ -172,13 +184,6 @@ bool DeletePhotos::RemoveGroup(engine::Database& database, Group group) {
   const std::vector<int> others = checked.Others();
   Others.insert(Others.end(), others.begin(), others.end());
   return true;
-}
-
-void DeletePhoto(engine::Database& database, int photoId) {
-  for (const char* table : {"tblPhotoLinks", "tblPhotos", "CheckPhotos"}) {
-    database.Execute(
-        QStringLiteral("DELETE FROM %1 WHERE PhotoID = %2").arg(QLatin1String(table)).arg(photoId));
-  }
 }
 
 void RemovePhotoLink(engine::Database& database, const controls::Node& folder, int photoId) {

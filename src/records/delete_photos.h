@@ -75,10 +75,6 @@ class DeletePhotos : public QObject {
   std::vector<int> Others;  ///< photos that another machine has changed
 };
 
-/// Deletes a photo's row, its links and the note of its hand-over, by which a later photo of its number would
-/// be taken for changed. To be run in a transaction; its files go when that is stored.
-void DeletePhoto(engine::Database& database, int photoId);
-
 /// Takes a photo's links at `folder`, which must not be the root, and below it away. A photo that nothing
 /// else holds below the folder's parent is linked to the parent itself: some folder always leads to a photo.
 /// To be run in a transaction. Raises the errors of the data engine.

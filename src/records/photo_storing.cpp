@@ -102,7 +102,7 @@ QFuture<void> BatchWriter::ReadFiles(Group group) {
 
 void BatchWriter::Await(const QFuture<void>& files) {
   if (Bar == nullptr) return QFuture<void>(files).waitForFinished();
-  Bar->Await(files, [this] { return Read.load(); });
+  Bar->Await(files, [this] { Bar->Step(Read.load()); });
 }
 
 // While one group's rows are written the next one's files are copied.

@@ -81,10 +81,12 @@ void frmMain::BePatient() {
   Engine.Patient = [this](const std::function<void()>& action) {
     Engine.LockTimeout == 0 ? action() : Work.Retry(action);
   };
+  Engine.Beside = [this](const auto& work, const auto& stop) { Work.RunBeside(work, stop); };
 }
 
 frmMain::~frmMain() {
   Engine.Patient = {};
+  Engine.Beside = {};
   // The views go before the list that they show, which is a member and would go first.
   Output.reset();
   TheFolderCommands.reset();

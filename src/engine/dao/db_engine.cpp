@@ -52,6 +52,7 @@ std::unique_ptr<Database> DBEngine::OpenDatabase(const QString& name) {
     Opened = std::make_shared<OpenedCatalogue>(name, LockTimeout);
   }
   Opened->Patient = Patient;
+  Opened->Beside = Beside;
   return std::make_unique<Database>(Opened);
 }
 

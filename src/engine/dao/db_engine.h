@@ -28,6 +28,10 @@ class DBEngine {
   /// list is read, never for the rows that a window shows. None tries once.
   Patience Patient;
 
+  /// Runs a long read in another thread and returns when it has ended; `stop` ends it early, with 3059. None
+  /// reads in the caller's own.
+  Aside Beside;
+
   /// Opens an existing file, shared and read-write. All who open the same file share one session, which stays
   /// open: to open a file and its links costs more than most commands do. Raises 3028 or 3029 when the
   /// workgroup file is missing or refuses the default account, 3024, 3044 or 3343 when the file is missing or

@@ -70,7 +70,7 @@ int Dynaset::FindPosition(const QString& criteria, int from) const {
     for (size_t i = 0; i < found.size() && position < 0; ++i) position = PositionOf(found[i]);
     return position >= 0;
   };
-  TheSession().ReadTogether([&] {
+  Catalogue->ReadBeside([&](Session& session) {
     int atOnce = shortRun;
     for (int first = std::min(from, count); first < count;) {
       int last = first + 1;
@@ -78,13 +78,13 @@ int Dynaset::FindPosition(const QString& criteria, int from) const {
       if (last - first < shortRun) {
         last = std::min(first + atOnce, count);
         const QString list = dialect.ListOf(std::span(keys.data() + first, last - first));
-        if (place(TheSession().Keys(among, std::array<Value, 1>{list}))) return;
+        if (place(session.Keys(among, std::array<Value, 1>{list}))) return;
         atOnce = std::min(2 * atOnce, mostAtOnce);
         first = last;
         continue;
       }
       const std::vector<int> found =
-          TheSession().Keys(between, std::array<Value, 2>{keys[first], keys[last - 1]});
+          session.Keys(between, std::array<Value, 2>{keys[first], keys[last - 1]});
       if (place(found)) return;
       first = found.empty()
                   ? last

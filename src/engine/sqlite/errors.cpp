@@ -14,6 +14,8 @@ int NumberOf(const SQLite::Exception& error) {
     case SQLITE_BUSY:
     case SQLITE_LOCKED:
       return base::errLocked;
+    case SQLITE_INTERRUPT:
+      return base::errCanceled;
     case SQLITE_READONLY:
       return base::errReadOnly;
     case SQLITE_FULL:
@@ -42,6 +44,8 @@ base::RuntimeError FromSqlite(const SQLite::Exception& error) {
                        "program that opens the catalogue for writing, from a machine where its locks hold.")};
   if (NumberOf(error) == base::errLocked)
     return {base::errLocked, QStringLiteral("Another machine is using the catalogue.")};
+  if (NumberOf(error) == base::errCanceled)
+    return {base::errCanceled, QStringLiteral("Operation canceled by user.")};
   return {NumberOf(error), QString::fromUtf8(error.what())};
 }
 

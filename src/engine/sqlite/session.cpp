@@ -9,6 +9,7 @@
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QUrl>
+#include <algorithm>
 #include <array>
 #include <cerrno>
 
@@ -99,19 +100,47 @@ std::unique_ptr<Session> OpenSession(const QString& file, int lockTimeout) {
 
 QStringList FilesBeside(const QString& file) { return {file + QStringLiteral("-journal")}; }
 
-SqliteSession::SqliteSession(const QString& file, int lockTimeout)
-    : Db(OpenFile(file)), Statements(KeptStatements) {
+SqliteSession::SqliteSession(const QString& file, int lockTimeout, Unchecked)
+    : Db(OpenFile(file)), LockTimeout(lockTimeout), Statements(KeptStatements) {
   Files.insert(file, {"main", base::IdentityOf(file)});
   WithSqliteErrors([&] {
     Db.setBusyTimeout(lockTimeout);
     GuardConnection(Db.getHandle());
+    AddFunctions(Db.getHandle());
+    Db.exec("PRAGMA temp_store=MEMORY");
+  });
+}
+
+SqliteSession::SqliteSession(const QString& file, int lockTimeout)
+    : SqliteSession(file, lockTimeout, Unchecked()) {
+  WithSqliteErrors([&] {
     CheckFormat("main", file);
     RequireTablesAlone(Db, "main", file);
     // The opened file itself is the working copy, which is made anew at each start: it needs no durability.
-    Db.exec("PRAGMA main.synchronous=OFF; PRAGMA main.journal_mode=MEMORY; PRAGMA temp_store=MEMORY");
-    AddFunctions(Db.getHandle());
+    Db.exec("PRAGMA main.synchronous=OFF; PRAGMA main.journal_mode=MEMORY");
   });
 }
+
+// This connection has checked the files.
+std::unique_ptr<Session> SqliteSession::Another() const {
+  const auto opened =
+      std::find_if(Files.begin(), Files.end(), [](const auto& at) { return at.Alias == "main"; });
+  std::unique_ptr<SqliteSession> another(new SqliteSession(opened.key(), LockTimeout, Unchecked()));
+  WithSqliteErrors([&] {
+    for (auto file = Files.begin(); file != Files.end(); ++file) {
+      if (file == opened) continue;
+      const bool readOnly = sqlite3_db_readonly(Db.getHandle(), file->Alias.c_str()) == 1;
+      const std::string alias = another->AttachFile(file.key(), readOnly);
+      another->Files.insert(file.key(), {alias, base::IdentityOf(file.key())});
+    }
+  });
+  const bool isSame = std::all_of(Files.keyBegin(), Files.keyEnd(), [&](const QString& file) {
+    return another->Files[file].Is == Files[file].Is;
+  });
+  return isSame ? std::move(another) : nullptr;
+}
+
+void SqliteSession::Interrupt() { sqlite3_interrupt(Db.getHandle()); }
 
 // --- files ------------------------------------------------------------------------------------------------
 
@@ -137,11 +166,7 @@ void SqliteSession::CheckFormat(const std::string& alias, const QString& file) {
 
 void SqliteSession::Attach(const QString& file, bool readOnly) {
   if (Files.contains(file)) return;
-  RequireFile(file);
-  const std::string alias = "linked" + std::to_string(Files.size());
-  SQLite::Statement attach(Db, "ATTACH ? AS " + alias);
-  attach.bind(1, UriOf(file, readOnly ? "ro" : "rw"));
-  attach.executeStep();
+  const std::string alias = AttachFile(file, readOnly);
   CheckFormat(alias, file);
   RequireTablesAlone(Db, alias, file);
   // The linked file is the permanent one, perhaps on a network: a rollback journal, and every write flushed.
@@ -149,6 +174,15 @@ void SqliteSession::Attach(const QString& file, bool readOnly) {
   // A kept BEGIN IMMEDIATE would lock the files that were there when it was prepared.
   Statements.clear();
   Files.insert(file, {alias, base::IdentityOf(file)});
+}
+
+std::string SqliteSession::AttachFile(const QString& file, bool readOnly) {
+  RequireFile(file);
+  std::string alias = "linked" + std::to_string(Files.size());
+  SQLite::Statement attach(Db, "ATTACH ? AS " + alias);
+  attach.bind(1, UriOf(file, readOnly ? "ro" : "rw"));
+  attach.executeStep();
+  return alias;
 }
 
 std::optional<quint64> SqliteSession::Version() {
@@ -168,7 +202,10 @@ std::optional<quint64> SqliteSession::Version() {
   return version;
 }
 
-void SqliteSession::SetLockTimeout(int milliseconds) { Db.setBusyTimeout(milliseconds); }
+void SqliteSession::SetLockTimeout(int milliseconds) {
+  Db.setBusyTimeout(milliseconds);
+  LockTimeout = milliseconds;
+}
 
 // --- statements -------------------------------------------------------------------------------------------
 

@@ -37,6 +37,8 @@ class SqliteSession : public Session {
   const Dialect& Sql() const override { return TheDialect; }
   bool IsCurrent() const override;
   std::optional<quint64> Version() override;
+  std::unique_ptr<Session> Another() const override;
+  void Interrupt() override;
   void SetLockTimeout(int milliseconds) override;
 
   /// For tests of what reaches SQLite.
@@ -49,13 +51,18 @@ class SqliteSession : public Session {
     std::optional<base::FileIdentity> Is;
   };
 
+  struct Unchecked {};
+  SqliteSession(const QString& file, int lockTimeout, Unchecked);
+
   void CheckFormat(const std::string& alias, const QString& file);
   void Attach(const QString& file, bool readOnly);
+  std::string AttachFile(const QString& file, bool readOnly);
   TableColumns ReadColumns(const QString& table);
   std::shared_ptr<PreparedStatement> Prepare(const QString& sql);
 
   const SqliteDialect TheDialect;
   SQLite::Database Db;
+  int LockTimeout;
   bool Writing = false;                    ///< within a group of writes
   QMap<QString, OpenedFile> Files;         ///< by path
   std::map<QString, TableColumns> Tables;  ///< by name in small letters
