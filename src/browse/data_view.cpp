@@ -33,6 +33,9 @@ DataView::DataView(catalogue::RecordList& data1, const catalogue::Paths& paths, 
   MakeButtons();
   MakeQueryNote();
   connect(&Data1, &catalogue::RecordList::Reposition, this, &DataView::Data1_Reposition);
+  connect(&Data1, &catalogue::RecordList::ReadAgain, this, [this] {
+    if (!IsRead) Data1_Reposition();
+  });
 }
 
 void DataView::MakePreview() {
@@ -156,10 +159,8 @@ void DataView::ShowPreview() {
   const int next = place + (place < std::exchange(FormerPlace, place) ? -1 : 1);
   QString file;
   QString nextFile;
-  base::EndSilently([&] {
-    file = ImageFileAt(Data1, ThePaths, place);
-    nextFile = ImageFileAt(Data1, ThePaths, next);
-  });
+  IsRead = base::EndSilently([&] { file = ImageFileAt(Data1, ThePaths, place); });
+  if (IsRead) base::EndSilently([&] { nextFile = ImageFileAt(Data1, ThePaths, next); });
   if (file.isEmpty()) ImgPreview->hide();
   Loader->Load(file);
   Loader->Prepare(nextFile);

@@ -60,6 +60,7 @@ class DataView : public QWidget {
   controls::FittedImage* ImgPreview = nullptr;
   controls::PictureLoader* Loader = nullptr;
   int FormerPlace = 0;
+  bool IsRead = true;  ///< the record of the preview
   DataNavigator* Navigator = nullptr;
   QLabel* lblQuery = nullptr;
 };

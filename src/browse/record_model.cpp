@@ -40,6 +40,11 @@ RecordModel::RecordModel(catalogue::RecordList& data1) : Data1(data1) {
   connect(&Data1, &catalogue::RecordList::Reposition, this, [this] {
     if (ReadFailed) Forget();
   });
+  connect(&Data1, &catalogue::RecordList::ReadAgain, this, [this] {
+    if (!ReadFailed || rowCount({}) == 0) return;
+    Forget();
+    Q_EMIT dataChanged(index(0, 0), index(rowCount({}) - 1, columnCount({}) - 1));
+  });
 }
 
 void RecordModel::Forget() {

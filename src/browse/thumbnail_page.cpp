@@ -48,11 +48,6 @@ ThumbnailPage::ThumbnailPage(catalogue::RecordList& data1, engine::DBEngine& eng
   controls::MoveTwips(*this, 0, 0, controls::ListWidth, controls::PanelHeight);
   connect(&Supply, &ThumbnailSupply::Made, this, &ThumbnailPage::ShowMade);
   connect(&Supply, &ThumbnailSupply::Returned, this, &ThumbnailPage::Redraw);
-  Again.setSingleShot(true);
-  Again.setInterval(1000);  // milliseconds
-  connect(&Again, &QTimer::timeout, this, [this] {
-    if (isVisible()) Redraw();
-  });
   MakeScroll();
   for (int i = 0; i < CellCount; ++i) ConnectCell(i);
   MakeButtons();
@@ -62,6 +57,9 @@ ThumbnailPage::ThumbnailPage(catalogue::RecordList& data1, engine::DBEngine& eng
     InitThumbScroll();
   });
   connect(&Data1, &catalogue::RecordList::Reposition, this, &ThumbnailPage::Follow);
+  connect(&Data1, &catalogue::RecordList::ReadAgain, this, [this] {
+    if (isVisible() && !IsRead) Redraw();
+  });
   connect(&Data1.SelBookmarks, &catalogue::SelBookmarkList::Changed, this, &ThumbnailPage::ShowMarks);
 }
 
@@ -174,8 +172,7 @@ void ThumbnailPage::MoveFrame() {
 void ThumbnailPage::FillPage() {
   const int count = std::clamp(Data1.RecordCount() - PageStart, 0, CellCount);
   catalogue::ListRows rows;
-  const bool isRead = ResumeNext([&] { rows = Data1.ReadRows(PageStart, count); });
-  isRead ? Again.stop() : Again.start();
+  IsRead = ResumeNext([&] { rows = Data1.ReadRows(PageStart, count); });
   const auto isThere = [&rows](int i) { return i < rows.Count() && rows.IsThere(i); };
   std::deque<ThumbnailMaker::Wish> missing;
   for (int i = 0; i < count; ++i) {

@@ -4,7 +4,6 @@
 
 #include <QPushButton>
 #include <QScrollBar>
-#include <QTimer>
 #include <QWidget>
 #include <array>
 #include <set>
@@ -100,7 +99,7 @@ class ThumbnailPage : public QWidget {
   const catalogue::Paths& ThePaths;
   ThumbnailCells Cells;
   ThumbnailSupply Supply;
-  QTimer Again;  ///< runs while the page has rows that could not be read
+  bool IsRead = true;  ///< all rows of the page
   QScrollBar* Scroll;
   std::array<QPushButton*, 4> Buttons{};
 

@@ -18,10 +18,9 @@ QString ImageFileName(const Paths& paths, int photoId, const QString& imageType)
   return paths.ImageDir + ImageName(photoId, imageType);
 }
 
-// The row's texts aren't shown by it, and so how the photo looks isn't noted.
 QString ImageFileAt(RecordList& list, const Paths& paths, int position) {
   if (position < 0 || position >= list.RecordCount()) return {};
-  const ListRows row(list.Recordset().FieldNames(), list.Recordset().ReadRows(position, 1));
+  const ListRows row = list.ReadForImage(position);
   if (!row.IsThere(0)) return {};
   return ImageFileName(paths, list.BookmarkAt(position),
                        row.Field(0, QStringLiteral("ImageType")).toString());

@@ -45,6 +45,13 @@ engine::Value ListRows::Field(int index, const QString& name) const {
   return IsThere(index) ? Rows[index].at(engine::ColumnAt(Names, name)) : engine::Value();
 }
 
+RecordList::RecordList(engine::DBEngine& engine) : Engine(engine) {
+  constexpr int soon = 250;  // milliseconds
+  Later.setSingleShot(true);
+  Later.setInterval(soon);
+  connect(&Later, &QTimer::timeout, this, &RecordList::ReadAgain);
+}
+
 RecordList::~RecordList() = default;
 
 void RecordList::Read(std::optional<int> bookmark) {
@@ -105,10 +112,19 @@ PhotoLook ListRows::Look(int index) const {
           qHashMulti(0, text("Title"), text("MadeBy"), text("Description"))};
 }
 
+ListRows RecordList::FetchRows(int first, int count) const {
+  try {
+    return {Recordset().FieldNames(), Recordset().ReadRows(first, count)};
+  } catch (const base::RuntimeError& error) {
+    if (error.Number() == base::errLocked) Later.start();
+    throw;
+  }
+}
+
 ListRows RecordList::ReadRows(int first, int count) const {
-  const QStringList names = Recordset().FieldNames();
+  Recordset();
   TheRecordset->Reread();  // Field tells the same as the rows that are shown.
-  ListRows rows(names, Recordset().ReadRows(first, count));
+  ListRows rows = FetchRows(first, count);
   if (Looks.size() > MostLooks) erase_if(Looks, [this](auto at) { return !SelBookmarks.Contains(at.key()); });
   for (int i = 0; i < rows.Count(); ++i) {
     if (!rows.IsThere(i)) continue;

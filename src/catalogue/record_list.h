@@ -5,6 +5,7 @@
 #include <QHash>
 #include <QObject>
 #include <QString>
+#include <QTimer>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -92,7 +93,7 @@ class RecordList : public QObject {
   Q_OBJECT
 
  public:
-  explicit RecordList(engine::DBEngine& engine) : Engine(engine) {}
+  explicit RecordList(engine::DBEngine& engine);
   ~RecordList() override;
 
   QString DatabaseName;
@@ -127,8 +128,13 @@ class RecordList : public QObject {
 
   /// A field of the current record, 3167 when its row has gone.
   engine::Value Field(const QString& name) const { return Recordset().Field(name); }
-  /// Reads rows that are going to be shown, `count` from `first` on, all within the list.
+  /// Reads rows that are going to be shown, `count` from `first` on, all within the list. Where another
+  /// machine's lock refuses that (3260), ReadAgain follows.
   ListRows ReadRows(int first, int count) const;
+  /// The same of a row whose texts won't be shown: how the photo looks isn't noted.
+  ListRows ReadForImage(int position) const { return FetchRows(position, 1); }
+  /// ReadAgain is to come.
+  bool AwaitsRows() const { return Later.isActive(); }
 
   SelBookmarkList SelBookmarks;
   /// Selects every record. What is selected already stays in front, as if they were added one by one.
@@ -146,12 +152,16 @@ class RecordList : public QObject {
   void Refreshed();
   /// Another record is the current one, or the same one is to be shown anew.
   void Reposition();
+  /// Rows that a lock kept from being read may be there now: who shows them empty asks again.
+  void ReadAgain();
 
  private:
+  ListRows FetchRows(int first, int count) const;
   void Read(std::optional<int> bookmark);
 
   engine::DBEngine& Engine;
   std::unique_ptr<engine::Recordset> TheRecordset;
+  mutable QTimer Later;
   mutable QHash<int, PhotoLook> Looks;  ///< of the rows shown since the list was read
 };
 

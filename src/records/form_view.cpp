@@ -60,6 +60,9 @@ void FormView::Connect() {
   connect(&Button("SaveBttn"), &QPushButton::clicked, this, &FormView::SaveBttn_Click);
   connect(&Button("UndoBttn"), &QPushButton::clicked, this, &FormView::UndoBttn_Click);
   connect(&Data1, &catalogue::RecordList::Reposition, this, &FormView::Follow);
+  connect(&Data1, &catalogue::RecordList::ReadAgain, this, [this] {
+    if (!IsRead) Follow();
+  });
 }
 
 void FormView::showEvent(QShowEvent* event) {
@@ -83,11 +86,13 @@ void FormView::ShowFormRecord() {
   for (QLineEdit* field : {eTitle, eMadeBy}) field->clear();
   eDescription->clear();
   ShownPhotoID = 0;
+  IsRead = true;
+  SetReadOnly(false);
   const int position = Data1.AbsolutePosition();
   if (position < 0) return;
   // Also of a record that can't be read: it is the one that a command would be for.
   ePhotoID->SetCaption(QString::number(Data1.Bookmark()));
-  base::EndSilently([&] {
+  IsRead = base::EndSilently([&] {
     const catalogue::ListRows row = Data1.ReadRows(position, 1);
     if (!row.IsThere(0)) return;
     const auto field = [&row](const char* name) { return row.Field(0, QLatin1String(name)); };
@@ -104,6 +109,13 @@ void FormView::ShowFormRecord() {
     ShownTexts = TypedTexts();
     ShownPhotoID = photoId;
   });
+  SetReadOnly(!IsRead);
+}
+
+// What is typed over a record that is still to come would be lost.
+void FormView::SetReadOnly(bool readOnly) {
+  for (QLineEdit* field : {eTitle, eMadeBy}) field->setReadOnly(readOnly);
+  eDescription->setReadOnly(readOnly);
 }
 
 // The next one that way is prepared, too.

@@ -42,6 +42,7 @@ class FormView : public QWidget {
   /// Shows the image of the record that the fields show. The former one stands until it is ready; a record
   /// without a readable image shows none.
   void ShowFormImage();
+  void SetReadOnly(bool readOnly);
 
   void First_Click();
   void Previous_Click();
@@ -87,6 +88,7 @@ class FormView : public QWidget {
   catalogue::RecordList& Data1;
   const catalogue::Paths& ThePaths;
   engine::DBEngine& Engine;
+  bool IsRead = true;    ///< the current record
   int ShownPhotoID = 0;  ///< whose texts the fields were filled with; 0 for none
   Texts ShownTexts;
   bool IsSaving = false;

@@ -145,10 +145,12 @@ bool PictureShow::TurnAround() {
 
 void PictureShow::ShowPlayImage() {
   IsStale = false;
-  EndSilently([&] {
-    const QString file = ImageFileAt(Parts.Data1, Parts.ThePaths, Parts.Data1.AbsolutePosition());
-    if (!file.isEmpty()) Surface.ShowPicture(file);
-  });
+  QString file;
+  IsUnread =
+      !EndSilently([&] { file = ImageFileAt(Parts.Data1, Parts.ThePaths, Parts.Data1.AbsolutePosition()); });
+  // The former one would be taken for the current record's.
+  if (IsUnread) Surface.HidePictures();
+  if (!file.isEmpty()) EndSilently([&] { Surface.ShowPicture(file); });
   Surface.SetSlider(Parts.Data1.AbsolutePosition() + 1);
 }
 
@@ -176,6 +178,10 @@ void PictureShow::ListChanged() {
   const bool paused = Parts.Settings.ShowState == PausePlay;
   if (paused || Parts.Data1.RecordCount() == 0) Surface.HidePictures();
   if (paused) ShowPlayImage();
+}
+
+void PictureShow::ReadAgain() {
+  if (IsUnread && Parts.Settings.ShowState != StopPlay) ShowPlayImage();
 }
 
 void PictureShow::PrepareNext() {

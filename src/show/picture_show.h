@@ -69,6 +69,8 @@ class PictureShow {
   void Resume(int playState);
   /// The list was read anew: its current record is the next.
   void ListChanged();
+  /// The catalogue can be read again: shows the picture that is missing.
+  void ReadAgain();
   void DisableTimer() { Timer1.SetEnabled(false); }
 
  private:
@@ -93,7 +95,8 @@ class PictureShow {
   ShowSurface& Surface;
   ShowTimer& Timer1;
   ShowWindow Window;
-  bool IsStale = false;  ///< the picture on the screen is of a list that is no more
+  bool IsUnread = false;  ///< the current record, so that no picture is shown
+  bool IsStale = false;   ///< the picture on the screen is of a list that is no more
 };
 
 }  // namespace veldrin::show

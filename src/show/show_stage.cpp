@@ -23,6 +23,7 @@ ShowStage::ShowStage(const ShowParts& parts, ShowWindow window, pictures::Pictur
   connect(Pictures, &PicturePair::DblClick, this, &ShowStage::DblClick);
   connect(Timer1, &PictureTimer::Timer, this, [this] { TheShow.Timer1_Timer(); });
   connect(&parts.Data1, &catalogue::RecordList::Refreshed, this, [this] { TheShow.ListChanged(); });
+  connect(&parts.Data1, &catalogue::RecordList::ReadAgain, this, [this] { TheShow.ReadAgain(); });
 }
 
 void ShowStage::ShowAudioDialog() {

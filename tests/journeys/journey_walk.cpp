@@ -32,6 +32,8 @@ Walk::Walk()
   Modals.setInterval(0);
   QObject::connect(&Modals, &QTimer::timeout, &Modals, [this] { AnswerModal(); });
   Modals.start();
+  Held.setSingleShot(true);
+  QObject::connect(&Held, &QTimer::timeout, &Held, [this] { Other->LetGo(); });
   Start();
 }
 
@@ -39,7 +41,8 @@ Walk::~Walk() { TakeEscapedErrors(); }
 
 // --- the world --------------------------------------------------------------------------------------------
 
-// Kinds: 0 broken, 1 missing, 2 a single dot, 3 very wide, otherwise an ordinary picture.
+// Kinds: 0 broken, 1 missing, 2 a single dot, 3 very wide, 4 one that takes long, otherwise an ordinary
+// picture.
 JourneyModel::Photo Walk::NewPhoto(int kind) {
   JourneyModel::Photo photo;
   photo.Birth = ++Births;
@@ -49,10 +52,13 @@ JourneyModel::Photo Walk::NewPhoto(int kind) {
   if (kind <= 1) return photo;
   const auto tone = [&](int digit) { return 16 + digit % 15 * 16; };
   const QColor color(tone(photo.Birth), tone(photo.Birth / 15), tone(photo.Birth / 225 + photo.Birth));
-  QImage image(kind == 2 ? QSize(1, 1) : kind == 3 ? QSize(300, 2) : QSize(12, 9), QImage::Format_RGB32);
+  static const std::map<int, QSize> sizes = {{2, {1, 1}}, {3, {300, 2}}, {4, {2400, 1800}}};
+  const auto size = sizes.find(kind);
+  QImage image(size == sizes.end() ? QSize(12, 9) : size->second, QImage::Format_RGB32);
   image.fill(color);
   QBuffer buffer(&photo.Image);
-  image.save(&buffer, photo.ImageType == "jpg" ? "JPG" : "BMP", 100);
+  // Of few bytes and many dots, whatever its name says.
+  image.save(&buffer, kind == 4 ? "PNG" : photo.ImageType == "jpg" ? "JPG" : "BMP", kind == 4 ? 0 : 100);
   photo.Colour = color.rgb();
   return photo;
 }
@@ -110,6 +116,7 @@ void Walk::Start() {
 }
 
 void Walk::Restart() {
+  LetGo();
   if (!Window->close()) return;
   Reader.reset();
   Window.reset();
@@ -121,7 +128,21 @@ void Walk::Restart() {
   FillPictures();
 }
 
+void Walk::HoldCatalogue() {
+  constexpr int aWhile = 100;  // milliseconds; several tries
+  if (Holding == Hold::None) return;
+  Other->Hold(std::exchange(Holding, Hold::None) == Hold::Alone);
+  Held.start(aWhile);
+}
+
+void Walk::LetGo() {
+  if (!Held.isActive()) return;
+  Held.stop();
+  Other->LetGo();
+}
+
 void Walk::Elsewhere(const std::function<void(JourneyModel&)>& change) {
+  LetGo();
   if (Before.Naming) return;  // What the name is given to would be another machine's.
   JourneyModel changed = Model;
   change(changed);
@@ -275,9 +296,10 @@ void Walk::Settle() {
   // As a desktop does when a dialog has gone.
   if (!Window->isActiveWindow()) Window->activateWindow();
   QCoreApplication::processEvents();
+  while (Window->List().AwaitsRows()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
   const auto& page = Child<browse::ThumbnailPage>(*Window, "ThumbPannel");
-  while (!page.IsComplete()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
-  WaitForPictures();
+  while (!Hurried && !page.IsComplete()) QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+  if (!Hurried) WaitForPictures();
   QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
@@ -294,7 +316,11 @@ void Walk::Do(const Step& step) {
   // A name that is open is kept by whatever takes the user elsewhere.
   const bool naming = Before.Naming && !step.Kind->TypesName;
   if (naming) KeepName();
+  constexpr int oftenEnough = 4;
+  Hurried = (step.A + step.B) % oftenEnough == 0;
+  HoldCatalogue();
   step.Kind->Act(*this, step.A, step.B);
+  LetGo();
   Settle();
   After = Reader->Read();
   const bool refused = naming && std::any_of(Boxes.begin(), Boxes.end(), [](const BoxRule& rule) {

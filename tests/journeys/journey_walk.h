@@ -106,6 +106,8 @@ class Walk {
 
   /// Another machine changes the catalogue to what the model is after it.
   void Elsewhere(const std::function<void(JourneyModel&)>& change);
+  /// Another machine holds the catalogue for a while, `alone` or for writing.
+  void HoldInNextStep(bool alone) { Holding = alone ? Hold::Alone : Hold::Writing; }
   void Restart();
   void FillPictures();
   JourneyModel::Photo NewPhoto(int kind);
@@ -132,6 +134,10 @@ class Walk {
     bool Must;
     bool Came = false;
   };
+
+  enum class Hold { None, Writing, Alone };
+  void HoldCatalogue();
+  void LetGo();
 
   void MakeCatalogue();
   void Start();
@@ -166,6 +172,8 @@ class Walk {
   std::unique_ptr<ScreenReader> Reader;
   std::unique_ptr<OtherMachine> Other;
   QTimer Modals;
+  QTimer Held;
+  Hold Holding = Hold::None;
 
   // Of the step.
   Screen After;
@@ -179,6 +187,7 @@ class Walk {
   std::optional<std::vector<int>> Selection;
   std::optional<int> Current;
   std::optional<Failure> First;
+  bool Hurried = false;  ///< the user doesn't wait for pictures
   bool FolderMoved = false;
   bool FromMenu = false;
 

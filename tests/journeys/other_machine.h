@@ -24,6 +24,9 @@ class OtherMachine {
   /// Writes rows, links, folders and files that the catalogue hasn't got as in the model, and takes away
   /// those that the model hasn't got.
   void Write(const JourneyModel& model);
+  /// Nobody else can write meanwhile, nor read where it is `alone`.
+  void Hold(bool alone) { File.exec(alone ? "BEGIN EXCLUSIVE" : "BEGIN IMMEDIATE"); }
+  void LetGo() { File.exec("COMMIT"); }
 
  private:
   std::vector<QStringList> Read(const QString& sql);

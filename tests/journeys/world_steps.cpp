@@ -74,6 +74,8 @@ void LoseImage(Walk& walk, int a, int b) {
   });
 }
 
+void HoldCatalogue(Walk& walk, int a, int) { walk.HoldInNextStep(a % 2 == 0); }
+
 void Restart(Walk& walk, int, int) { walk.Restart(); }
 
 }  // namespace
@@ -86,6 +88,7 @@ std::span<const StepKind> WorldSteps() {
                                    STEP(RenameFolderElsewhere, 1),
                                    STEP(DeleteFolderElsewhere, 1),
                                    STEP(LoseImage, 1),
+                                   STEP(HoldCatalogue, 2),
                                    STEP(Restart, 3)};
   return kinds;
 }

@@ -83,8 +83,7 @@ int Dynaset::FindPosition(const QString& criteria, int from) const {
         first = last;
         continue;
       }
-      const std::vector<int> found =
-          session.Keys(between, std::array<Value, 2>{keys[first], keys[last - 1]});
+      const std::vector<int> found = session.Keys(between, std::array<Value, 2>{keys[first], keys[last - 1]});
       if (place(found)) return;
       first = found.empty()
                   ? last
