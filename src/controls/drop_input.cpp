@@ -19,7 +19,7 @@ bool DropInput::eventFilter(QObject* receiver, QEvent* event) {
       if (Held.testFlag(static_cast<QMouseEvent*>(event)->button())) return false;
       break;
     case QEvent::Close:
-      CloseAsked();
+      CloseAsked(receiver);
       [[fallthrough]];
     case QEvent::DragEnter:
     case QEvent::DragMove:

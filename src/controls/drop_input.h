@@ -19,7 +19,7 @@ class DropInput : public QObject {
   /// Whether an event that would be dropped isn't.
   virtual bool Passes(QObject* /*receiver*/, QEvent* /*event*/) const { return false; }
   /// The user wants to close a window.
-  virtual void CloseAsked() {}
+  virtual void CloseAsked(const QObject* /*window*/) {}
 
   Qt::MouseButtons Held;  ///< whose presses came before
 };

@@ -118,6 +118,8 @@ Progress::Progress(LongWork& work, const QString& caption, int total)
 Progress::~Progress() {
   QCoreApplication::processEvents();
   Work.Current = Outer;
+  if (Outer == nullptr && std::exchange(Work.MustClose, false))
+    QMetaObject::invokeMethod(&Work.Window, &QWidget::close, Qt::QueuedConnection);
 }
 
 bool Progress::Step(int done) {
@@ -135,7 +137,8 @@ bool Progress::Show(float value, const QString& caption) {
 
 void Progress::Paint() {
   if (!Window && Begun.hasExpired(Quick)) {
-    Window = std::make_unique<ProgressWindow>(Caption, &Work.Window);
+    // Not modal: the main window couldn't be closed then. A dialog that is blocks none of its own.
+    Window = std::make_unique<ProgressWindow>(Caption, Below != nullptr ? Below : &Work.Window);
     QObject::connect(Window.get(), &ProgressWindow::Stop, Window.get(), [this] { Stopped = true; });
     Window->show();
   }
@@ -172,12 +175,21 @@ void Progress::Run(const std::function<void()>& work, const std::function<int()>
 
 // A box that comes up meanwhile is to be answered, or all would wait for it.
 bool Progress::Gate::Passes(QObject* receiver, QEvent* event) const {
-  const QWidget* window = QApplication::activeModalWidget();
-  if (window == nullptr || window == Owner.Below) return false;
-  const auto* widget = qobject_cast<QWidget*>(receiver);
-  if (receiver != window->windowHandle() && (widget == nullptr || widget->window() != window)) return false;
+  const auto isOf = [receiver](const QWidget* window) {
+    const auto* widget = qobject_cast<QWidget*>(receiver);
+    return window != nullptr &&
+           (receiver == window->windowHandle() || (widget != nullptr && widget->window() == window));
+  };
+  const QWidget* box = QApplication::activeModalWidget();
+  if (!isOf(Owner.Window.get()) && (box == Owner.Below || !isOf(box))) return false;
   const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
   return !isKey || !static_cast<QKeyEvent*>(event)->isAutoRepeat();
+}
+
+void Progress::Gate::CloseAsked(const QObject* window) {
+  Owner.Stopped = true;
+  const QWidget& main = Owner.Work.Window;
+  if (window == &main || window == main.windowHandle()) Owner.Work.MustClose = true;
 }
 
 }  // namespace veldrin::controls

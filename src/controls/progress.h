@@ -43,7 +43,8 @@ class LongWork {
   QWidget& Window;
   Progress* Current = nullptr;
   bool Waiting = false;
-  QThreadPool Pool;  ///< of its own: nothing waits there for the decoding of pictures
+  bool MustClose = false;  ///< the main window, which the user wanted to close
+  QThreadPool Pool;        ///< of its own: nothing waits there for the decoding of pictures
 };
 
 /// From its making to its end what the user does elsewhere counts for nothing. After half a second a window
@@ -75,14 +76,15 @@ class Progress {
  private:
   friend class LongWork;
 
-  // Input for the window and for boxes passes, but for keys that are held; closing any other means Stop.
+  // Input for the window and for boxes passes, but for keys that are held; closing any other means Stop. The
+  // main window closes when the work has ended.
   class Gate : public DropInput {
    public:
     explicit Gate(Progress& progress) : Owner(progress) {}
 
    private:
     bool Passes(QObject* receiver, QEvent* event) const override;
-    void CloseAsked() override { Owner.Stopped = true; }
+    void CloseAsked(const QObject* window) override;
     Progress& Owner;
   };
 
@@ -90,7 +92,7 @@ class Progress {
 
   LongWork& Work;
   Progress* const Outer;
-  const QWidget* const Below;  ///< the dialog that the work was begun in
+  QWidget* const Below;  ///< the dialog that the work was begun in
   const QString Caption;
   const int Total;
   float Value = 0;

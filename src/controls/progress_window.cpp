@@ -21,7 +21,6 @@ ProgressWindow::ProgressWindow(const QString& caption, QWidget* parent)
       lblPercent(Named(new QLabel(this), "lblPercent")) {
   setObjectName(QStringLiteral("frmProg"));
   setWindowTitle(caption);
-  setModal(true);
   ProgressBar1->setRange(0, 100);
   ProgressBar1->setTextVisible(false);
   lblPercent->setAlignment(Qt::AlignCenter);

@@ -47,6 +47,9 @@ class OpenedCatalogue {
   /// done. It is of the linked tables alone.
   void ReadBeside(const std::function<void(Session&)>& read);
 
+  /// Runs an action, and again while another machine's lock refuses it, as long as Patient says.
+  void Patiently(const std::function<void()>& action) const { Patient ? Patient(action) : action(); }
+
   Patience Patient;
   Aside Beside;
 

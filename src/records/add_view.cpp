@@ -15,6 +15,7 @@
 #include "controls/directory_chooser.h"
 #include "controls/entry_field.h"
 #include "controls/file_list.h"
+#include "controls/picture_loader.h"
 #include "controls/tree_view.h"
 #include "folders/folder_keys.h"
 #include "folders/folder_rows.h"
@@ -47,7 +48,7 @@ constexpr std::array<PictureType, 8> PictureTypes{{
 
 AddView::AddView(catalogue::RecordList& data1, controls::TreeView& tvTreeView, const catalogue::Paths& paths,
                  engine::DBEngine& engine, QString addPicturesDir, controls::LongWork& work,
-                 base::TellWork tell, QWidget* parent)
+                 base::TellWork tell, pictures::PictureCache& cache, QWidget* parent)
     : QWidget(parent),
       Data1(data1),
       Tree(tvTreeView),
@@ -61,6 +62,7 @@ AddView::AddView(catalogue::RecordList& data1, controls::TreeView& tvTreeView, c
   BuildDragArea();
   BuildDataPanel();
   Arrange();
+  Loader = new controls::PictureLoader(cache, *PicNew);
   Connect();
 }
 
@@ -69,8 +71,9 @@ void AddView::Connect() {
   connect(FileType, &QComboBox::currentIndexChanged, this, &AddView::FileType_Click);
   connect(Choosers, &controls::DirectoryChooser::Change, this,
           [this] { FileToSel->SetPath(Choosers->Path()); });
-  connect(FileToSel, &FileListBox::PathChange, PicNew, &NewImageBox::HideImage);
-  connect(FileToSel, &FileListBox::PatternChange, PicNew, &NewImageBox::HideImage);
+  connect(FileToSel, &FileListBox::PathChange, this, &AddView::HideNewImage);
+  connect(FileToSel, &FileListBox::PatternChange, this, &AddView::HideNewImage);
+  connect(Loader, &controls::PictureLoader::Loaded, this, &AddView::TakeNewImage);
   connect(FileToSel, &FileListBox::Click, this, &AddView::FileToSel_Click);
   connect(ImgFolder, &DropTarget::DragDrop, this, &AddView::ImgFolder_DragDrop);
   connect(NewSaveBttn, &QPushButton::clicked, this, &AddView::newSaveBttn_Click);
@@ -94,7 +97,7 @@ void AddView::FileType_Click(int listIndex) {
   FileToSel->SetPattern(QLatin1String(PictureTypes[listIndex].Pattern));
 }
 
-void AddView::FileToSel_Click() { ShowNewImage(IsMultiSelect()); }
+void AddView::FileToSel_Click() { ShowNewImage(); }
 
 bool AddView::IsMultiSelect() const {
   int selected = 0;
@@ -106,14 +109,25 @@ bool AddView::IsMultiSelect() const {
 
 bool AddView::IsFileSelected() const { return FileToSel->Selected(FileToSel->ListIndex()); }
 
-void AddView::ShowNewImage(bool multi) {
+QString AddView::CurrentFile() const {
+  if (FileToSel->ListIndex() < 0) return {};
+  return FileToSel->Path() + QLatin1Char('/') + FileToSel->List(FileToSel->ListIndex());
+}
+
+// Until the picture comes nothing can be dragged.
+void AddView::ShowNewImage() {
   PicNew->HideImage();
-  if (FileToSel->ListIndex() < 0) return;
-  base::EndSilently([&] {
-    const QString path = FileToSel->Path() + QLatin1Char('/') + FileToSel->List(FileToSel->ListIndex());
-    const auto picture = pictures::LoadPictureForBox(path, PicNew->Room(multi), devicePixelRatioF());
-    PicNew->ShowImage(picture, multi, !IsFileSelected());
-  });
+  Loader->Load(CurrentFile());
+}
+
+void AddView::TakeNewImage(const QString& file, const pictures::Picture& picture) {
+  if (picture.IsEmpty() || file != CurrentFile()) return;
+  base::EndSilently([&] { PicNew->ShowImage(picture, IsMultiSelect(), !IsFileSelected()); });
+}
+
+void AddView::HideNewImage() {
+  Loader->Load({});
+  PicNew->HideImage();
 }
 
 // The drop is a gesture only: the folder that receives the photos is the one selected in the tree when they
@@ -192,7 +206,7 @@ void AddView::LeaveDataEntry(const QSet<QString>& left) {
   for (int index = 0; index < FileToSel->ListCount(); ++index) {
     if (left.contains(FileToSel->List(index))) FileToSel->item(index)->setSelected(true);
   }
-  PicNew->HideImage();
+  HideNewImage();
 }
 
 }  // namespace veldrin::records

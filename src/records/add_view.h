@@ -22,8 +22,14 @@ namespace veldrin::controls {
 class DirectoryChooser;
 class FileListBox;
 class Node;
+class PictureLoader;
 class TreeView;
 }  // namespace veldrin::controls
+
+namespace veldrin::pictures {
+class Picture;
+class PictureCache;
+}  // namespace veldrin::pictures
 
 namespace veldrin::records {
 class DropTarget;
@@ -41,7 +47,7 @@ class AddView : public QWidget {
   /// became of the files of a save.
   AddView(catalogue::RecordList& data1, controls::TreeView& tvTreeView, const catalogue::Paths& paths,
           engine::DBEngine& engine, QString addPicturesDir, controls::LongWork& work, base::TellWork tell,
-          QWidget* parent = nullptr);
+          pictures::PictureCache& cache, QWidget* parent = nullptr);
 
   /// Fills the list of file types and sets the choosers; once, at the first call.
   void FillFileTypes();
@@ -60,7 +66,10 @@ class AddView : public QWidget {
   void newCancelBttn_Click();
 
   void SetFileChoosers(bool enabled);
-  void ShowNewImage(bool multi);
+  void ShowNewImage();
+  void TakeNewImage(const QString& file, const pictures::Picture& picture);
+  void HideNewImage();
+  QString CurrentFile() const;
   bool IsMultiSelect() const;
   bool IsFileSelected() const;
   void LeaveDataEntry(const QSet<QString>& left);
@@ -81,6 +90,7 @@ class AddView : public QWidget {
   QCheckBox* ChkRemove = nullptr;
   QLabel* LblImgToDrag = nullptr;
   NewImageBox* PicNew = nullptr;
+  controls::PictureLoader* Loader = nullptr;
   QLabel* Arrow = nullptr;
   QLabel* LblDropFldr = nullptr;
   DropTarget* ImgFolder = nullptr;

@@ -125,9 +125,9 @@ void frmMain::MakePanes(const base::TellWork& tell) {
   TheDataView = new browse::DataView(Data1, ThePaths, Pictures, SSTab1);
   ThumbPannel = new browse::ThumbnailPage(Data1, Engine, ThePaths, TheDataView);
   TheFormView = new records::FormView(Data1, ThePaths, Engine, Pictures, SSTab1);
-  TheAddView =
-      new records::AddView(Data1, *tvTreeView, ThePaths, Engine,
-                           QStandardPaths::writableLocation(QStandardPaths::PicturesLocation), Work, tell);
+  TheAddView = new records::AddView(Data1, *tvTreeView, ThePaths, Engine,
+                                    QStandardPaths::writableLocation(QStandardPaths::PicturesLocation), Work,
+                                    tell, Pictures);
   // The list of the music directory is never shown itself.
   MusicList = Named(new controls::FileListBox(Inside), "AudioFileList");
   MusicList->hide();

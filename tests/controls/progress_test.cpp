@@ -59,6 +59,9 @@ TEST_F(ProgressTest, DropsWhatIsMeantForOtherWindowsAndStopsByItsOwn) {
     EXPECT_TRUE(window.isVisible()) << "until the work has ended";
     EXPECT_TRUE(Window.isVisible());
   }
+  EXPECT_TRUE(QTest::qWaitFor([this] { return !Window.isVisible(); })) << "which the user wanted to close";
+  Window.show();
+  EXPECT_TRUE(QTest::qWaitForWindowActive(&Window));
   EXPECT_EQ(Field.text(), "");
   QTest::keyClick(&Field, Qt::Key_C);
   EXPECT_EQ(Field.text(), "c");

@@ -156,6 +156,7 @@ void ChooseFiles(Walk& walk, int a, int b) {
   };
   click(a, {});
   if (b % 3 == 0) click(a + 1 + b % 5, Qt::ControlModifier);
+  if (b % 4 != 0) WaitForPictures();
   if (Child(walk.On().Window, "ImgNew").isVisible()) DropPicture(walk);
 }
 

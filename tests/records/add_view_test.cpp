@@ -7,6 +7,7 @@
 
 #include "controls/dir_list.h"
 #include "controls/file_list.h"
+#include "pictures/picture_cache.h"
 #include "records/control_drag.h"
 #include "support/catalogue_list.h"
 
@@ -36,6 +37,7 @@ class Adding : public testing::Test, public test::Controls, public test::Catalog
   void ClickFile(int index, Qt::KeyboardModifiers keys = {}) {
     QTest::mouseClick(Files().viewport(), Qt::LeftButton, keys,
                       Files().visualItemRect(Files().item(index)).center());
+    test::WaitForPictures();
   }
 
   bool Drop(const QMimeData& data) { return test::Drop(Get("ImgFolder"), data); }
@@ -55,7 +57,8 @@ class Adding : public testing::Test, public test::Controls, public test::Catalog
   }
 
   QTemporaryDir Pictures;
-  AddView View{Data1, Tree, Catalogue.Paths(), Catalogue.Engine(), Pictures.path(), Work, Tell};
+  pictures::PictureCache Cache;
+  AddView View{Data1, Tree, Catalogue.Paths(), Catalogue.Engine(), Pictures.path(), Work, Tell, Cache};
 };
 
 TEST_F(Adding, FiltersByFileTypeAndMarksWhatIsSelected) {

@@ -62,9 +62,6 @@ std::unique_ptr<Recordset> Database::OpenRecordset(const QString& sql, Recordset
   return opened;
 }
 
-void Database::Patiently(const std::function<void()>& action) const {
-  const Patience& patient = Open().Patient;
-  patient ? patient(action) : action();
-}
+void Database::Patiently(const std::function<void()>& action) const { Open().Patiently(action); }
 
 }  // namespace veldrin::engine

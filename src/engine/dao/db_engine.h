@@ -25,7 +25,7 @@ class DBEngine {
   /// How many milliseconds a statement waits for another machine's lock before it raises 3260.
   int LockTimeout = 5000;
   /// Who waits for it longer than that: asked where a command begins and ends its group of writes and where a
-  /// list is read, never for the rows that a window shows. None tries once.
+  /// list is read or looked through, never for the rows that a window shows. None tries once.
   Patience Patient;
 
   /// Runs a long read in another thread and returns when it has ended; `stop` ends it early, with 3059. None

@@ -70,7 +70,7 @@ int Dynaset::FindPosition(const QString& criteria, int from) const {
     for (size_t i = 0; i < found.size() && position < 0; ++i) position = PositionOf(found[i]);
     return position >= 0;
   };
-  Catalogue->ReadBeside([&](Session& session) {
+  const auto look = [&](Session& session) {
     int atOnce = shortRun;
     for (int first = std::min(from, count); first < count;) {
       int last = first + 1;
@@ -89,7 +89,8 @@ int Dynaset::FindPosition(const QString& criteria, int from) const {
                   ? last
                   : static_cast<int>(std::upper_bound(keys.begin(), keys.end(), found.back()) - keys.begin());
     }
-  });
+  };
+  Catalogue->Patiently([&] { Catalogue->ReadBeside(look); });
   return position;
 }
 
