@@ -235,6 +235,7 @@ void AddLockedFigures(const std::function<HoldBench&()>& bench) {
     AddFigure({name,
                "ms",
                [bench, action] {
+                 bench().Press(QString());
                  bench().Show("MainImage");
                  return bench().Locked([&] { action(bench()); });
                },
@@ -244,9 +245,8 @@ void AddLockedFigures(const std::function<HoldBench&()>& bench) {
   add("hold_locked_view", [](HoldBench& on) { on.Child<QAction>("MainForm").trigger(); });
   add("hold_locked_folder", [](HoldBench& on) {
     auto& tree = on.Child<controls::TreeView>("tvTreeView");
-    controls::Node* other = tree.NodeAt(tree.SelectedItem() == tree.NodeAt(1) ? 2 : 1);
-    tree.Select(other);
-    Q_EMIT tree.NodeClick(other);
+    tree.Select(tree.NodeAt(2));
+    Q_EMIT tree.NodeClick(tree.NodeAt(2));
   });
   add("hold_locked_page",
       [](HoldBench& on) { on.Press(on.List().AbsolutePosition() == 0 ? Qt::Key_PageDown : Qt::Key_Home); });

@@ -1,6 +1,7 @@
 #include "controls/picture_loader.h"
 
 #include <QFutureWatcher>
+#include <QThreadPool>
 #include <QtConcurrentRun>
 #include <algorithm>
 
@@ -16,6 +17,12 @@ namespace {
 
 // At a time: what is asked for now needn't wait for what was asked for before.
 constexpr size_t MostRunning = 2;
+
+// Only the program's end waits for it. Not Qt's own pool, for whose threads painting waits.
+QThreadPool& Decoders() {
+  static QThreadPool pool;
+  return pool;
+}
 
 }  // namespace
 
@@ -55,14 +62,13 @@ void PictureLoader::Start() {
   Decode(*source);
 }
 
-// On the program's threads, for which only the program's end waits.
 void PictureLoader::Decode(const FittedSource& source) {
   auto* watcher = new QFutureWatcher<Picture>(this);
   connect(watcher, &QFutureWatcherBase::finished, this, [this, watcher, source] {
     watcher->deleteLater();
     Take(source, watcher->result());
   });
-  watcher->setFuture(QtConcurrent::run([source] {
+  watcher->setFuture(QtConcurrent::run(&Decoders(), [source] {
     Picture picture;
     base::EndSilently([&] { picture = LoadFittedPicture(source.File, source.Box, source.PixelRatio); });
     return picture;
