@@ -4,8 +4,10 @@
 #include <QEventLoop>
 #include <QFutureWatcher>
 #include <QKeyEvent>
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QSemaphore>
+#include <QThread>
 #include <QTimer>
 #include <QWidget>
 #include <QWindow>
@@ -24,6 +26,8 @@ constexpr int Quick = 500;    // what is done sooner needs no window
 constexpr qint64 Frame = 20;  // as often as people can see
 constexpr int BetweenTries = 50;
 
+QString Locked() { return QStringLiteral("Another machine is using the catalogue."); }
+
 // Ends when the condition's owner says so, or after a time at most.
 void RunEvents(int milliseconds) {
   QEventLoop loop;
@@ -36,6 +40,7 @@ class Errand {
  public:
   Errand(QThreadPool& pool, const std::function<void()>& work) {
     TheFuture = QtConcurrent::run(&pool, [this, work] {
+      const QScopedValueRollback<Errand*> here(OfThread(), this);
       try {
         work();
       } catch (...) {
@@ -44,10 +49,15 @@ class Errand {
       Ended.release();
     });
   }
-
   ~Errand() { TheFuture.waitForFinished(); }
   Errand(const Errand&) = delete;
   Errand& operator=(const Errand&) = delete;
+
+  /// The one that the calling thread is about; null in the window's.
+  static Errand*& OfThread() {
+    thread_local Errand* errand = nullptr;
+    return errand;
+  }
 
   /// Waits as long as windows needn't be kept alive. False when the work takes longer.
   bool IsBrief() {
@@ -55,15 +65,36 @@ class Errand {
     return Ended.tryAcquire(1, brief);
   }
   const QFuture<void>& Future() const { return TheFuture; }
+  void Stop() { IsStopped = true; }
+  /// For another machine.
+  bool IsWaiting() const { return Waiting; }
   /// Waits, and raises what the work raised.
   void End() {
     TheFuture.waitForFinished();
     if (Error) std::rethrow_exception(Error);
   }
 
+  // LongWork::Retry within the work.
+  void Retry(const std::function<void()>& action, int patience) {
+    const auto ended = qScopeGuard([this] { Waiting = false; });
+    QElapsedTimer waited;
+    waited.start();
+    for (;;) {
+      try {
+        return action();
+      } catch (const base::RuntimeError& error) {
+        if (error.Number() != base::errLocked || waited.hasExpired(patience) || IsStopped) throw;
+      }
+      Waiting = true;
+      QThread::msleep(BetweenTries);
+    }
+  }
+
  private:
   std::exception_ptr Error;
   QSemaphore Ended;
+  std::atomic<bool> IsStopped = false;
+  std::atomic<bool> Waiting = false;
   QFuture<void> TheFuture;
 };
 
@@ -74,17 +105,21 @@ void LongWork::RunBeside(const std::function<void()>& work, const std::function<
   if (!errand.IsBrief()) {
     std::unique_ptr<Progress> own;
     if (Current == nullptr)
-      own = std::make_unique<Progress>(*this, QStringLiteral("Looking through the catalogue...."), 0);
+      own = std::make_unique<Progress>(*this, QStringLiteral("Working on the Catalogue...."), 0);
     Progress& progress = *Current;
     const bool wasStopped = progress.IsStopped();
     progress.Await(errand.Future(), [&] {
-      if (progress.IsStopped() && !wasStopped) stop();
+      if (own) own->Show(0, errand.IsWaiting() ? Locked() : QString());
+      if (!progress.IsStopped() || wasStopped) return;
+      errand.Stop();
+      stop();
     });
   }
   errand.End();
 }
 
 void LongWork::Retry(const std::function<void()>& action) {
+  if (Errand* errand = Errand::OfThread()) return errand->Retry(action, Patience);
   if (Waiting) return action();
   QElapsedTimer waited;
   waited.start();
@@ -94,8 +129,7 @@ void LongWork::Retry(const std::function<void()>& action) {
       return action();
     } catch (const base::RuntimeError& error) {
       if (error.Number() != base::errLocked || waited.elapsed() >= Patience) throw;
-      if (Current == nullptr)
-        own = std::make_unique<Progress>(*this, QStringLiteral("Another machine is using the catalogue."), 0);
+      if (Current == nullptr) own = std::make_unique<Progress>(*this, Locked(), 0);
       const QScopedValueRollback<bool> waiting(Waiting, true);
       RunEvents(BetweenTries);
       Current->Paint();
@@ -167,7 +201,9 @@ void Progress::Run(const std::function<void()>& work, const std::function<int()>
   Errand errand(Work.Pool, work);
   if (!errand.IsBrief()) {
     Await(errand.Future(), [&] {
+      if (Stopped) errand.Stop();
       if (done) Step(done());
+      if (errand.IsWaiting()) Show(Value, Locked());
     });
   }
   errand.End();

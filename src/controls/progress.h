@@ -27,7 +27,7 @@ class LongWork {
   /// Runs the action, and again as long as another machine's lock refuses it (3260): behind the progress of
   /// the work that is under way, or one of its own. Raises 3260 after a stop, and when Patience has passed.
   /// An action that is refused must have written nothing. What comes up while another one waits is tried
-  /// once.
+  /// once. Within the work of RunBeside and Progress::Run it waits in their thread.
   void Retry(const std::function<void()>& action);
 
   /// Runs the work in another thread, while windows live on, and raises what it raises. What is brief is

@@ -43,7 +43,8 @@ enum class Writes {
 
 /// One connection to a catalogue, shared by all that use it. Statements are the store's own SQL (see Sql),
 /// with a "?" for each parameter. Each call raises RuntimeError, and leaves no lock behind outside of a
-/// group.
+/// group. One thread uses it at a time, a group of writes from its begin to its end: who comes meanwhile is
+/// refused (3260), as by another machine.
 class Session {
  public:
   virtual ~Session() = default;

@@ -7,7 +7,6 @@
 #include "catalogue/schema.h"
 #include "controls/busy_pointer.h"
 #include "controls/msg_box.h"
-#include "engine/dao/transaction.h"
 #include "engine/sql_tokens.h"
 #include "folders/change_boxes.h"
 #include "folders/folder_nodes.h"
@@ -39,11 +38,7 @@ bool FolderCommands::InOneGroup(const QString& deed, Work&& work) {
   try {
     const controls::BusyPointer busy;
     const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
-    engine::Transaction group(*database);
-    if (work(*database)) {
-      group.Commit();
-      report.Done = 1;
-    }
+    if (database->WriteGroup([&] { return work(*database); })) report.Done = 1;
   } catch (const base::RuntimeError& error) {
     report.Failures.push_back({Tree.SelectedItem()->Text(), base::ReasonOf(error)});
   }

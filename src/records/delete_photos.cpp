@@ -28,10 +28,10 @@ constexpr size_t GroupLength = 128;
 
 // The photos' rows, their links and the notes of their hand-over, by which later photos of their numbers
 // would be taken for changed.
-void DeleteRows(engine::Database& database, const std::vector<int>& photos) {
+void DeletePhotoRows(engine::Database& database, const std::vector<catalogue::CheckedPhotos::Photo>& photos) {
   if (photos.empty()) return;
   QStringList numbers;
-  for (const int photo : photos) numbers << QString::number(photo);
+  for (const auto& photo : photos) numbers << QString::number(photo.PhotoID);
   for (const char* table : {"tblPhotoLinks", "tblPhotos", "CheckPhotos"}) {
     database.Execute(QStringLiteral("DELETE FROM %1 WHERE PhotoID IN (%2)")
                          .arg(QLatin1String(table), numbers.join(QLatin1Char(','))));
@@ -68,9 +68,10 @@ void DeletePhotos::RecordDel_Click() {
   if (choice.Photos.empty()) return;
   std::optional<catalogue::Staging> staging;
   WriteInGroups(choice, QStringLiteral("Deleting Photos...."), QStringLiteral("deleted"),
-                [&](engine::Database& database, Group group) {
+                [&](engine::Database& database, Group group, const Aside& aside) {
                   if (!staging) ResumeNext([&] { staging.emplace(ThePaths); });
-                  return DeleteGroup(database, group, staging ? &*staging : nullptr);
+                  DeleteGroup(database, group, staging ? &*staging : nullptr, aside);
+                  return true;
                 });
 }
 
@@ -83,7 +84,11 @@ void DeletePhotos::RecordRmv_Click() {
                          "Are you sure to remove the selected record(s) from the folder?"));
   const QString deed = QStringLiteral("removed from ") + Tree.SelectedItem()->Text();
   WriteInGroups(choice, QStringLiteral("Removing Photos...."), deed,
-                [this](engine::Database& database, Group group) { return RemoveGroup(database, group); });
+                [this](engine::Database& database, Group group, const Aside& aside) {
+                  bool asShown = false;
+                  aside([&] { asShown = RemoveGroup(database, group); });
+                  return asShown;
+                });
 }
 
 void DeletePhotos::WriteInGroups(const catalogue::Choice& choice, const QString& caption, const QString& deed,
@@ -112,8 +117,8 @@ bool DeletePhotos::WriteAll(Group photos, const QString& caption, const Write& w
     for (; first < photos.size(); first += GroupLength) {
       Report.Stopped = !progress.Step(static_cast<int>(first));
       if (Report.Stopped) return true;
-      if (!write(*database, photos.subspan(first, std::min(GroupLength, photos.size() - first))))
-        return false;
+      const Group group = photos.subspan(first, std::min(GroupLength, photos.size() - first));
+      if (!write(*database, group, [&](const auto& work) { progress.Run(work); })) return false;
     }
   } catch (const base::RuntimeError& error) {
     for (const catalogue::ChosenPhoto& photo : photos.subspan(first))
@@ -125,22 +130,33 @@ bool DeletePhotos::WriteAll(Group photos, const QString& caption, const Write& w
 // The rows first: a row without its image would be worse than an image that is left without its row. Those
 // are noted before, so that a kill leaves none for ever; where they can't be noted, as on a full disk, the
 // user may want room all the more.
-bool DeletePhotos::DeleteGroup(engine::Database& database, Group group, catalogue::Staging* staging) {
+void DeletePhotos::DeleteGroup(engine::Database& database, Group group, catalogue::Staging* staging,
+                               const Aside& aside) {
+  catalogue::CheckedPhotos checked;
+  bool noted = false;
+  aside([&] { noted = DeleteRows(database, group, staging, checked); });
+  std::vector<int> deleted;
+  for (const auto& photo : checked.Same) deleted.push_back(photo.PhotoID);
+  Q_EMIT Deleted(deleted);
+  aside([&] {
+    if (!RemoveFiles(database, checked.Same, noted) && staging != nullptr) staging->Keep();
+  });
+}
+
+// Whether the files are noted.
+bool DeletePhotos::DeleteRows(engine::Database& database, Group group, catalogue::Staging* staging,
+                              catalogue::CheckedPhotos& checked) {
   engine::Transaction transaction(database);
-  const catalogue::CheckedPhotos checked = CheckChosen(database, group);
+  checked = CheckChosen(database, group);
   std::vector<catalogue::Staging::Unfinished> unfinished;
   for (const auto& photo : checked.Same)
     unfinished.push_back({StoredName(photo), ThePaths.ImageDir + StoredName(photo)});
   const bool noted = staging != nullptr && ResumeNext([&] { staging->NoteUnfinished(unfinished); });
-  std::vector<int> deleted;
-  for (const auto& photo : checked.Same) deleted.push_back(photo.PhotoID);
-  DeleteRows(database, deleted);
+  DeletePhotoRows(database, checked.Same);
   transaction.Commit();
   Others.insert(Others.end(), checked.Changed.begin(), checked.Changed.end());
   Report.Done += static_cast<int>(checked.Same.size());
-  Q_EMIT Deleted(deleted);
-  if (!RemoveFiles(database, checked.Same, noted) && staging != nullptr) staging->Keep();
-  return true;
+  return noted;
 }
 
 // Nobody can store a photo meanwhile. Before, another machine may have stored one under a number that has

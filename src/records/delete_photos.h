@@ -50,11 +50,15 @@ class DeletePhotos : public QObject {
  private:
   using Group = std::span<const catalogue::ChosenPhoto>;
   using Photos = std::vector<catalogue::CheckedPhotos::Photo>;
+  /// Runs a work in another thread and waits for it.
+  using Aside = std::function<void(const std::function<void()>&)>;
   /// What becomes of a group; false where the folder isn't what the user sees.
-  using Write = std::function<bool(engine::Database&, Group)>;
+  using Write = std::function<bool(engine::Database&, Group, const Aside&)>;
 
   catalogue::Choice Ask(const QString& question) const;
-  bool DeleteGroup(engine::Database& database, Group group, catalogue::Staging* staging);
+  void DeleteGroup(engine::Database& database, Group group, catalogue::Staging* staging, const Aside& aside);
+  bool DeleteRows(engine::Database& database, Group group, catalogue::Staging* staging,
+                  catalogue::CheckedPhotos& checked);
   /// `noted`: what stays goes at the next start.
   bool RemoveFiles(engine::Database& database, const Photos& photos, bool noted);
   bool RemoveGroup(engine::Database& database, Group group);

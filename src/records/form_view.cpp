@@ -158,26 +158,33 @@ FormView::Texts FormView::TypedTexts() const {
 // Not through the list itself, which the other views show.
 catalogue::ChosenPhoto FormView::WriteTexts(int photoId) {
   const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
-  engine::Transaction group(*database);
-  const auto checked = catalogue::CheckChosen(*database, Data1.Chosen(false).Photos);
+  const Texts typed = TypedTexts();
+  const std::vector<catalogue::ChosenPhoto> shown = Data1.Chosen(false).Photos;
+  std::vector<catalogue::ChosenPhoto> written{{photoId, {}}};
+  database->WriteGroup([&] {
+    WriteRow(*database, shown, typed);
+    NoteLooks(*database, written);
+    return true;
+  });
+  ShownTexts = typed;
+  return written.front();
+}
+
+void FormView::WriteRow(engine::Database& database, const std::vector<catalogue::ChosenPhoto>& photo,
+                        const Texts& typed) const {
+  const auto checked = catalogue::CheckChosen(database, photo);
   if (!checked.Changed.empty())
     throw base::RuntimeError(base::errDataChanged, catalogue::ChangedPhotosText(checked.Changed));
-  const auto row =
-      database->OpenRecordset(QStringLiteral("SELECT * FROM tblPhotos WHERE PhotoID = %1").arg(photoId));
+  const auto row = database.OpenRecordset(
+      QStringLiteral("SELECT * FROM tblPhotos WHERE PhotoID = %1").arg(photo.front().PhotoID));
   row->Edit();
-  const auto write = [&row](const QString& name, const QString& shown, const QString& typed) {
-    if (typed != shown) row->SetField(name, typed.isEmpty() ? Value() : Value(typed));
+  const auto write = [&row](const QString& name, const QString& former, const QString& text) {
+    if (text != former) row->SetField(name, text.isEmpty() ? Value() : Value(text));
   };
-  const Texts typed = TypedTexts();
   write(QStringLiteral("Title"), ShownTexts.Title, typed.Title);
   write(QStringLiteral("Description"), ShownTexts.Description, typed.Description);
   write(QStringLiteral("MadeBy"), ShownTexts.MadeBy, typed.MadeBy);
   row->Update();
-  std::vector<catalogue::ChosenPhoto> written{{photoId, {}}};
-  NoteLooks(*database, written);
-  group.Commit();
-  ShownTexts = typed;
-  return written.front();
 }
 
 void FormView::SaveBttn_Click() {

@@ -84,6 +84,8 @@ class FormView : public QWidget {
   };
   Texts TypedTexts() const;
   catalogue::ChosenPhoto WriteTexts(int photoId);
+  void WriteRow(engine::Database& database, const std::vector<catalogue::ChosenPhoto>& photo,
+                const Texts& typed) const;
 
   catalogue::RecordList& Data1;
   const catalogue::Paths& ThePaths;

@@ -45,6 +45,7 @@ class BatchWriter {
   void Await(const QFuture<void>& files);
   bool IsStopped() const { return Bar != nullptr && Bar->IsStopped(); }
   void WriteGroup(Group group);
+  void WriteFlushed(Group group);
   bool WriteRows(Group group);
   void TakeBack(Group group);
   void AddRow(const NewPhoto& photo);
@@ -115,9 +116,15 @@ void BatchWriter::Run() {
   }
 }
 
-// Where a group finds no room, fewer of its photos may.
 void BatchWriter::WriteGroup(Group group) {
   Await(QtConcurrent::map(&Pool, group.begin(), group.end(), [](NewPhoto& photo) { photo.Flush(); }));
+  const auto write = [this, group] { WriteFlushed(group); };
+  Bar == nullptr ? write() : Bar->Run(write);
+}
+
+// In another thread: what waits for the disk holds no window. Where a group finds no room, fewer of its
+// photos may.
+void BatchWriter::WriteFlushed(Group group) {
   if (!IsRefused && !WriteRows(group)) {
     for (size_t i = 0; i < group.size() && group.size() > 1 && !IsRefused; ++i)
       WriteRows(group.subspan(i, 1));

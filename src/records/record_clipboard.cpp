@@ -119,26 +119,31 @@ void RecordClipboard::RecordUndoCut_Click() {
 // In one transaction: a photo is never without a place, wherever the run may break off. Nothing where a
 // folder is another one now; otherwise tells of the photos that are.
 std::optional<catalogue::CheckedPhotos> RecordClipboard::LinkPending(const Node& target) const {
-  const Node& source = *ThePending->Source;
   const auto database = Engine.OpenDatabase(ThePaths.WorkFile);
-  engine::Transaction group(*database);
-  if (!folders::RowIsAsShown(*database, target) ||
-      (ThePending->IsCut && !folders::RowIsAsShown(*database, source)))
-    return {};
-  catalogue::CheckedPhotos checked = CheckChosen(*database, ThePending->Photos);
-  StagePhotos(*database, LinkKey(source.Tag()), checked.Same);
-  if (ThePending->IsCut) DeleteLinksOfCut(*database, target, source);
+  catalogue::CheckedPhotos checked;
+  if (!database->WriteGroup([&] { return LinkPending(*database, target, checked); })) return {};
+  return checked;
+}
+
+bool RecordClipboard::LinkPending(engine::Database& database, const Node& target,
+                                  catalogue::CheckedPhotos& checked) const {
+  const Node& source = *ThePending->Source;
+  if (!folders::RowIsAsShown(database, target) ||
+      (ThePending->IsCut && !folders::RowIsAsShown(database, source)))
+    return false;
+  checked = CheckChosen(database, ThePending->Photos);
+  StagePhotos(database, LinkKey(source.Tag()), checked.Same);
+  if (ThePending->IsCut) DeleteLinksOfCut(database, target, source);
   const QString key = LinkKey(target.Tag());
   // A place that the target has already is given anew.
-  database->Execute(
+  database.Execute(
       QStringLiteral("DELETE tblPhotoLinks.* FROM tblPhotoLinks INNER JOIN ActPhotoLinks ON "
                      "tblPhotoLinks.PhotoID = ActPhotoLinks.PhotoID WHERE tblPhotoLinks.IDNo = '%1'")
           .arg(key));
-  database->Execute(
+  database.Execute(
       QStringLiteral("INSERT INTO tblPhotoLinks SELECT '%1' as IDNo, PhotoID FROM ActPhotoLinks").arg(key));
-  database->Execute(QStringLiteral("DELETE FROM ActPhotoLinks"));
-  group.Commit();
-  return checked;
+  database.Execute(QStringLiteral("DELETE FROM ActPhotoLinks"));
+  return true;
 }
 
 void RecordClipboard::RecordPaste_Click() {

@@ -60,6 +60,8 @@ class RecordClipboard : public QObject {
   void Take(bool isCut);
   void SetGrey(bool grey);
   std::optional<catalogue::CheckedPhotos> LinkPending(const controls::Node& target) const;
+  bool LinkPending(engine::Database& database, const controls::Node& target,
+                   catalogue::CheckedPhotos& checked) const;
   void tvTreeView_NodeRemoved(const controls::Node* node);
 
   catalogue::RecordList& Data1;

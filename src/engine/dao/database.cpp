@@ -5,6 +5,7 @@
 #include "base/runtime_error.h"
 #include "engine/dao/dynaset.h"
 #include "engine/dao/snapshot.h"
+#include "engine/dao/transaction.h"
 #include "engine/opened_catalogue.h"
 #include "engine/sql_dialect.h"
 
@@ -60,6 +61,19 @@ std::unique_ptr<Recordset> Database::OpenRecordset(const QString& sql, Recordset
     if (!opened) opened = std::make_unique<Snapshot>(TheSession()->Rows(Translate(sql, Clashes::Fail)));
   });
   return opened;
+}
+
+bool Database::WriteGroup(const std::function<bool()>& work) {
+  bool stored = false;
+  const auto group = [&] {
+    Transaction transaction(*this);
+    stored = work();
+    if (stored) transaction.Commit();
+  };
+  const auto session = TheSession();
+  const Aside beside = Open().Beside;
+  beside ? beside(group, [session] { session->Interrupt(); }) : group();
+  return stored;
 }
 
 void Database::Patiently(const std::function<void()>& action) const { Open().Patiently(action); }

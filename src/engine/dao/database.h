@@ -45,6 +45,10 @@ class Database {
   /// Afterwards a machine that goes down can't take back what was committed.
   void Settle() { TheSession()->Settle(); }
 
+  /// Runs a group of writes in another thread, where the engine was told how: a flush may take long. The work
+  /// answers whether the group is to be stored, and leaves what windows show alone. Returns its answer.
+  bool WriteGroup(const std::function<bool()>& work);
+
   /// Ends the use. Recordsets opened by it stay, and a group of somebody else goes on. The destructor does
   /// the same.
   void Close() { Catalogue.reset(); }

@@ -121,8 +121,16 @@ SqliteSession::SqliteSession(const QString& file, int lockTimeout)
   });
 }
 
+SqliteSession::Turn SqliteSession::TakeTurn() const {
+  Turn turn(InUse, std::try_to_lock);
+  if (!turn.owns_lock())
+    throw RuntimeError(base::errLocked, QStringLiteral("Another machine is using the catalogue."));
+  return turn;
+}
+
 // This connection has checked the files.
 std::unique_ptr<Session> SqliteSession::Another() const {
+  const Turn turn = TakeTurn();
   const auto opened =
       std::find_if(Files.begin(), Files.end(), [](const auto& at) { return at.Alias == "main"; });
   std::unique_ptr<SqliteSession> another(new SqliteSession(opened.key(), LockTimeout, Unchecked()));
@@ -186,6 +194,7 @@ std::string SqliteSession::AttachFile(const QString& file, bool readOnly) {
 }
 
 std::optional<quint64> SqliteSession::Version() {
+  const Turn turn = TakeTurn();
   if (Writing) return std::nullopt;
   quint64 version = 0;
   for (const OpenedFile& file : std::as_const(Files)) {
@@ -203,6 +212,7 @@ std::optional<quint64> SqliteSession::Version() {
 }
 
 void SqliteSession::SetLockTimeout(int milliseconds) {
+  const Turn turn = TakeTurn();
   Db.setBusyTimeout(milliseconds);
   LockTimeout = milliseconds;
 }
@@ -227,6 +237,7 @@ std::shared_ptr<PreparedStatement> SqliteSession::Prepare(const QString& sql) {
 }
 
 std::vector<int> SqliteSession::Keys(const QString& sql, std::span<const Value> parameters) {
+  const Turn turn = TakeTurn();
   StatementUse statement(Prepare(sql), parameters);
   std::vector<int> keys;
   while (statement.Step()) keys.push_back(statement.Number(0));
@@ -234,6 +245,7 @@ std::vector<int> SqliteSession::Keys(const QString& sql, std::span<const Value> 
 }
 
 RowSet SqliteSession::Rows(const QString& sql, std::span<const Value> parameters) {
+  const Turn turn = TakeTurn();
   StatementUse statement(Prepare(sql), parameters);
   const PreparedStatement& columns = statement.Columns();
   RowSet set{columns.Names, {}};
@@ -250,6 +262,7 @@ int SqliteSession::Execute(const QString& sql, std::span<const Value> parameters
 }
 
 int SqliteSession::ExecuteRows(const QString& sql, qsizetype width, std::span<const Value> parameters) {
+  const Turn turn = TakeTurn();
   StatementUse statement(Prepare(sql), parameters.first(width));
   int changed = 0;
   for (;;) {
@@ -265,12 +278,14 @@ int SqliteSession::ExecuteRows(const QString& sql, qsizetype width, std::span<co
 // Of a file that is opened for reading alone SQLite takes no lock, and says so at the first write only: too
 // late for what relies on the group.
 void SqliteSession::Begin(Writes writes) {
+  Turn turn = TakeTurn();
   for (const OpenedFile& file : std::as_const(Files)) {
     if (writes == Writes::Catalogue && sqlite3_db_readonly(Db.getHandle(), file.Alias.c_str()) == 1)
       throw FromSqlite(SQLite::Exception(Db.getHandle(), SQLITE_READONLY));
   }
   Execute(writes == Writes::Catalogue ? QStringLiteral("BEGIN IMMEDIATE") : QStringLiteral("BEGIN"), {});
   Writing = true;
+  Group = std::move(turn);
 }
 
 // The end of the journal is gone from its directory. Some network file systems can't flush one and need not.
@@ -290,14 +305,17 @@ void SqliteSession::Settle() {
 void SqliteSession::Commit() {
   Execute(QStringLiteral("COMMIT"), {});
   Writing = false;
+  Group.unlock();
 }
 
 void SqliteSession::Rollback() noexcept {
   Db.tryExec("ROLLBACK");
   Writing = false;
+  Group.unlock();
 }
 
 void SqliteSession::ReadTogether(const std::function<void()>& reads) {
+  const Turn turn = TakeTurn();
   if (Writing) return reads();
   const struct ReadGroup {
     explicit ReadGroup(SqliteSession& session) : Reader(session) {
@@ -314,6 +332,7 @@ void SqliteSession::ReadTogether(const std::function<void()>& reads) {
 // --- definitions ------------------------------------------------------------------------------------------
 
 const TableColumns& SqliteSession::ColumnsOf(const QString& table) {
+  const Turn turn = TakeTurn();
   TableColumns& known = Tables[table.toLower()];
   if (known.Names.isEmpty()) known = ReadColumns(table);
   return known;

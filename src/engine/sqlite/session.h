@@ -6,6 +6,7 @@
 #include <QCache>
 #include <QMap>
 #include <map>
+#include <mutex>
 
 #include "base/file_identity.h"
 #include "engine/session.h"
@@ -51,6 +52,9 @@ class SqliteSession : public Session {
     std::optional<base::FileIdentity> Is;
   };
 
+  using Turn = std::unique_lock<std::recursive_mutex>;
+  Turn TakeTurn() const;
+
   struct Unchecked {};
   SqliteSession(const QString& file, int lockTimeout, Unchecked);
 
@@ -62,6 +66,8 @@ class SqliteSession : public Session {
 
   const SqliteDialect TheDialect;
   SQLite::Database Db;
+  mutable std::recursive_mutex InUse;
+  Turn Group;  ///< of the thread that writes
   int LockTimeout;
   bool Writing = false;                    ///< within a group of writes
   QMap<QString, OpenedFile> Files;         ///< by path
