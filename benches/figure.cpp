@@ -106,6 +106,18 @@ double Milliseconds(const std::function<void()>& action) {
   return std::chrono::duration<double, std::milli>(std::chrono::steady_clock::now() - start).count();
 }
 
+double PeakMegabytes() {
+  constexpr double kibibyte = 1024;
+  std::ifstream status("/proc/self/status");
+  std::string line;
+  while (std::getline(status, line)) {
+    if (line.starts_with("VmHWM:")) return std::stod(line.substr(6)) * kibibyte / 1e6;
+  }
+  return 0;
+}
+
+void ForgetPeak() { std::ofstream("/proc/self/clear_refs") << 5; }
+
 double ResidentMegabytes() {
   malloc_trim(0);
   std::ifstream statm("/proc/self/statm");

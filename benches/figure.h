@@ -41,6 +41,10 @@ double Milliseconds(const std::function<void()>& action);
 /// What this process has in memory, after giving back what it has freed.
 double ResidentMegabytes();
 
+/// The most that it had since ForgetPeak.
+double PeakMegabytes();
+void ForgetPeak();
+
 /// Runs a command of the shell; a failing one is an exception.
 void RunShell(const std::string& command);
 

@@ -161,7 +161,7 @@ double DeleteFolder(const QString& data) {
     qobject_cast<QMessageBox*>(QApplication::activeModalWidget())->button(QMessageBox::Yes)->click();
   });
   const double time = Milliseconds([&] { window.Choose("FolderDel"); });
-  window.RequireRows(LinksLeft, LinkCount - Catalogue.Photos);
+  window.RequireRows(LinksLeft, 0);
   return time;
 }
 
@@ -175,8 +175,8 @@ double DeleteBySqlite(const QString& data) {
   const std::string unfiled(40, '0');
   const double time = Milliseconds([&] {
     file.Run("BEGIN IMMEDIATE; DELETE FROM ActPhotoLinks");
-    file.Run("INSERT INTO ActPhotoLinks SELECT IDNo, PhotoID FROM tblPhotoLinks WHERE " + RangeOfTop);
-    file.Run("UPDATE OR IGNORE ActPhotoLinks SET IDNo = '" + unfiled + "'");
+    file.Run("INSERT INTO ActPhotoLinks SELECT DISTINCT '" + unfiled +
+             "', PhotoID FROM tblPhotoLinks WHERE " + RangeOfTop);
     file.Run("DELETE FROM tblPhotoLinks WHERE " + RangeOfTop);
     file.Run(
         "INSERT INTO tblPhotoLinks SELECT IDNo, PhotoID FROM ActPhotoLinks AS staged WHERE NOT EXISTS "
@@ -194,7 +194,7 @@ double DeleteBySqlite(const QString& data) {
     }
     file.Run("COMMIT");
   });
-  Require(file, LinksLeft, LinkCount - Catalogue.Photos);
+  Require(file, LinksLeft, 0);
   return time;
 }
 

@@ -83,6 +83,19 @@ class HoldBench {
   }
   void Press(Qt::Key key) { QTest::keyClick(&Child<QWidget>("ThumbPannel"), key); }
 
+  // What a walk through many pages and the photos on them adds to memory at most, in megabytes.
+  double WalkPages(int pages) {
+    Show("MainImage");
+    ForgetPeak();
+    const double before = ResidentMegabytes();
+    for (int page = 0; page < pages; ++page) {
+      if (page % 10 == 0) Show("MainForm");
+      Show("MainImage");
+      PageDown();
+    }
+    return PeakMegabytes() - before;
+  }
+
   // A key that is held down.
   double Hold(const std::function<void()>& step) {
     int steps = 0;
@@ -331,6 +344,7 @@ void AddHoldFigures(const std::string& data) {
       },
       5);
   AddLockedFigures(photos);
+  AddFigure({"pages_1000_growth", "MB", [photos] { return photos().WalkPages(1000); }, {}, 1});
 
   AddFigure({"thumbs_200x24mp", "ms",
              [photos] {

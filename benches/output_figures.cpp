@@ -114,18 +114,6 @@ class ExportBench : public OutputBench {
   int Runs = 0;
 };
 
-// In megabytes; Peak since it was forgotten last.
-double PeakMegabytes() {
-  std::ifstream status("/proc/self/status");
-  std::string line;
-  while (std::getline(status, line)) {
-    if (line.starts_with("VmHWM:")) return std::stod(line.substr(6)) * 1024 / 1e6;
-  }
-  return 0;
-}
-
-void ForgetPeak() { std::ofstream("/proc/self/clear_refs") << 5; }
-
 class ReportBench : public OutputBench {
  public:
   using OutputBench::OutputBench;

@@ -18,15 +18,20 @@ namespace {
 
 constexpr int ExportedPhotos = 18;
 
-// The progress in the middle of a run, as soon as it takes long enough to be shown.
+// The progress in the middle of a run, as soon as it takes long enough to be shown, over each view.
 void SaveProgress(Tour& tour, controls::LongWork& work) {
-  controls::Progress progress(work, QStringLiteral("Generating Report...."), ExportedPhotos);
-  QWidget* window = nullptr;
-  while (window == nullptr) {
-    progress.Step(ExportedPhotos / 3);
-    window = tour.Window().findChild<QWidget*>(QStringLiteral("frmProg"));
+  for (const char* view : {"MainData", "MainImage", "MainForm", "MainAdd", "MainPlay"}) {
+    tour.Choose(view);
+    Tour::WaitForPictures();
+    controls::Progress progress(work, QStringLiteral("Generating Report...."), ExportedPhotos);
+    QWidget* window = nullptr;
+    while (window == nullptr) {
+      progress.Step(ExportedPhotos / 3);
+      window = tour.Window().findChild<QWidget*>(QStringLiteral("frmProg"));
+    }
+    tour.SaveOver(*window, qPrintable(QStringLiteral("17-progress-%1").arg(QLatin1String(view + 4))));
   }
-  tour.Save(window->grab(), "17-progress");
+  tour.Choose("MainData");
 }
 
 // A page as Chromium shows it, where that is installed.

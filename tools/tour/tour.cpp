@@ -71,6 +71,13 @@ void Tour::SaveModal(const char* name, const std::function<void()>& action) {
   action();
 }
 
+void Tour::SaveOver(QWidget& other, const char* name) {
+  QPixmap picture = TheWindow->grab();
+  const QSize room = TheWindow->size() - other.size();
+  QPainter(&picture).drawPixmap(QPoint(room.width(), room.height()) / 2, other.grab());
+  Save(picture, name);
+}
+
 void Tour::SaveMenu(const char* menuName, QPoint place, const char* name) {
   QPixmap picture = TheWindow->grab();
   auto& menu = Get<QMenu>(menuName);

@@ -37,6 +37,8 @@ class Tour {
   engine::DBEngine& Engine() { return TheEngine; }
   /// A picture of the modal window that the action opens; closes it.
   void SaveModal(const char* name, const std::function<void()>& action);
+  /// A picture of the window with another one over its middle.
+  void SaveOver(QWidget& other, const char* name);
   /// A picture of the window with a menu open at a place of it.
   void SaveMenu(const char* menuName, QPoint place, const char* name);
   /// A picture of the window with the folder menu open at the selected folder.
