@@ -1,5 +1,6 @@
 #include "shell/configuration.h"
 
+#include <QFileInfo>
 #include <QGuiApplication>
 #include <QMessageBox>
 #include <QPushButton>
@@ -27,6 +28,11 @@ bool Refuse(const QString& message, const QString& why, const QString& iniFile) 
   box.exec();
   if (box.clickedButton() == setup) frmSetup(iniFile).exec();
   return false;
+}
+
+void TellReadOnly(const QString& reason) {
+  controls::MsgBox(nullptr, QStringLiteral("The catalogue is opened for reading alone. ") + reason,
+                   controls::vbExclamation);
 }
 
 }  // namespace
@@ -62,15 +68,15 @@ bool LoadConfiguration(catalogue::Paths& paths, engine::DBEngine& engine, const 
     return Refuse(QStringLiteral("Unable to Connect to the Access Tables."), why, paths.IniFile);
   if (!catalogue::OpenCatalogue(paths, engine, &why))
     return Refuse(QStringLiteral("Unable to Initialize User Tables."), why, paths.IniFile);
-  if (why.isEmpty()) {
-    catalogue::SweepStaging(paths, engine);
+  if (!why.isEmpty()) {
+    TellReadOnly(
+        QStringLiteral("Its locks don't hold: another machine could write to it at the same time and "
+                       "damage it.\r\r%1\r%2")
+            .arg(paths.DatabaseFile, why));
+  } else if (!QFileInfo(paths.DatabaseFile).isWritable() || !QFileInfo(database).isWritable()) {
+    TellReadOnly(QStringLiteral("You may not write there.\r\r%1").arg(paths.DatabaseFile));
   } else {
-    controls::MsgBox(
-        nullptr,
-        QStringLiteral("The catalogue is opened for reading alone. Its locks don't hold: another "
-                       "machine could write to it at the same time and damage it.\r\r%1\r%2")
-            .arg(paths.DatabaseFile, why),
-        controls::vbExclamation);
+    catalogue::SweepStaging(paths, engine);
   }
   return true;
 }
