@@ -100,7 +100,7 @@ bool ThumbnailSupply::TakeBackReturned() const {
 void ThumbnailSupply::WalkOn() {
   if (WalkedTo >= WalkEnd) return;
   std::deque<ThumbnailMaker::Wish> missing;
-  base::ResumeNext([&] { missing = MissingAt(WalkedTo, WalkStep); });
+  if (!base::ResumeNext([&] { missing = MissingAt(WalkedTo, WalkStep); })) return Walk.start(BeforeWalking);
   WalkedTo += WalkStep;
   missing.empty() ? Walk.start(WalkInterval) : Maker.Spare(std::move(missing), PixelRatio());
 }

@@ -11,6 +11,10 @@ namespace {
 // A walk through the whole catalogue must not end up with all of it in memory.
 constexpr int MostLooks = 10'000;
 
+// In milliseconds: a lock, and a disk that fails.
+constexpr int Soon = 250;
+constexpr int Farther = 1000;
+
 }  // namespace
 
 bool SelBookmarkList::Contains(int bookmark) const {
@@ -46,9 +50,7 @@ engine::Value ListRows::Field(int index, const QString& name) const {
 }
 
 RecordList::RecordList(engine::DBEngine& engine) : Engine(engine) {
-  constexpr int soon = 250;  // milliseconds
   Later.setSingleShot(true);
-  Later.setInterval(soon);
   connect(&Later, &QTimer::timeout, this, &RecordList::ReadAgain);
 }
 
@@ -116,7 +118,8 @@ ListRows RecordList::FetchRows(int first, int count) const {
   try {
     return {Recordset().FieldNames(), Recordset().ReadRows(first, count)};
   } catch (const base::RuntimeError& error) {
-    if (error.Number() == base::errLocked) Later.start();
+    if (error.Number() == base::errLocked) Later.start(Soon);
+    if (error.Number() == base::errEngine) Later.start(Farther);
     throw;
   }
 }

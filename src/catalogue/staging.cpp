@@ -108,8 +108,8 @@ bool RemoveWithoutRow(const Paths& paths, engine::Database& database, const std:
   for (const Note& note : notes) {
     const QString file = paths.ImageDir + note.Name;
     if (stored.contains(note.Number()) || StampOf(file) != note.Stamp) continue;
-    QFile::remove(ThumbFileName(paths, note.Number()));
     all &= QFile::remove(file);
+    QFile::remove(ThumbFileName(paths, note.Number()));
   }
   desktop::SyncDirectory(paths.ImageDir);
   return all;

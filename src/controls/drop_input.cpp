@@ -4,12 +4,32 @@
 #include <QEvent>
 #include <QGuiApplication>
 #include <QMouseEvent>
+#include <QWidget>
+#include <QWindow>
 
 namespace veldrin::controls {
 
+namespace {
+
+// Which the user closes. A tool tip or a menu goes by itself.
+bool IsWindow(const QObject* object) {
+  const auto* widget = qobject_cast<const QWidget*>(object);
+  const auto* window = qobject_cast<const QWindow*>(object);
+  if (widget == nullptr && window == nullptr) return false;
+  const int type = widget != nullptr ? widget->windowType() : window->type();
+  return type == Qt::Window || type == Qt::Dialog;
+}
+
+}  // namespace
+
+int DropInput::Count = 0;
+
 DropInput::DropInput() : Held(QGuiApplication::mouseButtons()) {
   QCoreApplication::instance()->installEventFilter(this);
+  ++Count;
 }
+
+DropInput::~DropInput() { --Count; }
 
 bool DropInput::eventFilter(QObject* receiver, QEvent* event) {
   if (Passes(receiver, event)) return false;
@@ -19,6 +39,7 @@ bool DropInput::eventFilter(QObject* receiver, QEvent* event) {
       if (Held.testFlag(static_cast<QMouseEvent*>(event)->button())) return false;
       break;
     case QEvent::Close:
+      if (!IsWindow(receiver)) return false;
       CloseAsked(receiver);
       [[fallthrough]];
     case QEvent::DragEnter:

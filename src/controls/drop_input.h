@@ -11,6 +11,10 @@ namespace veldrin::controls {
 class DropInput : public QObject {
  public:
   DropInput();
+  ~DropInput() override;
+
+  /// One lives.
+  static bool IsOn() { return Count > 0; }
 
  protected:
   bool eventFilter(QObject* receiver, QEvent* event) override;
@@ -21,6 +25,7 @@ class DropInput : public QObject {
   /// The user wants to close a window.
   virtual void CloseAsked(const QObject* /*window*/) {}
 
+  static int Count;
   Qt::MouseButtons Held;  ///< whose presses came before
 };
 

@@ -59,10 +59,12 @@ class Errand {
     return errand;
   }
 
-  /// Waits as long as windows needn't be kept alive. False when the work takes longer.
+  /// Waits as long as windows needn't be kept alive. False when the work takes longer. A click that it
+  /// belongs to should see its press ended before its release comes.
   bool IsBrief() {
     constexpr int brief = 10;  // milliseconds
-    return Ended.tryAcquire(1, brief);
+    constexpr int click = 90;
+    return Ended.tryAcquire(1, QGuiApplication::mouseButtons() == Qt::NoButton ? brief : click);
   }
   const QFuture<void>& Future() const { return TheFuture; }
   void Stop() { IsStopped = true; }
@@ -118,6 +120,22 @@ void LongWork::RunBeside(const std::function<void()>& work, const std::function<
   errand.End();
 }
 
+LongWork::LongWork(QWidget& window) : Window(window) {
+  constexpr int soon = 100;  // milliseconds
+  Closing.setSingleShot(true);
+  Closing.setInterval(soon);
+  QObject::connect(&Closing, &QTimer::timeout, &Closing, [this] { CloseWhenFree(); });
+}
+
+// What the work had to tell is read first.
+void LongWork::CloseWhenFree() {
+  const bool isFree =
+      Current == nullptr && QApplication::activeModalWidget() == nullptr && !DropInput::IsOn();
+  if (!isFree) return Closing.start();
+  MustClose = false;
+  Window.close();
+}
+
 void LongWork::Retry(const std::function<void()>& action) {
   if (Errand* errand = Errand::OfThread()) return errand->Retry(action, Patience);
   if (Waiting) return action();
@@ -152,8 +170,7 @@ Progress::Progress(LongWork& work, const QString& caption, int total)
 Progress::~Progress() {
   QCoreApplication::processEvents();
   Work.Current = Outer;
-  if (Outer == nullptr && std::exchange(Work.MustClose, false))
-    QMetaObject::invokeMethod(&Work.Window, &QWidget::close, Qt::QueuedConnection);
+  if (Work.MustClose) Work.Closing.start();
 }
 
 bool Progress::Step(int done) {
@@ -217,7 +234,10 @@ bool Progress::Gate::Passes(QObject* receiver, QEvent* event) const {
            (receiver == window->windowHandle() || (widget != nullptr && widget->window() == window));
   };
   const QWidget* box = QApplication::activeModalWidget();
-  if (!isOf(Owner.Window.get()) && (box == Owner.Below || !isOf(box))) return false;
+  bool isMeant = box != Owner.Below && isOf(box);
+  for (const Progress* progress = Owner.Work.Current; progress != nullptr; progress = progress->Outer)
+    isMeant |= isOf(progress->Window.get());
+  if (!isMeant) return false;
   const bool isKey = event->type() == QEvent::KeyPress || event->type() == QEvent::KeyRelease;
   return !isKey || !static_cast<QKeyEvent*>(event)->isAutoRepeat();
 }

@@ -5,6 +5,7 @@
 #include <QElapsedTimer>
 #include <QFuture>
 #include <QThreadPool>
+#include <QTimer>
 #include <atomic>
 #include <functional>
 #include <memory>
@@ -20,7 +21,7 @@ class Progress;
 class LongWork {
  public:
   /// `window` is the one that the progress stands over, and outlives the object.
-  explicit LongWork(QWidget& window) : Window(window) {}
+  explicit LongWork(QWidget& window);
   LongWork(const LongWork&) = delete;
   LongWork& operator=(const LongWork&) = delete;
 
@@ -40,11 +41,14 @@ class LongWork {
  private:
   friend class Progress;
 
+  void CloseWhenFree();
+
   QWidget& Window;
   Progress* Current = nullptr;
   bool Waiting = false;
   bool MustClose = false;  ///< the main window, which the user wanted to close
-  QThreadPool Pool;        ///< of its own: nothing waits there for the decoding of pictures
+  QTimer Closing;
+  QThreadPool Pool;  ///< of its own: nothing waits there for the decoding of pictures
 };
 
 /// From its making to its end what the user does elsewhere counts for nothing. After half a second a window

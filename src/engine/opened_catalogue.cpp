@@ -97,6 +97,8 @@ void OpenedCatalogue::CreateQueryDef(const QueryDef& query) {
 }
 
 void OpenedCatalogue::MakeCurrent(int lockTimeout) {
+  // Refused while another thread writes, whose group must end in the session in which it began.
+  Current->SetLockTimeout(lockTimeout);
   if (!Current->IsCurrent()) {
     std::shared_ptr<Session> fresh = OpenSession(TheFile, lockTimeout);
     for (const TableDef& table : Links) fresh->Link(table);
@@ -105,7 +107,6 @@ void OpenedCatalogue::MakeCurrent(int lockTimeout) {
     Reader.reset();
     Kept = {};
   }
-  Current->SetLockTimeout(lockTimeout);
 }
 
 const QueryDef* OpenedCatalogue::FindQuery(const QString& name) const {

@@ -189,11 +189,12 @@ void FolderCommands::FolderPaste_Click() {
   if (isCut) RemoveNodes(source, unorganized);
   SetPending({});
   Tree.Select(&pasted);
-  // Compared now that the source has gone: a folder cut and pasted in the same place keeps its name.
-  QString own;
-  if (isCut && IsDuplicateFolder(pasted, own)) Tree.StartLabelEdit();
   QCoreApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
   Navigation.ShowAnew();
+  // Compared now that the source has gone: a folder cut and pasted in the same place keeps its name. Last, so
+  // that nothing takes away what is typed.
+  QString own;
+  if (isCut && IsDuplicateFolder(pasted, own)) Tree.StartLabelEdit();
 }
 
 Node& FolderCommands::CopyNodes(Node& target) {

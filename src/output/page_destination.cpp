@@ -3,6 +3,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <algorithm>
 
 #include "base/dates.h"
@@ -124,8 +125,10 @@ void WebDestination::CopyFiles(const PhotoEntry& entry) const {
   const PhotoRow& photo = entry.Row;
   desktop::CopyStoredFile(ImageFileName(ThePaths, photo.PhotoID, photo.ImageType), CopyOf(entry));
   if (!Gallery) return;
+  auto withoutThumbnail = qScopeGuard([&] { QFile::remove(CopyOf(entry)); });
   if (NeedsThumbnail(photo)) MakeThumbnail(photo);
   desktop::CopyStoredFile(ThumbFileName(ThePaths, photo.PhotoID), ThumbnailOf(entry));
+  withoutThumbnail.dismiss();
 }
 
 QString WebDestination::CopyOf(const PhotoEntry& entry) const {

@@ -1,6 +1,7 @@
 #include "output/web_pages.h"
 
 #include <QFileInfo>
+#include <QScopeGuard>
 #include <QWidget>
 #include <algorithm>
 #include <new>
@@ -34,6 +35,7 @@ class PageRun {
       : Destination(destination), Form(form), Report(report), Count(destination.Count()) {}
 
   void WritePages() {
+    const auto ahead = qScopeGuard([this] { Destination.RemoveAhead(); });
     const int perPage = Destination.IsGallery() ? PhotosPerGalleryPage : PhotosPerListPage;
     const int pages = Count / perPage + (Count % perPage > 0 ? 1 : 0);
     for (int page = 1; page <= pages && !Ended; ++page) {
@@ -48,7 +50,6 @@ class PageRun {
         EndAt(begin, ReasonOf(error));
       }
     }
-    Destination.RemoveAhead();
   }
 
  private:

@@ -82,11 +82,12 @@ void DeletePhotos::RecordRmv_Click() {
                          "but it/they will not be deleted from the database. It/they could be in another "
                          "folder or unorganized.\r"
                          "Are you sure to remove the selected record(s) from the folder?"));
-  const QString deed = QStringLiteral("removed from ") + Tree.SelectedItem()->Text();
+  const controls::Node* folder = Tree.SelectedItem();
+  const QString deed = QStringLiteral("removed from ") + folder->Text();
   WriteInGroups(choice, QStringLiteral("Removing Photos...."), deed,
-                [this](engine::Database& database, Group group, const Aside& aside) {
+                [this, folder](engine::Database& database, Group group, const Aside& aside) {
                   bool asShown = false;
-                  aside([&] { asShown = RemoveGroup(database, group); });
+                  aside([&] { asShown = RemoveGroup(database, group, *folder); });
                   return asShown;
                 });
 }
@@ -173,8 +174,10 @@ bool DeletePhotos::RemoveFiles(engine::Database& database, const Photos& photos,
   bool all = true;
   for (const auto& photo : photos) {
     if (!mayGo.contains(photo.PhotoID)) continue;
+    const bool isRemoved = RemoveFile(ThePaths.ImageDir + StoredName(photo));
+    // Behind the image, or one that is being made of it could come after.
     QFile::remove(catalogue::ThumbFileName(ThePaths, photo.PhotoID));
-    if (RemoveFile(ThePaths.ImageDir + StoredName(photo))) continue;
+    if (isRemoved) continue;
     all = false;
     Report.Failures.push_back(
         {StoredName(photo), QStringLiteral("deleted, but its file could not be removed")});
@@ -188,13 +191,12 @@ bool DeletePhotos::RemoveFiles(engine::Database& database, const Photos& photos,
   return false;
 }
 
-bool DeletePhotos::RemoveGroup(engine::Database& database, Group group) {
-  const controls::Node* folder = Tree.SelectedItem();
-  if (folder == nullptr || folder->Parent() == nullptr) return true;
+bool DeletePhotos::RemoveGroup(engine::Database& database, Group group, const controls::Node& folder) {
+  if (folder.Parent() == nullptr) return true;
   engine::Transaction transaction(database);
-  if (!folders::RowIsAsShown(database, *folder)) return false;
+  if (!folders::RowIsAsShown(database, folder)) return false;
   const catalogue::CheckedPhotos checked = CheckChosen(database, group);
-  for (const auto& photo : checked.Same) RemovePhotoLink(database, *folder, photo.PhotoID);
+  for (const auto& photo : checked.Same) RemovePhotoLink(database, folder, photo.PhotoID);
   transaction.Commit();
   Report.Done += static_cast<int>(checked.Same.size());
   const std::vector<int> others = checked.Others();

@@ -61,7 +61,7 @@ class DeletePhotos : public QObject {
                   catalogue::CheckedPhotos& checked);
   /// `noted`: what stays goes at the next start.
   bool RemoveFiles(engine::Database& database, const Photos& photos, bool noted);
-  bool RemoveGroup(engine::Database& database, Group group);
+  bool RemoveGroup(engine::Database& database, Group group, const controls::Node& folder);
   void WriteInGroups(const catalogue::Choice& choice, const QString& caption, const QString& deed,
                      const Write& write);
   bool WriteAll(Group photos, const QString& caption, const Write& write);

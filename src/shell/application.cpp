@@ -97,6 +97,8 @@ bool Application::notify(QObject* receiver, QEvent* event) {
   try {
     return QApplication::notify(receiver, event);
   } catch (const base::RuntimeError& error) {
+    // By the user, to whom all shows what it showed before.
+    if (error.Number() == base::errCanceled) return false;
     ReportError(error.Number(), error.Description());
   } catch (const std::exception& error) {
     ReportError(ForeignError, QString::fromLocal8Bit(error.what()));

@@ -53,12 +53,21 @@ TEST_F(ProgressTest, DropsWhatIsMeantForOtherWindowsAndStopsByItsOwn) {
       QCoreApplication::sendEvent(window.findChild<QPushButton*>("bttnStop"), &held);
       QTest::keyRelease(&window, key);
     }
-    EXPECT_TRUE(progress.Step(2));
+    QLabel tip(&Window, Qt::ToolTip);
+    tip.show();
+    tip.close();
+    EXPECT_TRUE(progress.Step(2)) << "a tool tip that goes by itself";
+    EXPECT_FALSE(tip.isVisible());
     stop(window);
     EXPECT_FALSE(progress.Step(3));
     EXPECT_TRUE(window.isVisible()) << "until the work has ended";
     EXPECT_TRUE(Window.isVisible());
   }
+  QMessageBox box(QMessageBox::Warning, "Error", "2 photos were not stored", QMessageBox::Ok, &Window);
+  box.open();
+  QTest::qWait(250);
+  EXPECT_TRUE(Window.isVisible() && box.isVisible()) << "what the work had to tell is read first";
+  box.close();
   EXPECT_TRUE(QTest::qWaitFor([this] { return !Window.isVisible(); })) << "which the user wanted to close";
   Window.show();
   EXPECT_TRUE(QTest::qWaitForWindowActive(&Window));

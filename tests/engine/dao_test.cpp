@@ -1,3 +1,6 @@
+#include <QSemaphore>
+#include <thread>
+
 #include "base/dates.h"
 #include "engine/dao/db_engine.h"
 #include "engine/dao/transaction.h"
@@ -267,6 +270,41 @@ TEST_F(Dao, TheNextOpeningFollowsTheFile) {
   open();
   EXPECT_EQ(Ids(*list), "1 gone");
   EXPECT_EQ(Ids(*Folder("0001")), "1");
+}
+
+// A group is of one session, also when the file is replaced meanwhile and another thread opens it anew.
+TEST_F(Dao, AGroupInAnotherThreadIsWrittenAsAWholeOrNotAtAll) {
+  AddPhotos({1, 2, 3}, {"0001"});
+  const QString file = Catalogue.Paths().DatabaseFile;
+  ASSERT_TRUE(QFile::copy(file, file + ".backup"));
+  DBEngine& engine = Catalogue.Engine();
+  const auto open = [&] { engine.OpenDatabase(Catalogue.Paths().WorkFile); };
+  std::function<void()> meanwhile;
+  engine.Beside = [&](const std::function<void()>& work, const std::function<void()>& stop) {
+    std::thread thread(work);
+    meanwhile();
+    stop();
+    thread.join();
+  };
+  QSemaphore begun;
+  QSemaphore goOn;
+  meanwhile = [&] {
+    begun.acquire();
+    EXPECT_TRUE(QFile::rename(file, file + ".old") && QFile::rename(file + ".backup", file));
+    EXPECT_EQ(ErrorOf(open), base::errLocked);
+    goOn.release();
+  };
+  const auto database = engine.OpenDatabase(Catalogue.Paths().WorkFile);
+  EXPECT_FALSE(database->WriteGroup([&] {
+    database->Execute("DELETE FROM tblPhotos WHERE PhotoID = 1");
+    begun.release();
+    goOn.acquire();
+    ErrorOf([&] { database->Execute("DELETE FROM tblPhotos WHERE PhotoID = 2"); });
+    return false;
+  }));
+  engine.Beside = {};
+  EXPECT_EQ(ErrorOf(open), 0);
+  EXPECT_EQ(Ids(*Folder("0001")), "1 2 3");
 }
 
 TEST_F(Dao, TheAccountIsAskedFor) {

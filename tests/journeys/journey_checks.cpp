@@ -208,7 +208,8 @@ void Walk::CheckPage() {
         std::find(After.Selected.begin(), After.Selected.end(), number) != After.Selected.end();
     Require(cell.Marked == selected, "mark", where);
     const bool isAwaited = Hurried && !cell.Picture;
-    Require(isAwaited || IsPictureOf(number, cell.Picture), "thumbnail", where);
+    Require(isAwaited || IsPictureOf(number, cell.Picture), "thumbnail",
+            where + (cell.Picture ? " is " + QColor(*cell.Picture).name() : QString(" is empty")));
   }
 }
 

@@ -146,12 +146,13 @@ void Walk::Elsewhere(const std::function<void(JourneyModel&)>& change) {
   if (Before.Naming) return;  // What the name is given to would be another machine's.
   JourneyModel changed = Model;
   change(changed);
+  std::vector<int> replacedPhotos;
   for (const auto& [number, photo] : Model.Rows) {
     const auto now = changed.Rows.find(number);
     if (now != changed.Rows.end() && now->second.Birth == photo.Birth) continue;
     Changed.insert(number);
     PendingChanged |= Model.Staged.contains(number);
-    QFile::remove(catalogue::ThumbFileName(Catalogue.Paths(), number));
+    replacedPhotos.push_back(number);
   }
   const std::set<QString> replaced = changed.TakeReplaced();
   for (const auto& [key, name] : Model.Folders) {
@@ -162,6 +163,8 @@ void Walk::Elsewhere(const std::function<void(JourneyModel&)>& change) {
     TreeIsOld = true;
   }
   Other->Write(changed);
+  // Behind its image, or one that is being made of that could come after.
+  for (const int number : replacedPhotos) QFile::remove(catalogue::ThumbFileName(Catalogue.Paths(), number));
   Model = changed;
   ListIsOld = true;
 }

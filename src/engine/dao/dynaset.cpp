@@ -77,7 +77,7 @@ int Dynaset::FindPosition(const QString& criteria, int from) const {
       while (last < count && qint64(keys[last]) - keys[last - 1] <= near) ++last;
       if (last - first < shortRun) {
         last = std::min(first + atOnce, count);
-        const QString list = dialect.ListOf(std::span(keys.data() + first, last - first));
+        const QString list = session.Sql().ListOf(std::span(keys.data() + first, last - first));
         if (place(session.Keys(among, std::array<Value, 1>{list}))) return;
         atOnce = std::min(2 * atOnce, mostAtOnce);
         first = last;

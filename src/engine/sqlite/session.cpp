@@ -46,7 +46,7 @@ void RequireFile(const QString& file) {
   throw RuntimeError(base::errBadPath, QStringLiteral("'%1' is not a valid path.").arg(file));
 }
 
-// One thread uses it.
+// One thread at a time uses it.
 SQLite::Database OpenFile(const QString& file) {
   RequireFile(file);
   return WithSqliteErrors([&] {
@@ -148,7 +148,15 @@ std::unique_ptr<Session> SqliteSession::Another() const {
   return isSame ? std::move(another) : nullptr;
 }
 
-void SqliteSession::Interrupt() { sqlite3_interrupt(Db.getHandle()); }
+void SqliteSession::Interrupt() {
+  const std::scoped_lock lock(Stopping);
+  if (MayStop) sqlite3_interrupt(Db.getHandle());
+}
+
+void SqliteSession::SetMayStop(bool may) {
+  const std::scoped_lock lock(Stopping);
+  MayStop = may;
+}
 
 // --- files ------------------------------------------------------------------------------------------------
 
@@ -286,6 +294,7 @@ void SqliteSession::Begin(Writes writes) {
   Execute(writes == Writes::Catalogue ? QStringLiteral("BEGIN IMMEDIATE") : QStringLiteral("BEGIN"), {});
   Writing = true;
   Group = std::move(turn);
+  SetMayStop(true);
 }
 
 // The end of the journal is gone from its directory. Some network file systems can't flush one and need not.
@@ -303,12 +312,14 @@ void SqliteSession::Settle() {
 }
 
 void SqliteSession::Commit() {
+  SetMayStop(false);
   Execute(QStringLiteral("COMMIT"), {});
   Writing = false;
   Group.unlock();
 }
 
 void SqliteSession::Rollback() noexcept {
+  SetMayStop(false);
   Db.tryExec("ROLLBACK");
   Writing = false;
   Group.unlock();
@@ -320,8 +331,12 @@ void SqliteSession::ReadTogether(const std::function<void()>& reads) {
   const struct ReadGroup {
     explicit ReadGroup(SqliteSession& session) : Reader(session) {
       Reader.Execute(QStringLiteral("BEGIN"), {});
+      Reader.SetMayStop(true);
     }
-    ~ReadGroup() { Reader.Db.tryExec("COMMIT"); }
+    ~ReadGroup() {
+      Reader.SetMayStop(false);
+      Reader.Db.tryExec("COMMIT");
+    }
     ReadGroup(const ReadGroup&) = delete;
     ReadGroup& operator=(const ReadGroup&) = delete;
     SqliteSession& Reader;

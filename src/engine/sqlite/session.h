@@ -66,8 +66,12 @@ class SqliteSession : public Session {
 
   const SqliteDialect TheDialect;
   SQLite::Database Db;
+  void SetMayStop(bool may);
+
   mutable std::recursive_mutex InUse;
-  Turn Group;  ///< of the thread that writes
+  std::mutex Stopping;
+  bool MayStop = false;  ///< not at the end of a group, which would stay open
+  Turn Group;            ///< of the thread that writes
   int LockTimeout;
   bool Writing = false;                    ///< within a group of writes
   QMap<QString, OpenedFile> Files;         ///< by path
