@@ -1,22 +1,16 @@
 #include "browse/thumbnail_maker.h"
 
-#include <sys/resource.h>
-#include <unistd.h>
-
 #include <utility>
 
+#include "base/nice_thread.h"
 #include "catalogue/image_store.h"
 
 namespace veldrin::browse {
 
 namespace {
 
-// Takes little from whoever else wants to compute. A thread that got nothing at all would keep what it has
-// locked from the window's.
-void BeNice() {
-  constexpr int nice = 10;
-  ::setpriority(PRIO_PROCESS, static_cast<id_t>(::gettid()), nice);
-}
+// Takes little from whoever else wants to compute.
+constexpr int SpareNice = 10;
 
 }  // namespace
 
@@ -64,7 +58,7 @@ void ThumbnailMaker::Start() {
 
 void ThumbnailMaker::Make(const Wish& wish, QThreadPool& pool) {
   pool.start([this, wish, isSpare = &pool == &SparePool, round = Round, ratio = PixelRatio] {
-    if (isSpare) BeNice();
+    if (isSpare) base::BeNice(SpareNice);
     const auto thumbnail = catalogue::CreateThumbnail(ThePaths, wish.PhotoID, wish.ImageType, ratio);
     const auto take = [this, photo = wish.PhotoID, round, thumbnail] { Take(photo, round, thumbnail); };
     QMetaObject::invokeMethod(this, take, Qt::QueuedConnection);

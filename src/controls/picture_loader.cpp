@@ -6,6 +6,7 @@
 #include <algorithm>
 
 #include "base/failure.h"
+#include "base/nice_thread.h"
 #include "base/units.h"
 
 namespace veldrin::controls {
@@ -17,6 +18,9 @@ namespace {
 
 // At a time: what is asked for now needn't wait for what was asked for before.
 constexpr size_t MostRunning = 2;
+
+// The window paints by threads of Qt's, which go before.
+constexpr int DecodersNice = 5;
 
 // Only the program's end waits for it. Not Qt's own pool, for whose threads painting waits.
 QThreadPool& Decoders() {
@@ -69,6 +73,7 @@ void PictureLoader::Decode(const FittedSource& source) {
     Take(source, watcher->result());
   });
   watcher->setFuture(QtConcurrent::run(&Decoders(), [source] {
+    base::BeNice(DecodersNice);
     Picture picture;
     base::EndSilently([&] { picture = LoadFittedPicture(source.File, source.Box, source.PixelRatio); });
     return picture;
