@@ -64,11 +64,12 @@ TEST_F(ProgressTest, DropsWhatIsMeantForOtherWindowsAndStopsByItsOwn) {
     EXPECT_TRUE(Window.isVisible());
   }
   QMessageBox box(QMessageBox::Warning, "Error", "2 photos were not stored", QMessageBox::Ok, &Window);
+  bool isRead = false;
+  QObject::connect(&box, &QDialog::finished, [&] { isRead = true; });
   box.open();
-  QTest::qWait(250);
-  EXPECT_TRUE(Window.isVisible() && box.isVisible()) << "what the work had to tell is read first";
-  box.close();
+  QTimer::singleShot(250, &box, &QDialog::reject);
   EXPECT_TRUE(QTest::qWaitFor([this] { return !Window.isVisible(); })) << "which the user wanted to close";
+  EXPECT_TRUE(isRead) << "what the work had to tell comes first";
   Window.show();
   EXPECT_TRUE(QTest::qWaitForWindowActive(&Window));
   EXPECT_EQ(Field.text(), "");
