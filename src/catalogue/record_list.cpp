@@ -11,9 +11,9 @@ namespace {
 // A walk through the whole catalogue must not end up with all of it in memory.
 constexpr int MostLooks = 10'000;
 
-// In milliseconds: a lock, and a disk that fails.
-constexpr int Soon = 250;
-constexpr int Farther = 1000;
+// How long until rows are asked for again, in milliseconds.
+constexpr int AfterLock = 250;
+constexpr int AfterFailure = 1000;
 
 }  // namespace
 
@@ -118,8 +118,8 @@ ListRows RecordList::FetchRows(int first, int count) const {
   try {
     return {Recordset().FieldNames(), Recordset().ReadRows(first, count)};
   } catch (const base::RuntimeError& error) {
-    if (error.Number() == base::errLocked) Later.start(Soon);
-    if (error.Number() == base::errEngine) Later.start(Farther);
+    if (error.Number() == base::errLocked) Later.start(AfterLock);
+    if (error.Number() == base::errEngine) Later.start(AfterFailure);
     throw;
   }
 }
